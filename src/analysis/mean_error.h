@@ -1,0 +1,22 @@
+#pragma once
+#include <vector>
+
+#include "semicircle/bench_experiments.h"
+
+// The mean error of the index that the bench measures, against the block's
+// radius: for every radius 14, 16, …, 146 the nine rays of
+// measurementIncidences() are traced with the given set-up; each measured
+// index n_k gives (n_k − n)²; e = 100·√(Σ/9)/n. A ray without a measurement
+// leaves the last measured index in force (it starts at
+// `lastMeasuredIndex`), as the bench's shared value does. A block without
+// a chosen direction is measured as direction 1 (flat face first). A block
+// without a chosen direction is measured as direction 1 (flat face first).
+struct MeanErrorPoint {
+    double radius;
+    double errorPercent;
+};
+struct MeanErrorCurve {
+    std::vector<MeanErrorPoint> points;  // 67 points
+    double lastMeasuredIndex;            // the shared value after the run
+};
+MeanErrorCurve computeMeanErrorCurve(Block block, double rayHeight, double lastMeasuredIndex);

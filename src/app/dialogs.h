@@ -1,0 +1,31 @@
+#pragma once
+#include <QString>
+
+#include <memory>
+
+// The one way screens ask the pupil something or tell them something, so that
+// tests can answer for the pupil and read what was said.
+class DialogProvider {
+public:
+    virtual ~DialogProvider() = default;
+    // A modal message with an OK button.
+    virtual void message(const QString& text, const QString& title) = 0;
+    // A modal input box; returns the typed text, or an empty text on Cancel.
+    virtual QString input(const QString& prompt, const QString& title, const QString& initial) = 0;
+};
+
+// Real modal boxes.
+class WidgetDialogs : public DialogProvider {
+public:
+    void message(const QString& text, const QString& title) override;
+    QString input(const QString& prompt, const QString& title, const QString& initial) override;
+};
+
+DialogProvider& dialogs();
+// Installs another provider (tests); returns the one it replaces.
+std::unique_ptr<DialogProvider> setDialogs(std::unique_ptr<DialogProvider> provider);
+
+inline void messageBox(const QString& text, const QString& title = QString()) { dialogs().message(text, title); }
+inline QString inputBox(const QString& prompt, const QString& title = QString(), const QString& initial = QString()) {
+    return dialogs().input(prompt, title, initial);
+}

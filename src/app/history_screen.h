@@ -1,0 +1,27 @@
+#pragma once
+#include <QAction>
+#include <QMainWindow>
+#include <QWidget>
+
+// "storiopt": a short history of the law of refraction, in Greek, on two
+// pages. The menu shows the first page (PROTO), the second (DEFTERO) or
+// closes the screen (KLISIMO). Exactly one page is visible at a time.
+class Storiopt : public QMainWindow {
+    Q_OBJECT
+public:
+    Storiopt();
+
+    QAction* protomeros;    // "PROTO"
+    QAction* defteromeros;  // "DEFTERO"
+    QAction* klisimo;       // "KLISIMO"
+    QWidget* Picture1;      // first page
+    QWidget* Picture2;      // second page
+
+    void Form_Load();
+    void protomeros_Click();
+    void defteromeros_Click();
+    void klisimo_Click();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+};

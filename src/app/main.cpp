@@ -1,0 +1,16 @@
+#include <QApplication>
+
+#include "app/forms.h"
+#include "app/module1.h"
+#include "canvas/fonts.h"
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("refraction"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Refraction  Διάθλαση"));
+    installFontSubstitutions();
+    Main();
+    const int status = QApplication::exec();
+    Forms::instance().destroyAll();
+    return status;
+}

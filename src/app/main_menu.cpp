@@ -1,0 +1,120 @@
+#include "app/main_menu.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+
+#include "app/forms.h"
+#include "app/history_screen.h"
+#include "app/program_exit.h"
+#include "canvas/fonts.h"
+
+namespace {
+CaptionButton* makeButton(QWidget* parent, const QString& caption, const QString& fontName, const QString& name) {
+    auto* button = new CaptionButton(caption, parent);
+    button->setObjectName(name);
+    button->setFont(programFont(fontName, 11.0, true));
+    return button;
+}
+}  // namespace
+
+Diathlasimeleti::Diathlasimeleti() {
+    setObjectName(QStringLiteral("diathlasimeleti"));
+    setWindowTitle(QStringLiteral("STUDY OF REFRACTION   MELETH DIATHLASIS"));
+    setAutoFillBackground(true);
+    QPalette pal = palette();
+    pal.setColor(QPalette::Window, QColor(224, 236, 248));
+    setPalette(pal);
+
+    Label1 = new QLabel(QStringLiteral("STUDY OF THE  LAW OF REFRACTION Ο ΝΟΜΟΣ ΤΗΣ ΔΙΑΘΛΑΣΗΣ"), this);
+    Label1->setObjectName(QStringLiteral("Label1"));
+    Label1->setFont(programFont(QStringLiteral("Arial"), 22.0, true));
+    Label1->setAlignment(Qt::AlignCenter);
+    Label1->setWordWrap(true);
+    Label1->setAccessibleName(Label1->text());
+
+    // The design captions; Main replaces three of them at start-up.
+    Command1 = makeButton(this, QStringLiteral("Semicircle Experiment"), QStringLiteral("Arial"), "Command1");
+    Command2 = makeButton(this, QStringLiteral("Data Input - Historical Measurments - Interpretation of the Law"),
+                          QStringLiteral("Arial"), "Command2");
+    Command3 = makeButton(this, QStringLiteral("End"), QStringLiteral("Arial"), "Command3");
+    Command4 = makeButton(this,
+                          QStringLiteral("A SHORT HISTORY OF THE LAW OF REFACTION    (in Greek)") +
+                              QString(20, QLatin1Char(' ')) + QStringLiteral("Σύντομη ιστορία του νόμου της Διάθλασης"),
+                          QStringLiteral("Swis721 Win95BT"), "Command4");
+    Command5 = makeButton(this, QStringLiteral("INTERPRETATION OF REFRACTION       ΕΡΜΗΝΕΙΑ ΤΗΣ ΔΙΑΘΛΑΣΗΣ"),
+                          QStringLiteral("Arial"), "Command5");
+
+    connect(Command1, &QPushButton::clicked, this, &Diathlasimeleti::Command1_Click);
+    connect(Command2, &QPushButton::clicked, this, &Diathlasimeleti::Command2_Click);
+    connect(Command3, &QPushButton::clicked, this, &Diathlasimeleti::Command3_Click);
+    connect(Command4, &QPushButton::clicked, this, &Diathlasimeleti::Command4_Click);
+    connect(Command5, &QPushButton::clicked, this, &Diathlasimeleti::Command5_Click);
+
+    // The data and interpretation screens are not part of this program yet.
+    for (CaptionButton* pending : {Command2, Command5}) {
+        pending->setEnabled(false);
+        pending->setToolTip(QStringLiteral("Not available yet  Δεν είναι ακόμη διαθέσιμο"));
+    }
+
+    // Keyboard order: the row of the experiment, data and END, then the
+    // history and the interpretation.
+    setTabOrder(Command1, Command2);
+    setTabOrder(Command2, Command3);
+    setTabOrder(Command3, Command4);
+    setTabOrder(Command4, Command5);
+    resize(900, 650);
+}
+
+void Diathlasimeleti::placeButtonRow(int rowTop) {
+    rowTop_ = rowTop;
+    layOut();
+}
+
+void Diathlasimeleti::layOut() {
+    const int w = width();
+    const int h = height();
+    const int margin = std::max(8, w / 80);
+    const int buttonHeight = std::clamp(h / 9, 48, 110);
+    // The row stays where start-up put it unless the window became too short.
+    const int rowTop = rowTop_ < 0 ? h / 2 : std::min(rowTop_, std::max(0, h - buttonHeight - margin));
+
+    Label1->setGeometry(margin, margin, w - 2 * margin, std::max(40, h / 8));
+
+    const int historyTop = h / 6 + margin;
+    Command4->setGeometry(w / 6, historyTop, w * 2 / 3, buttonHeight);
+    Command5->setGeometry(w / 6, historyTop + buttonHeight + margin, w * 2 / 3, buttonHeight);
+
+    Command1->setGeometry(0, rowTop, w * 3 / 10, buttonHeight);
+    Command2->setGeometry(w * 3 / 10 + margin, rowTop, w * 9 / 20, buttonHeight);
+    Command3->setGeometry(w * 3 / 4 + 2 * margin, rowTop, w / 4 - 3 * margin, buttonHeight);
+}
+
+void Diathlasimeleti::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    layOut();
+}
+
+void Diathlasimeleti::closeEvent(QCloseEvent* event) {
+    // Closing the main menu's window is the same as "END".
+    event->accept();
+    endProgram(0);
+}
+
+void Diathlasimeleti::Command1_Click() {}
+
+void Diathlasimeleti::Command2_Click() {}
+
+void Diathlasimeleti::Command3_Click() { endProgram(0); }
+
+void Diathlasimeleti::Command4_Click() {
+    auto& history = form<Storiopt>();
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    history.setGeometry(screen);
+    history.protomeros_Click();  // the first page, sized to the screen
+    showScreen(history);
+}
+
+void Diathlasimeleti::Command5_Click() {}

@@ -1,0 +1,6 @@
+#include "app/shared_state.h"
+
+SharedState& module1() {
+    static SharedState state;
+    return state;
+}

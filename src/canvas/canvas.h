@@ -1,0 +1,198 @@
+#pragma once
+#include <QColor>
+#include <QFont>
+#include <QImage>
+#include <QPointer>
+#include <QStringList>
+#include <QWidget>
+
+#include <optional>
+#include <variant>
+#include <vector>
+
+#include "canvas/user_scale.h"
+
+// Line styles of the pen, by their classic numbers.
+enum class DrawStyle { Solid = 0, Dash = 1, Dot = 2, DashDot = 3, DashDotDot = 4, Transparent = 5, InsideSolid = 6 };
+
+// Whether closed figures (circles, pies) are filled with FillColor.
+enum class FillStyle { Solid = 0, Transparent = 1 };
+
+// A drawing area with a user coordinate system, a pen position and the
+// classic drawing operations. Everything drawn goes into a persistent backing
+// image, so the figure survives hiding and covering; the operations since the
+// last cls() are also kept as a list in user coordinates, so that a resized or
+// re-scaled (high-DPI) window redraws them sharply at the new size.
+//
+// Coordinates that are not finite never reach the painter: such an operation
+// is skipped (and counted in skippedOperations()).
+//
+// The canvas can host controls: placeControl() positions a child widget in
+// user units and keeps it there when the area is resized.
+class Canvas : public QWidget {
+    Q_OBJECT
+public:
+    explicit Canvas(QWidget* parent = nullptr);
+    ~Canvas() override;
+
+    // --- user scale -------------------------------------------------------
+    void scale(double x1, double y1, double x2, double y2);  // Scale (x1, y1)-(x2, y2)
+    UserScale userScale() const { return scale_; }
+    double scaleLeft() const { return scale_.left; }
+    double scaleTop() const { return scale_.top; }
+    double scaleWidth() const { return scale_.width; }
+    double scaleHeight() const { return scale_.height; }
+    void setScaleLeft(double v);
+    void setScaleTop(double v);
+    void setScaleWidth(double v);
+    void setScaleHeight(double v);
+
+    // --- pen position -----------------------------------------------------
+    double currentX() const { return currentX_; }
+    double currentY() const { return currentY_; }
+    void setCurrentX(double x) { currentX_ = x; }
+    void setCurrentY(double y) { currentY_ = y; }
+
+    // --- drawing state ----------------------------------------------------
+    QColor foreColor() const { return state_.foreColor; }
+    void setForeColor(const QColor& c) { state_.foreColor = c; }
+    QColor backColor() const { return backColor_; }
+    void setBackColor(const QColor& c);  // like the classic property: also clears
+    int drawWidth() const { return state_.drawWidth; }
+    void setDrawWidth(int pixels) { state_.drawWidth = pixels < 1 ? 1 : pixels; }
+    DrawStyle drawStyle() const { return state_.drawStyle; }
+    void setDrawStyle(DrawStyle s) { state_.drawStyle = s; }
+    QColor fillColor() const { return state_.fillColor; }
+    void setFillColor(const QColor& c) { state_.fillColor = c; }
+    FillStyle fillStyle() const { return state_.fillStyle; }
+    void setFillStyle(FillStyle s) { state_.fillStyle = s; }
+
+    // --- font -------------------------------------------------------------
+    QString fontName() const { return fontName_; }
+    void setFontName(const QString& name);
+    double fontSize() const { return fontSize_; }
+    void setFontSize(double points);
+    bool fontBold() const { return fontBold_; }
+    void setFontBold(bool bold);
+    int fontCharset() const { return fontCharset_; }
+    void setFontCharset(int charset) { fontCharset_ = charset; }  // every mapped face carries Greek
+
+    // --- operations -------------------------------------------------------
+    // Fills with BackColor, puts the pen at the top-left corner of the user
+    // scale and forgets the texts printed so far.
+    void cls();
+    // A straight line in ForeColor (or the colour given); the pen ends at (x2, y2).
+    void line(double x1, double y1, double x2, double y2, std::optional<QColor> colour = std::nullopt);
+    // A line from the pen position.
+    void lineTo(double x2, double y2, std::optional<QColor> colour = std::nullopt);
+    // The outline of the box with corners (x1, y1) and (x2, y2).
+    void box(double x1, double y1, double x2, double y2, std::optional<QColor> colour = std::nullopt);
+    // The box filled with the colour (ForeColor when none is given).
+    void filledBox(double x1, double y1, double x2, double y2, std::optional<QColor> colour = std::nullopt);
+    // A circle, or with start/end angles (radians, counter-clockwise from +x)
+    // an arc; a negative angle also draws the radius to that end of the arc
+    // (its magnitude is the angle). The radius is in x user units; aspect ≠ 1
+    // draws an ellipse whose height/width is aspect. Filled with FillColor
+    // when FillStyle is Solid (a closed pie when both radii are drawn).
+    void circle(double x, double y, double radius, std::optional<QColor> colour = std::nullopt,
+                std::optional<double> startAngle = std::nullopt, std::optional<double> endAngle = std::nullopt,
+                double aspect = 1.0);
+    // A filled disc in the given colour, regardless of FillStyle.
+    void filledCircle(double x, double y, double radius, const QColor& colour);
+    void pset(double x, double y, std::optional<QColor> colour = std::nullopt);
+    // Writes the text with its top-left corner at the pen position; the pen
+    // moves to the start of the next line. '\n' starts new lines.
+    void print(const QString& text);
+
+    // Extent of a text in user units in the current font.
+    double textWidth(const QString& text) const;
+    double textHeight(const QString& text = QStringLiteral("Ag")) const;
+
+    // --- placing controls -------------------------------------------------
+    // Places a child widget with its top-left corner at (left, top) in user
+    // units; a width/height (user units) of 0 keeps the widget's own size.
+    void placeControl(QWidget* control, double left, double top, double width = 0.0, double height = 0.0);
+
+    // --- inspection (tests, accessibility) --------------------------------
+    // The backing image, in device pixels (size() × devicePixelRatio).
+    const QImage& image() const { return image_; }
+    // The colour at a user coordinate.
+    QColor pixelAt(double x, double y) const;
+    // Device pixel of a user coordinate.
+    QPointF toDevice(double x, double y) const;
+    QPointF toLogical(double x, double y) const;  // in widget coordinates
+    QPointF toUser(const QPointF& widgetPoint) const;
+    // Texts printed since the last cls(), in order.
+    const QStringList& printedTexts() const { return printed_; }
+    int skippedOperations() const { return skipped_; }
+    int recordedOperations() const { return static_cast<int>(ops_.size()); }
+
+    QSize sizeHint() const override { return {640, 480}; }
+
+signals:
+    // Mouse events in user coordinates.
+    void mousePressed(double x, double y, Qt::MouseButton button);
+    void mouseReleased(double x, double y, Qt::MouseButton button);
+    void clicked(double x, double y);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    struct PenState {
+        QColor foreColor{Qt::black};
+        int drawWidth = 1;
+        DrawStyle drawStyle = DrawStyle::Solid;
+        QColor fillColor{Qt::black};
+        FillStyle fillStyle = FillStyle::Transparent;
+    };
+    // Operations are recorded in area fractions (0..1 across and down), so
+    // that they replay at any pixel size and survive later changes of scale.
+    struct LineOp { double x1, y1, x2, y2; QColor colour; PenState pen; };
+    struct BoxOp { double x1, y1, x2, y2; QColor colour; bool filled; PenState pen; };
+    struct CircleOp {
+        double x, y, radius;  // radius as a fraction of the area's width
+        QColor colour; std::optional<double> start, end; double aspect; PenState pen;
+        std::optional<QColor> forcedFill;
+    };
+    struct PointOp { double x, y; QColor colour; PenState pen; };
+    struct TextOp { double x, y; QString text; QFont font; QColor colour; };
+    using Op = std::variant<LineOp, BoxOp, CircleOp, PointOp, TextOp>;
+
+    struct Placement { QPointer<QWidget> control; double left, top, width, height; };
+
+    void record(Op op);
+    void paintOp(QPainter& painter, const Op& op) const;
+    void paintOne(const Op& op);
+    void rebuildImage();
+    void placeControls();
+    QFont currentFont() const;
+    QPen makePen(const QColor& colour, const PenState& pen) const;
+    double fracX(double x) const { return (x - scale_.left) / scale_.width; }
+    double fracY(double y) const { return (y - scale_.top) / scale_.height; }
+    double areaWidth() const;
+    double areaHeight() const;
+    static bool finite(std::initializer_list<double> values);
+    void scaleChanged();
+
+    UserScale scale_{0, 0, 640, 480};
+    bool customScale_ = false;  // until scale() is called the scale follows the pixel size
+    double currentX_ = 0.0;
+    double currentY_ = 0.0;
+    PenState state_;
+    QColor backColor_{Qt::white};
+    QString fontName_{QStringLiteral("Arial")};
+    double fontSize_ = 10.0;
+    bool fontBold_ = false;
+    int fontCharset_ = 161;
+
+    QImage image_;
+    std::vector<Op> ops_;
+    bool opsComplete_ = true;  // false once the list overflowed: resize then rescales pixels
+    QStringList printed_;
+    int skipped_ = 0;
+    std::vector<Placement> placements_;
+};

@@ -1,0 +1,41 @@
+#include "canvas/caption_button.h"
+
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+namespace {
+constexpr int kPadding = 6;
+constexpr int kTextFlags = Qt::AlignCenter | Qt::TextWordWrap;
+}  // namespace
+
+CaptionButton::CaptionButton(const QString& caption, QWidget* parent) : QPushButton(parent) {
+    setCaption(caption);
+}
+
+void CaptionButton::setCaption(const QString& caption) {
+    setText(caption);
+    setAccessibleName(caption);
+    updateGeometry();
+    update();
+}
+
+QSize CaptionButton::sizeHint() const {
+    const QFontMetrics metrics(font());
+    const QRect one = metrics.boundingRect(QRect(0, 0, 2000, 1000), kTextFlags, text());
+    return {one.width() + 4 * kPadding, one.height() + 3 * kPadding};
+}
+
+QSize CaptionButton::minimumSizeHint() const {
+    const QFontMetrics metrics(font());
+    return {metrics.averageCharWidth() * 8, metrics.height() + 2 * kPadding};
+}
+
+void CaptionButton::paintEvent(QPaintEvent*) {
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.text.clear();  // the bevel only; the caption is drawn wrapped below
+    painter.drawControl(QStyle::CE_PushButton, option);
+    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
+    painter.drawText(rect().adjusted(kPadding, kPadding, -kPadding, -kPadding), kTextFlags, text());
+}

@@ -1,0 +1,65 @@
+#include "canvas/fonts.h"
+
+#include <QFontDatabase>
+#include <QStringList>
+
+namespace {
+
+struct Mapping {
+    const char* requested;
+    QStringList candidates;  // first installed one wins
+};
+
+const QStringList& sansFamilies() {
+    static const QStringList families{"Liberation Sans", "DejaVu Sans"};
+    return families;
+}
+
+const std::vector<Mapping>& mappings() {
+    static const std::vector<Mapping> table{
+        {"arial", sansFamilies()},
+        {"arial greek", sansFamilies()},
+        {"tahoma", {"DejaVu Sans", "Liberation Sans"}},
+        {"swis721 win95bt", sansFamilies()},
+        {"symbol", {"DejaVu Sans", "Liberation Sans"}},
+        {"ms sans serif", sansFamilies()},
+        {"times new roman", {"Liberation Serif", "DejaVu Serif"}},
+        {"times new roman greek", {"Liberation Serif", "DejaVu Serif"}},
+        {"courier new", {"Liberation Mono", "DejaVu Sans Mono"}},
+    };
+    return table;
+}
+
+QString firstInstalled(const QStringList& candidates) {
+    const QStringList installed = QFontDatabase::families();
+    for (const QString& family : candidates)
+        if (installed.contains(family, Qt::CaseInsensitive)) return family;
+    return candidates.isEmpty() ? QString() : candidates.front();
+}
+
+}  // namespace
+
+QString installedFamilyFor(const QString& requestedName) {
+    const QString key = requestedName.trimmed().toLower();
+    for (const Mapping& m : mappings())
+        if (key == QLatin1String(m.requested)) return firstInstalled(m.candidates);
+    // Unknown names: if installed, use them; otherwise a Greek-capable sans.
+    if (QFontDatabase::families().contains(requestedName, Qt::CaseInsensitive)) return requestedName;
+    return firstInstalled(sansFamilies());
+}
+
+void installFontSubstitutions() {
+    for (const Mapping& m : mappings()) {
+        const QString family = firstInstalled(m.candidates);
+        const QString name = QString::fromLatin1(m.requested);
+        QFont::removeSubstitutions(name);
+        QFont::insertSubstitution(name, family);
+    }
+}
+
+QFont programFont(const QString& requestedName, double pointSize, bool bold) {
+    QFont font(installedFamilyFor(requestedName));
+    font.setPointSizeF(pointSize > 0 ? pointSize : 10.0);
+    font.setBold(bold);
+    return font;
+}

@@ -1,0 +1,9 @@
+#pragma once
+#include <QString>
+
+#include "canvas/number_format.h"
+
+// formatNumber for captions and labels.
+inline QString fmt(double value, const char* pattern) {
+    return QString::fromStdString(formatNumber(value, pattern));
+}

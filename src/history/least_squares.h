@@ -1,0 +1,19 @@
+#pragma once
+#include <optional>
+#include <vector>
+
+// The least-squares straight line y = slope·x + intercept through points
+// 1 … count of two 1-based arrays (element 0 is not used). With the sums
+// Sx, Sy, Sxy, Sxx: slope = (count·Sxy − Sx·Sy) / (count·Sxx − Sx·Sx),
+// intercept = (Sy − slope·Sx) / count, computed in double precision and
+// returned rounded to single precision. None when count < 1, the arrays are
+// too short, or the denominator is zero (a single point, or all x equal).
+struct FittedLine {
+    float intercept;
+    float slope;
+};
+std::optional<FittedLine> leastSquaresLine(const std::vector<double>& x, const std::vector<double>& y, int count);
+
+// The arc sine as the program computes it: atan(x / √(1 − x²)), π/2 at
+// x = 1. None outside (−1, 1] where that would divide by zero or fail.
+std::optional<double> arcSine(double x);

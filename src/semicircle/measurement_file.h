@@ -1,0 +1,62 @@
+#pragma once
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "semicircle/bench_experiments.h"
+
+// One stored set-up: 48 bytes, little-endian IEEE 754, in this order.
+struct MeasurementRecord {
+    double h = 0.0;        // ray height
+    double xc = 0.0;
+    double yc = 0.0;
+    double angle = 0.0;    // tilt of the set-up, degrees
+    double index = 0.0;    // 1 / slope
+    float intercept = 0.0f;
+    float slope = 0.0f;
+};
+
+inline constexpr std::size_t kRecordBytes = 48;
+inline constexpr std::size_t kWriterSlotBytes = 128;  // spacing of the writer and the sequential reader
+inline constexpr const char* kMeasurementFileName = "fylaxi";
+
+std::array<std::uint8_t, kRecordBytes> encodeRecord(const MeasurementRecord& record);
+MeasurementRecord decodeRecord(const std::uint8_t* bytes);  // reads kRecordBytes
+
+// The file's new contents after writing `records` from slot 1 on over the
+// `existing` contents: record k at (k − 1)·128; bytes between records and
+// anything of a longer old file beyond the last record are kept; new gaps
+// are zeros.
+std::vector<std::uint8_t> buildSeriesContents(const std::vector<std::uint8_t>& existing,
+                                              const std::vector<MeasurementRecord>& records);
+
+// Writes the records as above, replacing the file whole or not at all
+// (a temporary file beside it, then a rename). On failure the old file is
+// untouched and the result holds a bilingual message.
+struct WriteOutcome {
+    bool ok = false;
+    std::string error;
+};
+WriteOutcome writeMeasurementFile(const std::filesystem::path& path, const std::vector<MeasurementRecord>& records);
+
+// Sequential reader: every 128-byte slot from the start while the file has
+// bytes there (a short last record is padded with zeros). A missing or empty
+// file gives no records.
+std::vector<MeasurementRecord> readMeasurementRecords(const std::filesystem::path& path);
+
+// Recall reader: position k (from 1) at byte (k − 1)·48; beyond the end of
+// the file the missing bytes read as zeros. None for k < 1 or an unreadable
+// file.
+std::optional<MeasurementRecord> recallMeasurementRecord(const std::filesystem::path& path, long long position);
+
+// The series the bench writes: four nested loops — ray height, centre x,
+// centre y and tilt, each at the current value and 1 and 2 steps above it
+// (one unit, or one degree for the tilt) — 81 set-ups. For each, the nine
+// incidences of measurementIncidences() are traced and sin(exit angle) is
+// fitted against sin(incidence) by least squares; index = 1 / slope. A
+// set-up with fewer than two measured rays or a zero slope is left out.
+// The block's direction is used as it is, 1 when none is chosen.
+std::vector<MeasurementRecord> runMeasurementSeries(const Block& block, double rayHeight);

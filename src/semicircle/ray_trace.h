@@ -1,0 +1,56 @@
+#pragma once
+#include <optional>
+#include <vector>
+
+#include "semicircle/bench_geometry.h"
+
+// Radius of the circle around the origin on which the light source stands.
+inline constexpr double kSourceCircleRadius = 150.0;
+
+enum class SegmentKind {
+    Incident,   // from the source to the first face
+    Inside,     // inside the block (refracted, or totally reflected)
+    Emerging,   // leaving the block into the air
+    Reflected,  // turned back at the first face without entering
+};
+
+struct RaySegment {
+    Segment segment;
+    SegmentKind kind;
+};
+
+struct RayTrace {
+    std::vector<RaySegment> segments;  // in the order the light travels them
+    bool hitBlock = false;             // the ray met the block at all
+    bool totalReflection = false;      // reflected totally at some face inside
+    // Angle of the ray that finally leaves the block, from the horizontal:
+    // atan(|dy/dx|), radians in [0, π/2]. None when no ray left the block
+    // by refraction.
+    std::optional<double> exitRayAngle;
+    // |sin a / sin exitRayAngle|, a the angle of incidence of the source;
+    // none when there is no exit ray or its angle is 0.
+    std::optional<double> measuredIndex;
+};
+
+// The source of the experiment for an incidence angle a (degrees): the
+// point (150·cos a, 150·sin a). For direction 1 the light comes from the
+// mirror side, (−150·cos a, 150·sin a), so that it meets the flat face of a
+// block whose curved face looks left.
+Point sourcePoint(double incidenceDegrees, int direction);
+
+// The experiment's ray: from the source for the incidence angle through the
+// point (0, rayHeight), traced through the block by Snell's law at each face
+// (air index 1, block index block.index), with total reflection inside where
+// |n·sin i| > 1. Nothing is traced (an empty result) when block.direction is
+// neither 1 nor 2, or when the numbers are not finite.
+RayTrace traceRay(const Block& block, double rayHeight, double incidenceDegrees);
+
+// A ray from any point in any direction (need not be unit length), traced
+// the same way; used for parallel beams and rays aimed with the mouse.
+// `incidenceDegrees` is only used for the measured index. The last segment
+// reaches `reach` units beyond its last face.
+RayTrace tracePath(const Block& block, Point start, Point direction, double incidenceDegrees, double reach = 450.0);
+
+// The critical angle of the block for light leaving it, degrees:
+// arcsine(1/n) written through the arctangent, 90 for n = 1; none for n < 1.
+std::optional<double> criticalAngleDegrees(double index);
