@@ -1,0 +1,61 @@
+#pragma once
+// Helpers shared by the screen tests: scripted answers for the dialog seam,
+// a recorder for the program's end, and fresh screens per test.
+#include <QStringList>
+
+#include <deque>
+#include <memory>
+#include <vector>
+
+#include "app/dialogs.h"
+#include "app/forms.h"
+#include "app/program_exit.h"
+
+// Answers input boxes from a queue (an empty answer when the queue runs out,
+// as Cancel would) and records every message and prompt.
+class ScriptedDialogs : public DialogProvider {
+public:
+    std::deque<QString> answers;
+    QStringList messages;
+    QStringList messageTitles;
+    QStringList prompts;
+
+    void message(const QString& text, const QString& title) override {
+        messages.append(text);
+        messageTitles.append(title);
+    }
+    QString input(const QString& prompt, const QString&, const QString&) override {
+        prompts.append(prompt);
+        if (answers.empty()) return QString();
+        QString answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+};
+
+// Installs a ScriptedDialogs and a recording program ender for the lifetime
+// of the object, and gives every screen back at the end.
+class ScreenTestScope {
+public:
+    ScreenTestScope() {
+        auto scripted = std::make_unique<ScriptedDialogs>();
+        dialogs_ = scripted.get();
+        previousDialogs_ = setDialogs(std::move(scripted));
+        previousEnder_ = setProgramEnder([this](int status) { endStatuses.push_back(status); });
+    }
+    ~ScreenTestScope() {
+        Forms::instance().destroyAll();
+        setDialogs(std::move(previousDialogs_));
+        setProgramEnder(previousEnder_);
+    }
+    ScreenTestScope(const ScreenTestScope&) = delete;
+    ScreenTestScope& operator=(const ScreenTestScope&) = delete;
+
+    ScriptedDialogs& dialogs() { return *dialogs_; }
+    std::vector<int> endStatuses;
+
+private:
+    ScriptedDialogs* dialogs_;
+    std::unique_ptr<DialogProvider> previousDialogs_;
+    ProgramEnder previousEnder_;
+};
