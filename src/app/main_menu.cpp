@@ -5,11 +5,15 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 
 #include "app/forms.h"
 #include "app/history_screen.h"
 #include "app/program_exit.h"
+#include "canvas/canvas.h"
 #include "canvas/fonts.h"
+#include "canvas/qt_format.h"
 
 namespace {
 CaptionButton* makeButton(QWidget* parent, const QString& caption, const QString& fontName, const QString& name) {
@@ -65,7 +69,45 @@ Diathlasimeleti::Diathlasimeleti() {
     setTabOrder(Command2, Command3);
     setTabOrder(Command3, Command4);
     setTabOrder(Command4, Command5);
+    illustration_ = new Canvas(this);
+    illustration_->setObjectName(QStringLiteral("illustration"));
+    illustration_->setAccessibleName(QStringLiteral("Refraction of a ray from air into glass  Διάθλαση ακτίνας από αέρα σε γυαλί"));
+    drawIllustration();
+
     resize(900, 650);
+}
+
+void Diathlasimeleti::drawIllustration() {
+    // A ray from air into glass with its normal: a reminder of what the
+    // program is about, drawn once; the canvas redraws it at any size.
+    Canvas& c = *illustration_;
+    c.setBackColor(palette().color(QPalette::Window));
+    c.scale(-200, 100, 200, -100);
+    constexpr double n = 1.5;
+    constexpr double incidence = 50.0 * std::numbers::pi / 180.0;
+    const double refraction = std::asin(std::sin(incidence) / n);
+    c.filledBox(-200, 0, 200, -100, QColor(205, 230, 250));
+    c.line(-200, 0, 200, 0, QColor(60, 90, 140));
+    c.setDrawStyle(DrawStyle::Dash);
+    c.line(0, 95, 0, -95, QColor(90, 90, 90));
+    c.setDrawStyle(DrawStyle::Solid);
+    c.setDrawWidth(3);
+    const double inLength = 120.0;
+    c.line(-inLength * std::sin(incidence), inLength * std::cos(incidence), 0, 0, QColor(220, 30, 30));
+    c.line(0, 0, inLength * std::sin(refraction), -inLength * std::cos(refraction), QColor(220, 30, 30));
+    c.setDrawWidth(1);
+    c.setFontName(QStringLiteral("Arial"));
+    c.setFontSize(12);
+    c.setForeColor(QColor(30, 30, 30));
+    c.setCurrentX(10);
+    c.setCurrentY(90);
+    c.print(QStringLiteral("AIR  ΑΕΡΑΣ"));
+    c.setCurrentX(10);
+    c.setCurrentY(-70);
+    c.print(QStringLiteral("GLASS  ΓΥΑΛΙ   n = ") + fmt(n, "0.0"));
+    c.setCurrentX(-190);
+    c.setCurrentY(-70);
+    c.print(QStringLiteral("sin i = n · sin r   ημ i = n · ημ r"));
 }
 
 void Diathlasimeleti::placeButtonRow(int rowTop) {
@@ -90,6 +132,11 @@ void Diathlasimeleti::layOut() {
     Command1->setGeometry(0, rowTop, w * 3 / 10, buttonHeight);
     Command2->setGeometry(w * 3 / 10 + margin, rowTop, w * 9 / 20, buttonHeight);
     Command3->setGeometry(w * 3 / 4 + 2 * margin, rowTop, w / 4 - 3 * margin, buttonHeight);
+
+    const int pictureTop = rowTop + buttonHeight + margin;
+    const int pictureHeight = h - pictureTop - margin;
+    illustration_->setVisible(pictureHeight > 60);
+    illustration_->setGeometry(w / 4, pictureTop, w / 2, std::max(pictureHeight, 1));
 }
 
 void Diathlasimeleti::resizeEvent(QResizeEvent* event) {

@@ -4,6 +4,8 @@
 
 #include "canvas/caption_button.h"
 
+class Canvas;
+
 // The main menu "diathlasimeleti": the title and five buttons that open the
 // experiment, the data screen, the history and the interpretation screens,
 // and end the program. It stays open under the screens it opens.
@@ -36,5 +38,7 @@ protected:
 
 private:
     void layOut();
+    void drawIllustration();
+    Canvas* illustration_;  // a ray refracting into glass, below the buttons
     int rowTop_ = -1;
 };
