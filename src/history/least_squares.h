@@ -7,7 +7,8 @@
 // Sx, Sy, Sxy, Sxx: slope = (count·Sxy − Sx·Sy) / (count·Sxx − Sx·Sx),
 // intercept = (Sy − slope·Sx) / count, computed in double precision and
 // returned rounded to single precision. None when count < 1, the arrays are
-// too short, or the denominator is zero (a single point, or all x equal).
+// too short, the denominator is zero (a single point, or all x equal — also
+// when rounding leaves a tiny remainder), or the line overflows a single.
 struct FittedLine {
     float intercept;
     float slope;
