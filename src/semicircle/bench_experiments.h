@@ -44,7 +44,8 @@ double indexOf(const BenchControls& c);
 // controls are then set from the values rounded to whole steps: hvalue =
 // rayHeight × 10, xcoor = xc × 5, ycoor = yc × 5 and angle = the tilt in
 // radians × 10 (the tilt bar receives the radian value, as the original
-// experiment does). `controls` carries the other controls unchanged.
+// experiment does); halves are rounded away from zero. `controls` carries
+// the other controls unchanged.
 struct RandomSetup {
     double rayHeight;
     double xc;
@@ -63,9 +64,12 @@ struct CriticalAngleRun {
 std::optional<CriticalAngleRun> runCriticalAngle(const Block& block, double rayHeight);
 
 // Parallel rays along x across the block's height, from the right (+x) or
-// from the left (−x): `count` rays spread over the block's diameter.
+// from the left (−x): `count` rays (at most 1000) at the middles of equal
+// strips of the height yc − radius … yc + radius, starting at x = ±200 or
+// just beyond the block when it reaches further.
 std::vector<RayTrace> traceParallelBeam(const Block& block, bool fromTheRight, int count = 13);
 
 // A ray aimed with the mouse: from the clicked point towards the centre of
-// the block's flat face (nothing when the point is that centre).
+// the block's flat face (nothing when the point is that centre). Its angle
+// with the x axis is taken as the incidence for the measured index.
 RayTrace traceAimedRay(const Block& block, Point clicked);

@@ -34,9 +34,11 @@ Segment flatFace(const Block& block);
 
 // The angles to pass to Canvas::circle to draw the block closed by its
 // diameter: start = −π/2 − tilt, end = −3π/2 − tilt (the tilt turned by π
-// for direction 2), each brought up by 2π while below −2π; a start of
-// exactly 0 becomes −0.001 so that it stays negative and the radius to it
-// is drawn. Both come back negative in the bench's range of tilts.
+// for direction 2), each brought up by 2π while below −2π and down by 2π
+// while above 0; a start of exactly 0 becomes −0.001 so that it stays
+// negative and the radius to it is drawn, an end of 0 becomes −2π (the same
+// direction). So both come back negative for any tilt; a tilt that is not
+// finite is drawn as 0.
 struct ArcAngles {
     double start;
     double end;
@@ -50,9 +52,10 @@ bool insideBlock(const Block& block, Point p);
 // D = (1 + m²)·R² − (y0 − m·x0 − b)²; no crossing when D ≤ 0; otherwise
 // x = (x0 + m·(y0 − b) ± √D) / (1 + m²), with + for direction 1 and − for
 // any other, y = b + m·x. The record gives the slope of the radius to the
-// crossing, its angle (atan of the slope, π/2 when vertical), the angle of
-// the line (atan m) and their difference: the angle of incidence on the
-// curved face.
+// crossing, its angle (atan of the slope; π/2 when the radius is vertical,
+// whose slope is then given as 0), the angle of the line (atan m) and their
+// difference: the angle of incidence on the curved face. Results that
+// overflow count as no crossing.
 struct CircleCrossing {
     bool found = false;
     double x = 0.0;
