@@ -1,11 +1,13 @@
 #pragma once
 #include <QAction>
 #include <QMainWindow>
+#include <QRect>
 #include <QWidget>
 
 // "storiopt": a short history of the law of refraction, in Greek, on two
 // pages. The menu shows the first page (PROTO), the second (DEFTERO) or
-// closes the screen (KLISIMO). Exactly one page is visible at a time.
+// closes the screen (KLISIMO). Exactly one page is visible at a time, and
+// it fills the window below the menu bar.
 class Storiopt : public QMainWindow {
     Q_OBJECT
 public:
@@ -22,6 +24,15 @@ public:
     void defteromeros_Click();
     void klisimo_Click();
 
+    // The area below the menu bar that a page fills, in the coordinates of
+    // the pages' parent.
+    QRect clientArea();
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void showPage(QWidget* shown, QWidget* hidden);
+    void sizeVisiblePage();
 };
