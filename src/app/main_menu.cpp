@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QMenuBar>
 #include <QScreen>
 
 #include <algorithm>
@@ -11,9 +12,11 @@
 #include "app/forms.h"
 #include "app/history_screen.h"
 #include "app/program_exit.h"
+#include "app/shared_state.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
+#include "semicircle/hmiky_screen.h"
 
 namespace {
 CaptionButton* makeButton(QWidget* parent, const QString& caption, const QString& fontName, const QString& name) {
@@ -150,7 +153,31 @@ void Diathlasimeleti::closeEvent(QCloseEvent* event) {
     endProgram(0);
 }
 
-void Diathlasimeleti::Command1_Click() {}
+void Diathlasimeleti::Command1_Click() {
+    // The first touch creates the bench, which draws its starting figure.
+    Hmiky& bench = form<Hmiky>();
+    SharedState& s = module1();
+    s.semicircleRadius = bench.HScroll1->value();
+    s.indexN = 1.5;
+    s.angleWithY = 0.0;
+    // The bars follow, so that the next change starts from the same values.
+    bench.Indexn->setValue(static_cast<int>(std::lround(s.indexN * 10.0)));
+    bench.angle->setValue(0);
+
+    // A square screen, as tall as most of the display, at the top.
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const int side = screen.height() * 9 / 10;
+    // The menu bar of the bench is long: the window may be wider than it is
+    // tall so that every menu shows; the drawing itself stays square.
+    const int width = std::min(screen.width(), std::max(side, bench.menuBar()->sizeHint().width()));
+    bench.setGeometry(screen.left() + (screen.width() - width) / 2, screen.top(), width, side);
+
+    bench.canvas->scale(-200, 200, 200, -200);
+    bench.canvas->cls();
+    bench.initialDrawing();
+    bench.showValues();
+    showScreen(bench);
+}
 
 void Diathlasimeleti::Command2_Click() {}
 

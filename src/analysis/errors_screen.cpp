@@ -1,0 +1,149 @@
+#include "analysis/errors_screen.h"
+
+#include <QResizeEvent>
+#include <QVBoxLayout>
+
+#include <cmath>
+
+#include "app/forms.h"
+#include "app/shared_state.h"
+#include "canvas/qt_format.h"
+#include "semicircle/hmiky_screen.h"
+
+namespace {
+const QColor kAxisColour(0, 0, 0);
+const QColor kGridColour(222, 230, 255);
+constexpr double kTickLabelPoints = 8.5;
+}  // namespace
+
+Errors::Errors() {
+    setObjectName(QStringLiteral("errors"));
+    setWindowTitle(QStringLiteral("Mean Error  Μέσο σφάλμα"));
+    canvas = new Canvas(this);
+    canvas->setObjectName(QStringLiteral("meanErrorGraph"));
+    canvas->setAccessibleName(
+        QStringLiteral("Mean error of the measured index against the radius  Μέσο σφάλμα του δείκτη ως προς την ακτίνα"));
+    canvas->setToolTip(QStringLiteral("Click to draw again from the bench  Κάνε κλικ για νέο σχέδιο από τον πάγκο"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(canvas);
+    // The labels under the x axis need some height to stay apart.
+    setMinimumSize(640, 520);
+    resize(860, 660);
+    canvas->installEventFilter(this);
+    connect(canvas, &Canvas::clicked, this, [this](double, double) { Form_Click(); });
+    Form_Load();
+}
+
+void Errors::Form_Load() { drawMeanError(); }
+
+void Errors::Form_Click() { drawMeanError(); }
+
+void Errors::tickmarks() {
+    canvas->setFontSize(kTickLabelPoints);
+    canvas->setFontBold(false);
+    canvas->setDrawWidth(1);
+    // Ticks point into the graph so that the numbers sit close under the
+    // axis, above "Radius of Semicircle".
+    for (int x = 10; x <= 150; x += 10) {
+        canvas->line(x, 0, x, x % 20 == 0 ? 2.0 : 1.2, kAxisColour);
+    }
+    for (int x = 0; x <= 140; x += 20) {
+        const QString label = QString::number(x);
+        canvas->setCurrentX(x - canvas->textWidth(label) / 2.0);
+        canvas->setCurrentY(-0.3);
+        canvas->print(label);
+    }
+    for (int y = 10; y <= 100; y += 10) {
+        canvas->line(0.6, y, 150, y, kGridColour);
+        canvas->line(0, y, y % 20 == 0 ? 2.0 : 1.2, y, kAxisColour);
+    }
+    for (int y = 20; y <= 100; y += 20) {
+        const QString label = QString::number(y);
+        canvas->setCurrentX(-1.2 - canvas->textWidth(label));
+        canvas->setCurrentY(y + canvas->textHeight() / 2.0);
+        canvas->print(label);
+    }
+}
+
+bool Errors::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == canvas && event->type() == QEvent::Resize) {
+        const auto* resize = static_cast<QResizeEvent*>(event);
+        if (resize->size() != resize->oldSize()) paintGraph();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void Errors::drawMeanError() {
+    SharedState& s = module1();
+    if (s.pi == 0.0) s.pi = 4.0 * std::atan(1.0);
+
+    // The set-up on the bench, in the bench's own control units.
+    const Hmiky& bench = form<Hmiky>();
+    const BenchControls controls = bench.controls();
+    s.rayHeight = rayHeightOf(controls);
+    s.xc = centreXOf(controls);
+    s.yc = centreYOf(controls);
+    s.angleWithY = tiltDegreesOf(controls);
+    s.angleWithY = s.angleWithY * s.pi / 180.0;  // stays in radians afterwards
+    index_ = indexOf(controls);
+
+    Block block;
+    block.xc = s.xc;
+    block.yc = s.yc;
+    block.tilt = s.angleWithY;
+    block.direction = s.semicircleDirection;
+    block.index = index_;
+    curve_ = computeMeanErrorCurve(block, s.rayHeight, s.measuredIndex);
+    s.measuredIndex = curve_.lastMeasuredIndex;
+    s.semicircleRadius = 148.0;  // where the counted loop over the radius stops
+
+    rayHeight_ = s.rayHeight;
+    xc_ = s.xc;
+    yc_ = s.yc;
+    angleDegrees_ = s.angleWithY * 180.0 / s.pi;
+    paintGraph();
+}
+
+void Errors::paintGraph() {
+    canvas->cls();
+    canvas->setForeColor(kAxisColour);
+    canvas->setFontName(QStringLiteral("Arial Greek"));
+    canvas->scale(-14, 104, 156, -9);
+    tickmarks();
+    canvas->setDrawWidth(1);
+    canvas->line(0, 0, 150, 0);
+    canvas->line(0, 0, 0, 100);
+
+    canvas->setDrawWidth(2);
+    segmentsDrawn_ = 0;
+    const MeanErrorPoint* previous = nullptr;
+    for (const MeanErrorPoint& point : curve_.points) {
+        if (!std::isfinite(point.radius) || !std::isfinite(point.errorPercent)) {
+            previous = nullptr;  // a gap rather than a line to nowhere
+            continue;
+        }
+        if (previous) {
+            canvas->line(previous->radius, previous->errorPercent, point.radius, point.errorPercent);
+            ++segmentsDrawn_;
+        }
+        previous = &point;
+    }
+    canvas->setDrawWidth(1);
+
+    canvas->setFontBold(true);
+    canvas->setFontSize(12);
+    auto printAt = [this](double x, double y, const QString& text) {
+        canvas->setCurrentX(x);
+        canvas->setCurrentY(y);
+        canvas->print(text);
+    };
+    printAt(45, -2, QStringLiteral("Radius of Semicircle"));
+    printAt(15, 80, QStringLiteral("Mean Error%"));
+    printAt(25, 65, QStringLiteral("n= ") + fmt(index_, "0.00"));
+    printAt(25, 60, QStringLiteral("h= ") + fmt(rayHeight_, "0.00"));
+    printAt(25, 55, QStringLiteral("xc= ") + fmt(xc_, "0.00"));
+    printAt(25, 50, QStringLiteral("yc= ") + fmt(yc_, "0.00"));
+    printAt(25, 45, QStringLiteral("Angle= ") + fmt(angleDegrees_, "0.00"));
+    canvas->setFontBold(false);
+}

@@ -1,0 +1,140 @@
+#pragma once
+#include <QAction>
+#include <QActionGroup>
+#include <QColor>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QScrollBar>
+#include <QStringList>
+
+#include <functional>
+
+#include "canvas/canvas.h"
+#include "canvas/caption_button.h"
+#include "semicircle/bench_experiments.h"
+#include "semicircle/bench_random.h"
+
+// "hmiky": the simulated laboratory bench. A semicircular glass block on a
+// square drawing area (x and y from −200 to 200, y up, origin in the middle),
+// a ray of light from the radius-150 circle around the origin, and the
+// refracted, reflected and emerging rays. Scroll bars move and turn the
+// block and set the ray's height and the index; the menus run whole
+// experiments. Every change redraws the whole picture from the controls.
+class Hmiky : public QMainWindow {
+    Q_OBJECT
+public:
+    Hmiky();
+
+    Canvas* canvas;  // the bench
+
+    CaptionButton* Command1;  // GIVE INCIDENCE ANGLE
+    CaptionButton* Command2;  // erase
+    CaptionButton* Command3;  // BACK
+    CaptionButton* Command4;  // RAYS FOR incidence = 0° to 90°
+    CaptionButton* cmdend;    // END
+
+    // Control units: HScroll1 in bench units, xcoor/ycoor in fifths of a
+    // unit, angle in tenths of a degree, hvalue and Indexn in tenths.
+    QScrollBar* HScroll1;  // radius of the block
+    QScrollBar* xcoor;     // x of the centre of the flat face
+    QScrollBar* ycoor;     // y of the centre
+    QScrollBar* angle;     // tilt of the diameter from the Y axis
+    QScrollBar* hvalue;    // height of the ray, its y at x = 0
+    QScrollBar* Indexn;    // refractive index
+
+    QLineEdit* aktis;   // the radius
+    QLineEdit* gon;     // the tilt
+    QLabel* Indexnt;    // the index
+    QLabel* Label2;     // yc
+    QLabel* Label3;     // xc
+    QLabel* Label4;     // the ray's height
+
+    QMenu* exper;         // "EXPERIMENT"
+    QAction* allrandom;   // "ALL RANDOM"
+    QAction* Paral;       // "PARALLEL"
+    QAction* rightpar;    // "FROM THE RIGHT"
+    QAction* leftpar;     // "FROM LEFT"
+    QMenu* moreless;      // "CHOOSE DIRECTION OF SEMICIRCLE"
+    QAction* Raref;       // "TO THE RIGHT"
+    QAction* moredens;    // "TO THE LEFT"
+    QAction* kritikal;    // "CRITICAL ANGLE"
+    QAction* sygr;        // "COMPARISONS"
+    QAction* Optimize;    // "BEST SEMICIRCLE"
+    QAction* fylaxe;      // create the measurement file
+
+    // Where the mouse button last went down on the bench.
+    float markStartX = 0.0f;
+    float markStartY = 0.0f;
+
+    // --- public procedures ------------------------------------------------
+    // Draws the block (filled, closed by its diameter) from the shared values.
+    void drawsemicircle();
+    // The starting figure: radius-150 circle, axes, block and the ray.
+    void initialDrawing();
+    // Writes the current values into the displays beside the scroll bars.
+    void showValues();
+    // The set-up the controls stand for.
+    BenchControls controls() const;
+    Block currentBlock() const;
+
+    // --- handlers ---------------------------------------------------------
+    void Form_Load();
+    void HScroll1_Change();
+    void xcoor_Change();
+    void ycoor_Change();
+    void angle_Change();
+    void hvalue_Change();
+    void Indexn_Change();
+    void Command1_Click();
+    void Command2_Click();
+    void Command3_Click();
+    void Command4_Click();
+    void cmdend_Click();
+    void moredens_Click();
+    void Raref_Click();
+    void Paral_Click();
+    void rightpar_Click();
+    void leftpar_Click();
+    void kritikal_Click();
+    void allrandom_Click();
+    void sygr_Click();
+    void Optimize_Click();
+    void fylaxe_Click();
+    void Form_MouseDown(double x, double y);
+    void Form_MouseUp(double x, double y);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    // Draws a picture and keeps it, so that a resized bench draws it again
+    // with its texts measured for the new size. Pictures draw only from
+    // what they captured, never from the shared values.
+    void paint(std::function<void()> picture);
+    // Copies every control into the shared values (tilt in degrees).
+    void syncSharedValues();
+    // The redraw of every change: the bench and the ray for the current
+    // incidence angle, with the handler's notes in the top-left corner.
+    void redraw(const QStringList& notes);
+
+    // --- drawing pieces used by the pictures ----------------------------------
+    void drawBlock(const Block& block);
+    // cls, the radius-150 circle, the axes and the block.
+    void drawBench(const Block& block, bool withSourceCircle = true);
+    void drawTrace(const RayTrace& trace, std::optional<QColor> incidentColour = std::nullopt,
+                   std::optional<QColor> otherColour = std::nullopt);
+    // Texts from the top-left corner down.
+    void printNotes(const QStringList& notes);
+    // Asks, on the bench, for a direction of the block.
+    void drawDirectionHint();
+
+    static bool hasDirection(const Block& block) { return block.direction == 1 || block.direction == 2; }
+    static void keepMeasurement(const RayTrace& trace);
+    void parallelBeam(bool fromTheRight);
+
+    QActionGroup* directionGroup_;
+    std::function<void()> picture_;
+    BenchRandom random_;
+};
