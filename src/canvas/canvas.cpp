@@ -1,6 +1,5 @@
 #include "canvas/canvas.h"
 
-#include <QFontMetricsF>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -18,10 +17,20 @@ namespace {
 constexpr std::size_t kMaxRecordedOps = 200000;
 
 // Pixel coordinates further out than this are clipped before painting:
-// the painter works in integers internally and must never see huge values.
+// the rasteriser works in fixed point internally and must never see huge values.
 constexpr double kPixelLimit = 1.0e6;
 
+constexpr int kMaxDrawWidth = 1000;
+constexpr double kMinFontPoints = 1.0;
+constexpr double kMaxFontPoints = 500.0;
+
+// The printed texts kept for inspection, and how many of the newest of them
+// the accessible description reads out.
+constexpr qsizetype kMaxPrintedTexts = 5000;
+constexpr qsizetype kDescribedTexts = 200;
+
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
+constexpr double kDegreesPerRadian = 180.0 / std::numbers::pi;
 
 Qt::PenStyle penStyleFor(DrawStyle s) {
     switch (s) {
@@ -36,11 +45,14 @@ Qt::PenStyle penStyleFor(DrawStyle s) {
     return Qt::SolidLine;
 }
 
+double clampPixel(double v) { return std::clamp(v, -kPixelLimit, kPixelLimit); }
+
 // Liang–Barsky clip of a segment to the square ±kPixelLimit. Returns false
-// when nothing of it lies inside.
+// when nothing of it lies inside. The segment is walked as x1 + u·d for u in
+// [0, 2] with d half the difference, which cannot overflow for finite ends.
 bool clipToLimit(double& x1, double& y1, double& x2, double& y2) {
-    double t0 = 0.0, t1 = 1.0;
-    const double dx = x2 - x1, dy = y2 - y1;
+    double u0 = 0.0, u1 = 2.0;
+    const double dx = x2 * 0.5 - x1 * 0.5, dy = y2 * 0.5 - y1 * 0.5;
     const double p[4] = {-dx, dx, -dy, dy};
     const double q[4] = {x1 + kPixelLimit, kPixelLimit - x1, y1 + kPixelLimit, kPixelLimit - y1};
     for (int i = 0; i < 4; ++i) {
@@ -48,76 +60,131 @@ bool clipToLimit(double& x1, double& y1, double& x2, double& y2) {
             if (q[i] < 0.0) return false;
             continue;
         }
-        const double t = q[i] / p[i];
-        if (p[i] < 0.0) t0 = std::max(t0, t);
-        else t1 = std::min(t1, t);
-        if (t0 > t1) return false;
+        const double u = q[i] / p[i];
+        if (p[i] < 0.0) u0 = std::max(u0, u);
+        else u1 = std::min(u1, u);
+        if (u0 > u1) return false;
     }
-    const double ox = x1, oy = y1;
-    x1 = ox + t0 * dx;
-    y1 = oy + t0 * dy;
-    x2 = ox + t1 * dx;
-    y2 = oy + t1 * dy;
+    // Each clipped end is reckoned from the nearer original end, which keeps
+    // the precision that the input has; the clamp guards against rounding in
+    // ill-conditioned cases (both ends astronomically far away).
+    const double ox1 = x1, oy1 = y1, ox2 = x2, oy2 = y2;
+    x1 = clampPixel(ox1 + u0 * dx);
+    y1 = clampPixel(oy1 + u0 * dy);
+    x2 = clampPixel(ox2 - (2.0 - u1) * dx);
+    y2 = clampPixel(oy2 - (2.0 - u1) * dy);
     return true;
 }
 
-double clampPixel(double v) { return std::clamp(v, -kPixelLimit, kPixelLimit); }
+// Thin pens of an odd width in device pixels are centred on pixel centres,
+// so that a line at a whole pixel coordinate lights one full row of pixels
+// rather than half of two. The offset is in logical pixels.
+double penOffset(int drawWidth, qreal dpr) {
+    const long deviceWidth = std::lround(drawWidth * dpr);
+    return deviceWidth % 2 != 0 ? 0.5 / dpr : 0.0;
+}
 
 }  // namespace
 
 Canvas::Canvas(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);  // the image covers every pixel: no flicker
     setFocusPolicy(Qt::ClickFocus);
-    rebuildImage();
+    syncImage();
 }
 
 Canvas::~Canvas() = default;
 
 // ---------------------------------------------------------------- scale ---
 
-void Canvas::scale(double x1, double y1, double x2, double y2) {
-    if (!finite({x1, y1, x2, y2}) || x1 == x2 || y1 == y2) {
-        ++skipped_;
+UserScale Canvas::userScale() const {
+    if (customScale_) return scale_;
+    return UserScale{0.0, 0.0, areaWidth(), areaHeight()};
+}
+
+void Canvas::setUserScale(const UserScale& s) {
+    if (!finite({s.left, s.top, s.width, s.height}) || !s.usable()) {
+        skip();
         return;
     }
-    scale_ = UserScale::fromCorners(x1, y1, x2, y2);
+    // Recorded drawing and placed controls are held in area fractions, so
+    // neither moves: a new scale only changes how later coordinates map.
+    scale_ = s;
     customScale_ = true;
-    scaleChanged();
 }
 
-void Canvas::setScaleLeft(double v) { if (std::isfinite(v)) { scale_.left = v; customScale_ = true; scaleChanged(); } }
-void Canvas::setScaleTop(double v) { if (std::isfinite(v)) { scale_.top = v; customScale_ = true; scaleChanged(); } }
+void Canvas::scale(double x1, double y1, double x2, double y2) {
+    if (!finite({x1, y1, x2, y2})) {
+        skip();
+        return;
+    }
+    setUserScale(UserScale::fromCorners(x1, y1, x2, y2));
+}
+
+void Canvas::setScaleLeft(double v) {
+    UserScale s = userScale();
+    s.left = v;
+    setUserScale(s);
+}
+
+void Canvas::setScaleTop(double v) {
+    UserScale s = userScale();
+    s.top = v;
+    setUserScale(s);
+}
+
 void Canvas::setScaleWidth(double v) {
-    if (std::isfinite(v) && v != 0.0) { scale_.width = v; customScale_ = true; scaleChanged(); }
-}
-void Canvas::setScaleHeight(double v) {
-    if (std::isfinite(v) && v != 0.0) { scale_.height = v; customScale_ = true; scaleChanged(); }
+    UserScale s = userScale();
+    s.width = v;
+    setUserScale(s);
 }
 
-void Canvas::scaleChanged() { placeControls(); }
+void Canvas::setScaleHeight(double v) {
+    UserScale s = userScale();
+    s.height = v;
+    setUserScale(s);
+}
+
+double Canvas::userPerPixelX() const { return userScale().width / areaWidth(); }
+double Canvas::userPerPixelY() const { return userScale().height / areaHeight(); }
 
 double Canvas::areaWidth() const { return std::max(1, width()); }
 double Canvas::areaHeight() const { return std::max(1, height()); }
+
+double Canvas::fracX(double x) const {
+    const UserScale s = userScale();
+    return (x - s.left) / s.width;
+}
+
+double Canvas::fracY(double y) const {
+    const UserScale s = userScale();
+    return (y - s.top) / s.height;
+}
 
 QPointF Canvas::toLogical(double x, double y) const {
     return {fracX(x) * areaWidth(), fracY(y) * areaHeight()};
 }
 
 QPointF Canvas::toDevice(double x, double y) const {
-    const QPointF p = toLogical(x, y);
-    return p * image_.devicePixelRatio();
+    return toLogical(x, y) * image().devicePixelRatio();
 }
 
 QPointF Canvas::toUser(const QPointF& widgetPoint) const {
-    return {scale_.fromPixelX(widgetPoint.x(), areaWidth()), scale_.fromPixelY(widgetPoint.y(), areaHeight())};
+    const UserScale s = userScale();
+    return {s.fromPixelX(widgetPoint.x(), areaWidth()), s.fromPixelY(widgetPoint.y(), areaHeight())};
+}
+
+const QImage& Canvas::image() const {
+    syncImage();
+    return image_;
 }
 
 QColor Canvas::pixelAt(double x, double y) const {
     const QPointF d = toDevice(x, y);
-    const int px = static_cast<int>(std::floor(d.x()));
-    const int py = static_cast<int>(std::floor(d.y()));
-    if (!image_.valid(px, py)) return {};
-    return image_.pixelColor(px, py);
+    if (!std::isfinite(d.x()) || !std::isfinite(d.y())) return {};
+    const double fx = std::floor(d.x());
+    const double fy = std::floor(d.y());
+    if (fx < 0 || fy < 0 || fx >= image_.width() || fy >= image_.height()) return {};
+    return image_.pixelColor(static_cast<int>(fx), static_cast<int>(fy));
 }
 
 // ---------------------------------------------------------------- state ---
@@ -127,11 +194,21 @@ void Canvas::setBackColor(const QColor& c) {
     cls();
 }
 
+void Canvas::setDrawWidth(int pixels) { state_.drawWidth = std::clamp(pixels, 1, kMaxDrawWidth); }
+
 void Canvas::setFontName(const QString& name) { fontName_ = name; }
-void Canvas::setFontSize(double points) { if (std::isfinite(points) && points > 0) fontSize_ = points; }
+
+void Canvas::setFontSize(double points) {
+    if (std::isfinite(points) && points > 0) fontSize_ = std::clamp(points, kMinFontPoints, kMaxFontPoints);
+}
+
 void Canvas::setFontBold(bool bold) { fontBold_ = bold; }
 
 QFont Canvas::currentFont() const { return programFont(fontName_, fontSize_, fontBold_); }
+
+// Text is measured on the image it is painted on, so that what print()
+// advances and what the painter draws agree on any screen.
+QFontMetricsF Canvas::metrics(const QFont& font) const { return QFontMetricsF(font, &image()); }
 
 bool Canvas::finite(std::initializer_list<double> values) {
     return std::all_of(values.begin(), values.end(), [](double v) { return std::isfinite(v); });
@@ -144,15 +221,21 @@ void Canvas::cls() {
     opsComplete_ = true;
     printed_.clear();
     setAccessibleDescription(QString());
-    currentX_ = scale_.left;
-    currentY_ = scale_.top;
+    const UserScale s = userScale();
+    currentX_ = s.left;
+    currentY_ = s.top;
+    syncImage();
     image_.fill(backColor_);
     update();
 }
 
 void Canvas::line(double x1, double y1, double x2, double y2, std::optional<QColor> colour) {
-    if (!finite({x1, y1, x2, y2})) { ++skipped_; return; }
-    record(LineOp{fracX(x1), fracY(y1), fracX(x2), fracY(y2), colour.value_or(state_.foreColor), state_});
+    LineOp op{fracX(x1), fracY(y1), fracX(x2), fracY(y2), colour.value_or(state_.foreColor), state_};
+    if (!finite({x1, y1, x2, y2, op.x1, op.y1, op.x2, op.y2})) {
+        skip();
+        return;
+    }
+    record(std::move(op));
     currentX_ = x2;
     currentY_ = y2;
 }
@@ -162,74 +245,127 @@ void Canvas::lineTo(double x2, double y2, std::optional<QColor> colour) {
 }
 
 void Canvas::box(double x1, double y1, double x2, double y2, std::optional<QColor> colour) {
-    if (!finite({x1, y1, x2, y2})) { ++skipped_; return; }
-    record(BoxOp{fracX(x1), fracY(y1), fracX(x2), fracY(y2), colour.value_or(state_.foreColor), false, state_});
+    BoxOp op{fracX(x1), fracY(y1), fracX(x2), fracY(y2), colour.value_or(state_.foreColor), false, state_};
+    if (!finite({x1, y1, x2, y2, op.x1, op.y1, op.x2, op.y2})) {
+        skip();
+        return;
+    }
+    record(std::move(op));
     currentX_ = x2;
     currentY_ = y2;
 }
 
 void Canvas::filledBox(double x1, double y1, double x2, double y2, std::optional<QColor> colour) {
-    if (!finite({x1, y1, x2, y2})) { ++skipped_; return; }
-    record(BoxOp{fracX(x1), fracY(y1), fracX(x2), fracY(y2), colour.value_or(state_.foreColor), true, state_});
+    BoxOp op{fracX(x1), fracY(y1), fracX(x2), fracY(y2), colour.value_or(state_.foreColor), true, state_};
+    if (!finite({x1, y1, x2, y2, op.x1, op.y1, op.x2, op.y2})) {
+        skip();
+        return;
+    }
+    record(std::move(op));
     currentX_ = x2;
     currentY_ = y2;
 }
 
 void Canvas::circle(double x, double y, double radius, std::optional<QColor> colour, std::optional<double> startAngle,
                     std::optional<double> endAngle, double aspect) {
-    if (!finite({x, y, radius, aspect}) || (startAngle && !std::isfinite(*startAngle)) ||
+    CircleOp op{fracX(x), fracY(y), std::fabs(radius / userScale().width), colour.value_or(state_.foreColor),
+                startAngle, endAngle, aspect, state_, std::nullopt};
+    if (!finite({x, y, radius, aspect, op.x, op.y, op.radius}) || (startAngle && !std::isfinite(*startAngle)) ||
         (endAngle && !std::isfinite(*endAngle)) || aspect <= 0.0) {
-        ++skipped_;
+        skip();
         return;
     }
-    record(CircleOp{fracX(x), fracY(y), std::fabs(radius / scale_.width), colour.value_or(state_.foreColor),
-                    startAngle, endAngle, aspect, state_, std::nullopt});
+    record(std::move(op));
     currentX_ = x;
     currentY_ = y;
 }
 
 void Canvas::filledCircle(double x, double y, double radius, const QColor& colour) {
-    if (!finite({x, y, radius})) { ++skipped_; return; }
-    record(CircleOp{fracX(x), fracY(y), std::fabs(radius / scale_.width), colour, std::nullopt, std::nullopt, 1.0,
-                    state_, colour});
+    CircleOp op{fracX(x), fracY(y), std::fabs(radius / userScale().width), colour, std::nullopt, std::nullopt, 1.0,
+                state_, colour};
+    if (!finite({x, y, radius, op.x, op.y, op.radius})) {
+        skip();
+        return;
+    }
+    record(std::move(op));
     currentX_ = x;
     currentY_ = y;
 }
 
 void Canvas::pset(double x, double y, std::optional<QColor> colour) {
-    if (!finite({x, y})) { ++skipped_; return; }
-    record(PointOp{fracX(x), fracY(y), colour.value_or(state_.foreColor), state_});
+    PointOp op{fracX(x), fracY(y), colour.value_or(state_.foreColor), state_};
+    if (!finite({x, y, op.x, op.y})) {
+        skip();
+        return;
+    }
+    record(std::move(op));
     currentX_ = x;
     currentY_ = y;
 }
 
-void Canvas::print(const QString& text) {
-    if (!finite({currentX_, currentY_})) { ++skipped_; return; }
-    const QStringList lines = text.split(QLatin1Char('\n'));
-    const QFont font = currentFont();
-    const double lineHeightUser = QFontMetricsF(font).lineSpacing() * scale_.height / areaHeight();
-    for (const QString& lineText : lines) {
-        record(TextOp{fracX(currentX_), fracY(currentY_), lineText, font, state_.foreColor});
-        currentY_ += lineHeightUser;
-        currentX_ = scale_.left;
+void Canvas::print(const QString& text, PrintEnd end) {
+    if (!finite({currentX_, currentY_, fracX(currentX_), fracY(currentY_)})) {
+        skip();
+        return;
     }
+    const UserScale s = userScale();
+    const QFont font = currentFont();
+    const QFontMetricsF fm = metrics(font);
+    // One line down the screen, in user units (negative on a y-up scale).
+    const double lineStep = fm.lineSpacing() * s.height / areaHeight();
+    QString cleaned = text;
+    cleaned.remove(QLatin1Char('\r'));
+    const QStringList lines = cleaned.split(QLatin1Char('\n'));
+    double x = currentX_;
+    double y = currentY_;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        if (i > 0) {
+            x = s.left;
+            y += lineStep;
+        }
+        if (!lines[i].isEmpty())
+            record(TextOp{fracX(x), fracY(y), lines[i], font, state_.foreColor, areaWidth(), areaHeight()});
+    }
+    if (end == PrintEnd::NextLine) {
+        currentX_ = s.left;
+        currentY_ = y + lineStep;
+    } else {
+        currentX_ = x + fm.horizontalAdvance(lines.back()) * s.width / areaWidth();
+        currentY_ = y;
+    }
+
     printed_.append(text);
-    setAccessibleDescription(printed_.join(QLatin1Char('\n')));
+    if (printed_.size() > kMaxPrintedTexts) printed_.remove(0, printed_.size() - kMaxPrintedTexts);
+    const qsizetype first = std::max<qsizetype>(0, printed_.size() - kDescribedTexts);
+    setAccessibleDescription(printed_.mid(first).join(QLatin1Char('\n')));
 }
 
 double Canvas::textWidth(const QString& text) const {
-    return QFontMetricsF(currentFont()).horizontalAdvance(text) * std::fabs(scale_.width) / areaWidth();
+    const QFontMetricsF fm = metrics(currentFont());
+    double widest = 0.0;
+    QString cleaned = text;
+    cleaned.remove(QLatin1Char('\r'));
+    for (const QString& lineText : cleaned.split(QLatin1Char('\n')))
+        widest = std::max(widest, fm.horizontalAdvance(lineText));
+    return widest * std::fabs(userPerPixelX());
 }
 
 double Canvas::textHeight(const QString& text) const {
-    const int lines = static_cast<int>(text.count(QLatin1Char('\n'))) + 1;
-    return QFontMetricsF(currentFont()).lineSpacing() * lines * std::fabs(scale_.height) / areaHeight();
+    const auto lines = text.count(QLatin1Char('\n')) + 1;
+    return metrics(currentFont()).lineSpacing() * static_cast<double>(lines) * std::fabs(userPerPixelY());
 }
 
 // ------------------------------------------------------------ recording ---
 
 void Canvas::record(Op op) {
-    paintOne(op);
+    syncImage();
+    {
+        QPainter painter(&image_);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setRenderHint(QPainter::TextAntialiasing);
+        paintOp(painter, op);
+    }
+    update();
     if (!opsComplete_) return;
     if (ops_.size() >= kMaxRecordedOps) {
         ops_.clear();
@@ -239,21 +375,13 @@ void Canvas::record(Op op) {
     ops_.push_back(std::move(op));
 }
 
-void Canvas::paintOne(const Op& op) {
-    if (image_.isNull()) return;
-    QPainter painter(&image_);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::TextAntialiasing);
-    paintOp(painter, op);
-    painter.end();
-    update();
-}
-
-QPen Canvas::makePen(const QColor& colour, const PenState& pen) const {
+QPen Canvas::makePen(const QColor& colour, const PenState& pen) {
     QPen p(colour);
     p.setWidthF(pen.drawWidth);
     p.setStyle(penStyleFor(pen.drawStyle));
-    p.setCapStyle(Qt::RoundCap);
+    if (p.style() != Qt::SolidLine) p.setCapStyle(Qt::FlatCap);  // keeps the gaps of dashes and dots open
+    else if (pen.drawWidth <= 1) p.setCapStyle(Qt::SquareCap);   // whole end pixels
+    else p.setCapStyle(Qt::RoundCap);
     p.setJoinStyle(Qt::RoundJoin);
     return p;
 }
@@ -261,151 +389,209 @@ QPen Canvas::makePen(const QColor& colour, const PenState& pen) const {
 void Canvas::paintOp(QPainter& painter, const Op& op) const {
     const double w = areaWidth();
     const double h = areaHeight();
+    const qreal dpr = painter.device()->devicePixelRatio();
     std::visit(
         [&](const auto& o) {
             using T = std::decay_t<decltype(o)>;
             if constexpr (std::is_same_v<T, LineOp>) {
                 double x1 = o.x1 * w, y1 = o.y1 * h, x2 = o.x2 * w, y2 = o.y2 * h;
                 if (!clipToLimit(x1, y1, x2, y2)) return;
+                const double off = penOffset(o.pen.drawWidth, dpr);
                 painter.setPen(makePen(o.colour, o.pen));
-                if (x1 == x2 && y1 == y2) painter.drawPoint(QPointF(x1, y1));
-                else painter.drawLine(QPointF(x1, y1), QPointF(x2, y2));
+                if (x1 == x2 && y1 == y2) painter.drawPoint(QPointF(x1 + off, y1 + off));
+                else painter.drawLine(QPointF(x1 + off, y1 + off), QPointF(x2 + off, y2 + off));
             } else if constexpr (std::is_same_v<T, BoxOp>) {
-                const QRectF r = QRectF(QPointF(clampPixel(o.x1 * w), clampPixel(o.y1 * h)),
-                                        QPointF(clampPixel(o.x2 * w), clampPixel(o.y2 * h)))
-                                     .normalized();
+                const double left = clampPixel(std::min(o.x1, o.x2) * w);
+                const double right = clampPixel(std::max(o.x1, o.x2) * w);
+                const double top = clampPixel(std::min(o.y1, o.y2) * h);
+                const double bottom = clampPixel(std::max(o.y1, o.y2) * h);
+                // Interior: whole device pixels, at least one, no soft edges.
+                auto snapped = [dpr](double a, double b) {
+                    double da = std::round(a * dpr), db = std::round(b * dpr);
+                    if (db <= da) db = da + 1.0;
+                    return std::pair<double, double>(da / dpr, db / dpr);
+                };
+                const auto [sl, sr] = snapped(left, right);
+                const auto [st, sb] = snapped(top, bottom);
+                const QRectF inner(QPointF(sl, st), QPointF(sr, sb));
                 if (o.filled) {
-                    painter.fillRect(r, o.colour);
-                } else {
-                    painter.setPen(makePen(o.colour, o.pen));
-                    painter.setBrush(Qt::NoBrush);
-                    painter.drawRect(r);
-                }
-            } else if constexpr (std::is_same_v<T, CircleOp>) {
-                double rx = o.radius * w;
-                double ry = rx;
-                if (o.aspect < 1.0) ry = rx * o.aspect;
-                else if (o.aspect > 1.0) rx = ry / o.aspect;
-                if (rx > kPixelLimit || ry > kPixelLimit) return;
-                const QPointF c(clampPixel(o.x * w), clampPixel(o.y * h));
-                const QRectF rect(c.x() - rx, c.y() - ry, 2 * rx, 2 * ry);
-                painter.setPen(makePen(o.colour, o.pen));
-                const bool fill = o.forcedFill.has_value() || o.pen.fillStyle == FillStyle::Solid;
-                painter.setBrush(fill ? QBrush(o.forcedFill.value_or(o.pen.fillColor)) : QBrush(Qt::NoBrush));
-                if (!o.start && !o.end) {
-                    painter.drawEllipse(rect);
+                    painter.fillRect(inner, o.colour);
                     return;
                 }
-                const double s = std::fabs(o.start.value_or(0.0));
-                const double e = std::fabs(o.end.value_or(kTwoPi));
-                const bool radiusAtStart = o.start && *o.start < 0.0;
-                const bool radiusAtEnd = o.end && *o.end < 0.0;
-                double sweep = std::fmod(e - s, kTwoPi);
-                if (sweep <= 0.0) sweep += kTwoPi;
-                const double startDeg = s * 180.0 / std::numbers::pi;
-                const double sweepDeg = sweep * 180.0 / std::numbers::pi;
-                QPainterPath path;
-                if (radiusAtStart || radiusAtEnd) {
-                    path.moveTo(c);
-                    path.arcTo(rect, startDeg, sweepDeg);
-                    if (radiusAtStart && radiusAtEnd) {
-                        path.closeSubpath();
-                    } else if (radiusAtStart) {
-                        // centre → start of arc → arc; the path already holds both
-                    } else {
-                        // only the radius to the end: arc first, then back to centre
-                        path = QPainterPath();
-                        path.arcMoveTo(rect, startDeg);
-                        path.arcTo(rect, startDeg, sweepDeg);
-                        path.lineTo(c);
-                    }
-                    if (!(radiusAtStart && radiusAtEnd)) painter.setBrush(Qt::NoBrush);
-                    painter.drawPath(path);
-                } else {
-                    path.arcMoveTo(rect, startDeg);
-                    path.arcTo(rect, startDeg, sweepDeg);
-                    painter.setBrush(Qt::NoBrush);
-                    painter.drawPath(path);
-                }
+                if (o.pen.fillStyle == FillStyle::Solid) painter.fillRect(inner, o.pen.fillColor);
+                const double off = penOffset(o.pen.drawWidth, dpr);
+                QPen pen = makePen(o.colour, o.pen);
+                pen.setJoinStyle(Qt::MiterJoin);
+                painter.setPen(pen);
+                painter.setBrush(Qt::NoBrush);
+                painter.drawRect(QRectF(QPointF(left + off, top + off), QPointF(right + off, bottom + off)));
+            } else if constexpr (std::is_same_v<T, CircleOp>) {
+                paintCircle(painter, o, w, h, dpr);
             } else if constexpr (std::is_same_v<T, PointOp>) {
                 const QPointF p(o.x * w, o.y * h);
                 if (std::fabs(p.x()) > kPixelLimit || std::fabs(p.y()) > kPixelLimit) return;
                 if (o.pen.drawWidth <= 1) {
                     painter.fillRect(QRectF(std::floor(p.x()), std::floor(p.y()), 1, 1), o.colour);
                 } else {
+                    const double off = penOffset(o.pen.drawWidth, dpr);
                     painter.setPen(Qt::NoPen);
                     painter.setBrush(o.colour);
-                    painter.drawEllipse(p, o.pen.drawWidth / 2.0, o.pen.drawWidth / 2.0);
+                    painter.drawEllipse(p + QPointF(off, off), o.pen.drawWidth / 2.0, o.pen.drawWidth / 2.0);
                 }
             } else if constexpr (std::is_same_v<T, TextOp>) {
                 const QPointF topLeft(o.x * w, o.y * h);
                 if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
-                painter.setFont(o.font);
+                QFont font = o.font;
+                const double shrink = std::min({1.0, w / o.areaWidth, h / o.areaHeight});
+                if (shrink < 1.0) font.setPointSizeF(std::max(kMinFontPoints, font.pointSizeF() * shrink));
+                painter.setFont(font);
                 painter.setPen(o.colour);
-                const QFontMetricsF metrics(o.font);
-                painter.drawText(QPointF(topLeft.x(), topLeft.y() + metrics.ascent()), o.text);
+                const QFontMetricsF fm(font, painter.device());
+                painter.drawText(QPointF(topLeft.x(), topLeft.y() + fm.ascent()), o.text);
             }
         },
         op);
 }
 
-void Canvas::rebuildImage() {
-    const qreal dpr = devicePixelRatioF();
+void Canvas::paintCircle(QPainter& painter, const CircleOp& o, double w, double h, qreal dpr) {
+    double rx = o.radius * w;
+    double ry = rx;
+    if (o.aspect < 1.0) ry = rx * o.aspect;
+    else if (o.aspect > 1.0) rx = ry / o.aspect;
+    const double off = penOffset(o.pen.drawWidth, dpr);
+    const double cx = o.x * w + off;
+    const double cy = o.y * h + off;
+    if (!std::isfinite(rx) || !std::isfinite(ry)) return;
+
+    const bool wholeFigure = !o.start && !o.end;
+    const bool fill = o.forcedFill.has_value() || o.pen.fillStyle == FillStyle::Solid;
+    const QColor fillColour = o.forcedFill.value_or(o.pen.fillColor);
+
+    // Nothing of it near the area: nothing to paint.
+    const double margin = o.pen.drawWidth;
+    if (cx + rx < -margin || cx - rx > w + margin || cy + ry < -margin || cy - ry > h + margin) return;
+    if (rx > kPixelLimit || ry > kPixelLimit || std::fabs(cx) > kPixelLimit || std::fabs(cy) > kPixelLimit) {
+        // Too big to hand to the rasteriser. Its outline cannot be seen
+        // unless it crosses the area; a filled disc that covers the whole
+        // area still colours it.
+        if (wholeFigure && fill && rx > 0 && ry > 0) {
+            auto inside = [&](double px, double py) {
+                const double dx = (px - cx) / rx, dy = (py - cy) / ry;
+                return dx * dx + dy * dy <= 1.0;
+            };
+            if (inside(0, 0) && inside(w, 0) && inside(0, h) && inside(w, h))
+                painter.fillRect(QRectF(0, 0, w, h), fillColour);
+        }
+        return;
+    }
+
+    const QPointF c(cx, cy);
+    const QRectF rect(cx - rx, cy - ry, 2 * rx, 2 * ry);
+    painter.setPen(makePen(o.colour, o.pen));
+    painter.setBrush(fill ? QBrush(fillColour) : QBrush(Qt::NoBrush));
+    if (wholeFigure) {
+        painter.drawEllipse(rect);
+        return;
+    }
+
+    // Magnitudes give the angles; the sign asks for the radius to that end.
+    const double s = std::fmod(std::fabs(o.start.value_or(0.0)), kTwoPi);
+    const double e = std::fmod(std::fabs(o.end.value_or(kTwoPi)), kTwoPi);
+    const bool radiusAtStart = o.start && *o.start < 0.0;
+    const bool radiusAtEnd = o.end && *o.end < 0.0;
+    double sweep = e - s;
+    if (sweep <= 0.0) sweep += kTwoPi;  // counter-clockwise; equal ends make a whole turn
+    const double startDeg = s * kDegreesPerRadian;
+    const double sweepDeg = sweep * kDegreesPerRadian;
+
+    QPainterPath path;
+    if (radiusAtStart) {
+        path.moveTo(c);  // arcTo joins the centre to the start of the arc
+        path.arcTo(rect, startDeg, sweepDeg);
+    } else {
+        path.arcMoveTo(rect, startDeg);
+        path.arcTo(rect, startDeg, sweepDeg);
+    }
+    if (radiusAtEnd) path.lineTo(c);
+    const bool closedPie = radiusAtStart && radiusAtEnd;
+    if (closedPie) path.closeSubpath();
+    if (!closedPie) painter.setBrush(Qt::NoBrush);
+    painter.drawPath(path);
+}
+
+// -------------------------------------------------------------- image ---
+
+void Canvas::syncImage() const {
+    const qreal dpr = devicePixelRatio();
     const QSize logical(std::max(1, width()), std::max(1, height()));
     const QSize device = (QSizeF(logical) * dpr).toSize();
     if (!image_.isNull() && image_.size() == device && qFuzzyCompare(image_.devicePixelRatio(), dpr)) return;
+    rebuildImage(device, dpr);
+}
 
+void Canvas::rebuildImage(const QSize& device, qreal dpr) const {
     QImage fresh(device, QImage::Format_ARGB32_Premultiplied);
     fresh.setDevicePixelRatio(dpr);
+    // Points in text sizes mean what they mean for the widgets around.
+    fresh.setDotsPerMeterX(static_cast<int>(std::lround(logicalDpiX() / 0.0254)));
+    fresh.setDotsPerMeterY(static_cast<int>(std::lround(logicalDpiY() / 0.0254)));
     fresh.fill(backColor_);
-    QPainter painter(&fresh);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::TextAntialiasing);
-    if (opsComplete_) {
-        for (const Op& op : ops_) paintOp(painter, op);
-    } else if (!image_.isNull()) {
-        painter.drawImage(QRectF(QPointF(0, 0), QSizeF(logical)), image_);
+    {
+        QPainter painter(&fresh);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setRenderHint(QPainter::TextAntialiasing);
+        if (opsComplete_) {
+            for (const Op& op : ops_) paintOp(painter, op);
+        } else if (!image_.isNull()) {
+            painter.setRenderHint(QPainter::SmoothPixmapTransform);
+            painter.drawImage(QRectF(QPointF(0, 0), QSizeF(device) / dpr), image_);
+        }
     }
-    painter.end();
     image_ = std::move(fresh);
 }
 
+// ------------------------------------------------------------ controls ---
+
 void Canvas::placeControl(QWidget* control, double left, double top, double width, double height) {
-    if (!control || !finite({left, top, width, height})) return;
+    if (!control || control == this || !finite({left, top, width, height})) return;
+    const UserScale s = userScale();
+    Placement placement{control, fracX(left), fracY(top), std::fabs(width / s.width), std::fabs(height / s.height)};
+    if (!finite({placement.left, placement.top, placement.width, placement.height})) return;
+
+    // A control hidden on purpose stays hidden; any other shows with the canvas
+    // (a child added to a visible widget would otherwise stay invisible).
+    const bool hiddenOnPurpose =
+        control->testAttribute(Qt::WA_WState_ExplicitShowHide) && control->testAttribute(Qt::WA_WState_Hidden);
     if (control->parentWidget() != this) control->setParent(this);
-    auto it = std::find_if(placements_.begin(), placements_.end(),
-                           [control](const Placement& p) { return p.control == control; });
-    if (it == placements_.end()) placements_.push_back({control, left, top, width, height});
-    else *it = {control, left, top, width, height};
+    if (!hiddenOnPurpose) control->show();
+
+    std::erase_if(placements_, [control](const Placement& p) { return p.control.isNull() || p.control == control; });
+    placements_.push_back(placement);
     placeControls();
 }
 
 void Canvas::placeControls() {
+    std::erase_if(placements_, [](const Placement& p) { return p.control.isNull(); });
+    const double w = areaWidth();
+    const double h = areaHeight();
+    auto pixel = [](double v) { return static_cast<int>(std::lround(clampPixel(v))); };
     for (const Placement& p : placements_) {
-        if (!p.control) continue;
-        const QPointF topLeft = toLogical(p.left, p.top);
-        int w = p.control->width();
-        int h = p.control->height();
-        if (p.width != 0.0) w = static_cast<int>(std::lround(std::fabs(p.width / scale_.width) * areaWidth()));
-        if (p.height != 0.0) h = static_cast<int>(std::lround(std::fabs(p.height / scale_.height) * areaHeight()));
-        p.control->setGeometry(static_cast<int>(std::lround(clampPixel(topLeft.x()))),
-                               static_cast<int>(std::lround(clampPixel(topLeft.y()))), std::max(w, 1),
-                               std::max(h, 1));
+        const int pw = p.width > 0.0 ? pixel(p.width * w) : p.control->width();
+        const int ph = p.height > 0.0 ? pixel(p.height * h) : p.control->height();
+        p.control->setGeometry(pixel(p.left * w), pixel(p.top * h), std::max(pw, 1), std::max(ph, 1));
     }
 }
 
 // --------------------------------------------------------------- events ---
 
 void Canvas::paintEvent(QPaintEvent*) {
-    // Moving to a screen of another pixel ratio: redraw at the new density.
-    if (!qFuzzyCompare(image_.devicePixelRatio(), devicePixelRatioF())) rebuildImage();
+    syncImage();  // a new size or another screen's pixel ratio: redraw sharply first
     QPainter painter(this);
     painter.drawImage(QPointF(0, 0), image_);
 }
 
 void Canvas::resizeEvent(QResizeEvent*) {
-    if (!customScale_) scale_ = UserScale{0, 0, areaWidth(), areaHeight()};
-    rebuildImage();
+    syncImage();
     placeControls();
 }
 

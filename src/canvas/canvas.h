@@ -1,6 +1,7 @@
 #pragma once
 #include <QColor>
 #include <QFont>
+#include <QFontMetricsF>
 #include <QImage>
 #include <QPointer>
 #include <QStringList>
@@ -18,17 +19,27 @@ enum class DrawStyle { Solid = 0, Dash = 1, Dot = 2, DashDot = 3, DashDotDot = 4
 // Whether closed figures (circles, pies) are filled with FillColor.
 enum class FillStyle { Solid = 0, Transparent = 1 };
 
+// Where the pen goes after print(): to the start of the next line, or on
+// along the same line just past the text.
+enum class PrintEnd { NextLine, SameLine };
+
 // A drawing area with a user coordinate system, a pen position and the
 // classic drawing operations. Everything drawn goes into a persistent backing
 // image, so the figure survives hiding and covering; the operations since the
-// last cls() are also kept as a list in user coordinates, so that a resized or
+// last cls() are also kept as a list in area fractions, so that a resized or
 // re-scaled (high-DPI) window redraws them sharply at the new size.
 //
 // Coordinates that are not finite never reach the painter: such an operation
-// is skipped (and counted in skippedOperations()).
+// is skipped (and counted in skippedOperations()). Coordinates that are finite
+// but far outside the area are clipped before painting.
+//
+// One-pixel lines at whole user coordinates light whole pixels: user x maps to
+// the pixel column that starts there, and thin pens are drawn through pixel
+// centres, so a line along y = 0 on a 400-pixel bench is one crisp row.
 //
 // The canvas can host controls: placeControl() positions a child widget in
-// user units and keeps it there when the area is resized.
+// user units. The control keeps its place in the area when the canvas is
+// resized; a later change of scale leaves controls where they stand.
 class Canvas : public QWidget {
     Q_OBJECT
 public:
@@ -36,16 +47,21 @@ public:
     ~Canvas() override;
 
     // --- user scale -------------------------------------------------------
+    // Until a scale is set the user units are the area's pixels.
     void scale(double x1, double y1, double x2, double y2);  // Scale (x1, y1)-(x2, y2)
-    UserScale userScale() const { return scale_; }
-    double scaleLeft() const { return scale_.left; }
-    double scaleTop() const { return scale_.top; }
-    double scaleWidth() const { return scale_.width; }
-    double scaleHeight() const { return scale_.height; }
+    UserScale userScale() const;
+    double scaleLeft() const { return userScale().left; }
+    double scaleTop() const { return userScale().top; }
+    double scaleWidth() const { return userScale().width; }
+    double scaleHeight() const { return userScale().height; }
     void setScaleLeft(double v);
     void setScaleTop(double v);
     void setScaleWidth(double v);
     void setScaleHeight(double v);
+    // User units per pixel of the area (signed: negative when the axis runs
+    // against the screen's direction, as y does on a y-up scale).
+    double userPerPixelX() const;
+    double userPerPixelY() const;
 
     // --- pen position -----------------------------------------------------
     double currentX() const { return currentX_; }
@@ -59,7 +75,7 @@ public:
     QColor backColor() const { return backColor_; }
     void setBackColor(const QColor& c);  // like the classic property: also clears
     int drawWidth() const { return state_.drawWidth; }
-    void setDrawWidth(int pixels) { state_.drawWidth = pixels < 1 ? 1 : pixels; }
+    void setDrawWidth(int pixels);  // 1 … 1000
     DrawStyle drawStyle() const { return state_.drawStyle; }
     void setDrawStyle(DrawStyle s) { state_.drawStyle = s; }
     QColor fillColor() const { return state_.fillColor; }
@@ -71,7 +87,7 @@ public:
     QString fontName() const { return fontName_; }
     void setFontName(const QString& name);
     double fontSize() const { return fontSize_; }
-    void setFontSize(double points);
+    void setFontSize(double points);  // 1 … 500 points; other values are ignored or clamped
     bool fontBold() const { return fontBold_; }
     void setFontBold(bool bold);
     int fontCharset() const { return fontCharset_; }
@@ -87,42 +103,52 @@ public:
     void lineTo(double x2, double y2, std::optional<QColor> colour = std::nullopt);
     // The outline of the box with corners (x1, y1) and (x2, y2).
     void box(double x1, double y1, double x2, double y2, std::optional<QColor> colour = std::nullopt);
-    // The box filled with the colour (ForeColor when none is given).
+    // The box filled with the colour (ForeColor when none is given), edge to
+    // edge: a box from ScaleLeft to ScaleLeft + ScaleWidth fills the width.
     void filledBox(double x1, double y1, double x2, double y2, std::optional<QColor> colour = std::nullopt);
-    // A circle, or with start/end angles (radians, counter-clockwise from +x)
-    // an arc; a negative angle also draws the radius to that end of the arc
-    // (its magnitude is the angle). The radius is in x user units; aspect ≠ 1
-    // draws an ellipse whose height/width is aspect. Filled with FillColor
-    // when FillStyle is Solid (a closed pie when both radii are drawn).
+    // A circle, or with start/end angles (radians, counter-clockwise from +x
+    // on the screen) an arc; a negative angle also draws the radius to that
+    // end of the arc (its magnitude is the angle; −0.001 stands for 0). The
+    // arc runs counter-clockwise from the start to the end. The radius is in
+    // x user units; aspect ≠ 1 draws an ellipse whose height/width is aspect
+    // (above 1 the radius is the height). Filled with FillColor when
+    // FillStyle is Solid: a whole circle, or a closed pie when both radii are
+    // drawn. The pen ends at the centre.
     void circle(double x, double y, double radius, std::optional<QColor> colour = std::nullopt,
                 std::optional<double> startAngle = std::nullopt, std::optional<double> endAngle = std::nullopt,
                 double aspect = 1.0);
     // A filled disc in the given colour, regardless of FillStyle.
     void filledCircle(double x, double y, double radius, const QColor& colour);
+    // One pixel (a dot DrawWidth across when the pen is wider).
     void pset(double x, double y, std::optional<QColor> colour = std::nullopt);
-    // Writes the text with its top-left corner at the pen position; the pen
-    // moves to the start of the next line. '\n' starts new lines.
-    void print(const QString& text);
+    // Writes the text in ForeColor with its top-left corner at the pen
+    // position; '\n' starts new lines at ScaleLeft. Afterwards the pen is at
+    // ScaleLeft one line further down (NextLine), or just after the text on
+    // its last line (SameLine).
+    void print(const QString& text, PrintEnd end = PrintEnd::NextLine);
 
-    // Extent of a text in user units in the current font.
+    // Extent of a text in user units in the current font (always positive).
     double textWidth(const QString& text) const;
     double textHeight(const QString& text = QStringLiteral("Ag")) const;
 
     // --- placing controls -------------------------------------------------
     // Places a child widget with its top-left corner at (left, top) in user
     // units; a width/height (user units) of 0 keeps the widget's own size.
+    // The widget becomes a child of the canvas and stays visible unless it
+    // was hidden on purpose.
     void placeControl(QWidget* control, double left, double top, double width = 0.0, double height = 0.0);
 
     // --- inspection (tests, accessibility) --------------------------------
     // The backing image, in device pixels (size() × devicePixelRatio).
-    const QImage& image() const { return image_; }
+    const QImage& image() const;
     // The colour at a user coordinate.
     QColor pixelAt(double x, double y) const;
     // Device pixel of a user coordinate.
     QPointF toDevice(double x, double y) const;
     QPointF toLogical(double x, double y) const;  // in widget coordinates
     QPointF toUser(const QPointF& widgetPoint) const;
-    // Texts printed since the last cls(), in order.
+    // Texts printed since the last cls(), in order (the newest few thousand).
+    // The accessible description lists them too, one per line.
     const QStringList& printedTexts() const { return printed_; }
     int skippedOperations() const { return skipped_; }
     int recordedOperations() const { return static_cast<int>(ops_.size()); }
@@ -159,27 +185,34 @@ private:
         std::optional<QColor> forcedFill;
     };
     struct PointOp { double x, y; QColor colour; PenState pen; };
-    struct TextOp { double x, y; QString text; QFont font; QColor colour; };
+    // Text keeps its point size when the area grows; when it shrinks below
+    // the size the text was printed at, the text shrinks with it, so that
+    // lines printed one under another do not run into each other.
+    struct TextOp { double x, y; QString text; QFont font; QColor colour; double areaWidth, areaHeight; };
     using Op = std::variant<LineOp, BoxOp, CircleOp, PointOp, TextOp>;
 
+    // A placed control, in area fractions like the drawing (0 = own size).
     struct Placement { QPointer<QWidget> control; double left, top, width, height; };
 
     void record(Op op);
     void paintOp(QPainter& painter, const Op& op) const;
-    void paintOne(const Op& op);
-    void rebuildImage();
+    static void paintCircle(QPainter& painter, const CircleOp& o, double w, double h, qreal dpr);
+    static QPen makePen(const QColor& colour, const PenState& pen);
+    void syncImage() const;
+    void rebuildImage(const QSize& device, qreal dpr) const;
     void placeControls();
+    void setUserScale(const UserScale& s);
     QFont currentFont() const;
-    QPen makePen(const QColor& colour, const PenState& pen) const;
-    double fracX(double x) const { return (x - scale_.left) / scale_.width; }
-    double fracY(double y) const { return (y - scale_.top) / scale_.height; }
+    QFontMetricsF metrics(const QFont& font) const;
+    double fracX(double x) const;
+    double fracY(double y) const;
     double areaWidth() const;
     double areaHeight() const;
     static bool finite(std::initializer_list<double> values);
-    void scaleChanged();
+    void skip() { ++skipped_; }
 
     UserScale scale_{0, 0, 640, 480};
-    bool customScale_ = false;  // until scale() is called the scale follows the pixel size
+    bool customScale_ = false;  // until a scale is set the scale follows the pixel size
     double currentX_ = 0.0;
     double currentY_ = 0.0;
     PenState state_;
@@ -189,7 +222,9 @@ private:
     bool fontBold_ = false;
     int fontCharset_ = 161;
 
-    QImage image_;
+    // The image follows the widget's size and pixel ratio lazily: Qt delivers
+    // no resize event to a hidden widget, yet screens draw before showing.
+    mutable QImage image_;
     std::vector<Op> ops_;
     bool opsComplete_ = true;  // false once the list overflowed: resize then rescales pixels
     QStringList printed_;
