@@ -1,0 +1,26 @@
+#pragma once
+#include <optional>
+
+class Canvas;
+
+// Draws a pair of graph axes on the canvas, in its user coordinates, with
+// ticks, numeric labels and a blue grid:
+//
+// - the x axis runs from xMin to xMax at y = 0 when yMin … yMax contains 0,
+//   otherwise along the lower edge y = yMin; the y axis likewise at x = 0 or
+//   along the left edge x = xMin; both in ForeColor;
+// - ticks and labels stand at whole multiples of the tick step (xStep, yStep
+//   when given and positive, otherwise derived from the order of magnitude
+//   of the range), labels below the x axis and left of the y axis, written
+//   "0", "0.0", "0.00" or "0.00e+00" as the step needs;
+// - xLabelMax and yLabelMax, when given, end the ticks and labels there
+//   (a graph whose data stop at 80 on a range up to 110);
+// - horizontal grid lines in blue RGB(0, 0, 255) run from the y axis (x = 0
+//   when the x range contains 0) to xMax at every y tick below yMax, except
+//   along the x axis itself.
+//
+// A range that cannot be drawn (an end not finite, xMax ≤ xMin, yMax ≤ yMin)
+// draws nothing. The pen (CurrentX, CurrentY) is left after the last label.
+void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double yMin,
+                   std::optional<double> xLabelMax = std::nullopt, std::optional<double> yLabelMax = std::nullopt,
+                   std::optional<double> xStep = std::nullopt, std::optional<double> yStep = std::nullopt);
