@@ -1,0 +1,137 @@
+// How long the drawing surface takes for a whole figure on a full-HD screen,
+// against the bare clearing that every redraw starts with, and how long the
+// program takes from start to the main menu on the screen.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+
+#include <chrono>
+#include <cmath>
+#include <memory>
+#include <numbers>
+
+#include "app/forms.h"
+#include "app/module1.h"
+#include "canvas/canvas.h"
+#include "canvas/fonts.h"
+#include "canvas/graph_axes.h"
+#include "canvas/qt_format.h"
+
+namespace {
+
+Canvas* screenCanvas = nullptr;  // 1920 × 1080, the incidence graph's scale; lives in main()
+
+using Clock = std::chrono::steady_clock;
+
+// What a graph screen does on every change: clear, axes, a graduated disc of
+// 360 one-degree chords (as the instrument screens draw it), twenty texts.
+void fullRedraw(Canvas& c) {
+    c.cls();
+    drawGraphAxes(c, 110, -5, 110, -30, std::nullopt, std::nullopt, 10.0, 10.0);
+    const double cx = 55.0, cy = 40.0, rx = 30.0;
+    const double ry = rx * std::fabs(c.userPerPixelY() / c.userPerPixelX());  // round on the screen
+    constexpr double degree = std::numbers::pi / 180.0;
+    for (int d = 0; d < 360; ++d) {
+        const double a1 = d * degree, a2 = (d + 1) * degree;
+        c.line(cx + rx * std::cos(a1), cy + ry * std::sin(a1), cx + rx * std::cos(a2), cy + ry * std::sin(a2),
+               QColor(0, 0, 200));
+    }
+    for (int i = 0; i < 20; ++i) {
+        c.setCurrentX(60);
+        c.setCurrentY(105 - 3.0 * i);
+        c.print(QStringLiteral("REFRACTION ANGLE Γωνία Διάθλασης ") + fmt(1.5 * i, "0.00"));
+    }
+}
+
+double meanSeconds(int rounds, void (*work)(Canvas&)) {
+    const auto start = Clock::now();
+    for (int i = 0; i < rounds; ++i) work(*screenCanvas);
+    return std::chrono::duration<double>(Clock::now() - start).count() / rounds;
+}
+
+void BM_BareCls(benchmark::State& state) {
+    for (auto _ : state) {
+        screenCanvas->cls();
+        benchmark::DoNotOptimize(screenCanvas->image().constBits());
+    }
+}
+BENCHMARK(BM_BareCls)->Unit(benchmark::kMicrosecond);
+
+void BM_FullRedraw(benchmark::State& state) {
+    const double clsSeconds = meanSeconds(50, [](Canvas& c) { c.cls(); });
+    const auto start = Clock::now();
+    for (auto _ : state) {
+        fullRedraw(*screenCanvas);
+        benchmark::DoNotOptimize(screenCanvas->image().constBits());
+    }
+    const double fullSeconds =
+        std::chrono::duration<double>(Clock::now() - start).count() / static_cast<double>(state.iterations());
+    state.counters["cls_us"] = clsSeconds * 1e6;
+    state.counters["x_cls"] = fullSeconds / clsSeconds;  // a full redraw in bare clears
+    state.counters["frame_%"] = fullSeconds / (1.0 / 60.0) * 100.0;  // share of a 60 Hz frame
+}
+BENCHMARK(BM_FullRedraw)->Unit(benchmark::kMicrosecond);
+
+// The same, shown and repainted: the copy of the image to the window included.
+void BM_FullRedrawAndRepaint(benchmark::State& state) {
+    screenCanvas->show();
+    QApplication::processEvents();
+    for (auto _ : state) {
+        fullRedraw(*screenCanvas);
+        screenCanvas->repaint();
+    }
+    screenCanvas->hide();
+}
+BENCHMARK(BM_FullRedrawAndRepaint)->Unit(benchmark::kMicrosecond);
+
+// Start-up: Main() places, captions and shows the main menu. The screens of
+// the previous round are destroyed outside the timing.
+void BM_StartupMain(benchmark::State& state) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        Forms::instance().destroyAll();
+        QApplication::processEvents();
+        state.ResumeTiming();
+        Main();
+    }
+    Forms::instance().destroyAll();
+}
+BENCHMARK(BM_StartupMain)->Unit(benchmark::kMillisecond);
+
+// Start-up until the first frame of the menu is laid out and painted.
+void BM_StartupToFirstPaint(benchmark::State& state) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        Forms::instance().destroyAll();
+        QApplication::processEvents();
+        state.ResumeTiming();
+        Main();
+        QApplication::processEvents();
+    }
+    Forms::instance().destroyAll();
+}
+BENCHMARK(BM_StartupToFirstPaint)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    installFontSubstitutions();
+
+    auto canvas = std::make_unique<Canvas>();
+    canvas->resize(1920, 1080);
+    canvas->setBackColor(Qt::white);
+    canvas->scale(-5, 110, 110, -30);
+    screenCanvas = canvas.get();
+
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+
+    screenCanvas = nullptr;
+    canvas.reset();
+    Forms::instance().destroyAll();
+    return 0;
+}
