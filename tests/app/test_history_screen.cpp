@@ -3,6 +3,7 @@
 #include <QFontInfo>
 #include <QLabel>
 #include <QMenuBar>
+#include <QScreen>
 #include <QtTest>
 
 #include <span>
@@ -10,6 +11,7 @@
 
 #include "app/history_pages.h"
 #include "app/history_screen.h"
+#include "app/main_menu.h"
 #include "canvas/fonts.h"
 #include "test_support.h"
 
@@ -67,6 +69,17 @@ private slots:
         showScreen(screen);
         QVERIFY(QTest::qWaitForWindowExposed(&screen));
         QVERIFY(fillsClientArea(screen, screen.Picture1));
+    }
+
+    void mainMenuOpensTheFirstPageFullScreen() {
+        ScreenTestScope scope;
+        form<Storiopt>().defteromeros_Click();
+        form<Diathlasimeleti>().Command4_Click();
+        Storiopt& screen = form<Storiopt>();
+        QVERIFY(QTest::qWaitForWindowExposed(&screen));
+        QCOMPARE(screen.size(), QGuiApplication::primaryScreen()->availableGeometry().size());
+        QVERIFY(fillsClientArea(screen, screen.Picture1));
+        QVERIFY(screen.Picture2->isHidden());
     }
 
     void menuSwitchesPagesAndFollowsResizes() {
