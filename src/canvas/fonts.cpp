@@ -1,6 +1,7 @@
 #include "canvas/fonts.h"
 
 #include <QFontDatabase>
+#include <QHash>
 #include <QStringList>
 
 namespace {
@@ -39,13 +40,27 @@ QString firstInstalled(const QStringList& candidates) {
 
 }  // namespace
 
-QString installedFamilyFor(const QString& requestedName) {
+namespace {
+
+QString resolveFamily(const QString& requestedName) {
     const QString key = requestedName.trimmed().toLower();
     for (const Mapping& m : mappings())
         if (key == QLatin1String(m.requested)) return firstInstalled(m.candidates);
     // Unknown names: if installed, use them; otherwise a Greek-capable sans.
     if (QFontDatabase::families().contains(requestedName, Qt::CaseInsensitive)) return requestedName;
     return firstInstalled(sansFamilies());
+}
+
+}  // namespace
+
+QString installedFamilyFor(const QString& requestedName) {
+    // Every print and every text measurement asks for its font; listing the
+    // installed families each time would cost more than the drawing. The
+    // installed fonts do not change while the program runs.
+    static QHash<QString, QString> resolved;
+    auto it = resolved.constFind(requestedName);
+    if (it == resolved.constEnd()) it = resolved.insert(requestedName, resolveFamily(requestedName));
+    return *it;
 }
 
 void installFontSubstitutions() {
