@@ -80,7 +80,7 @@ QScrollBar* makeScrollBar(int minimum, int maximum, int value, int single, int p
 }
 
 QString rowText(const QString& a, const QString& b, const QString& c, const QString& d) {
-    return QStringLiteral("%1 %2 %3 %4").arg(a, 5).arg(b, 8).arg(c, 8).arg(d, 7);
+    return QStringLiteral("%1 %2 %3 %4").arg(a, 5).arg(b, 9).arg(c, 9).arg(d, 8);
 }
 
 }  // namespace
@@ -717,8 +717,9 @@ void Hmiky::sygr_Click() {
             expectedRays.push_back({from, to});
         }
 
-        const QString measured =
-            trace.exitRayAngle ? fmt(radiansToDegrees(*trace.exitRayAngle), "0.00") : QStringLiteral("-");
+        QString measured = QStringLiteral("-");
+        if (trace.totalReflection) measured = QStringLiteral("tot.ref");
+        else if (trace.exitRayAngle) measured = fmt(radiansToDegrees(*trace.exitRayAngle), "0.00");
         const QString snell = expected ? fmt(*expected, "0.00") : QStringLiteral("tot.ref");
         const QString index = trace.measuredIndex ? fmt(*trace.measuredIndex, "0.000") : QStringLiteral("-");
         table.append(rowText(fmt(incidence, "0.0"), measured, snell, index));
@@ -728,7 +729,9 @@ void Hmiky::sygr_Click() {
         drawBench(block);
         for (const RayTrace& trace : traces) drawTrace(trace);
         canvas->setDrawStyle(DrawStyle::Dash);
+        canvas->setDrawWidth(2);
         for (const Segment& ray : expectedRays) canvas->line(ray.from.x, ray.from.y, ray.to.x, ray.to.y, kExpectedColour);
+        canvas->setDrawWidth(1);
         canvas->setDrawStyle(DrawStyle::Solid);
 
         // The table, on white, in the free upper left corner.
