@@ -1,0 +1,100 @@
+// How long the semicircle screens take to draw: a scroll bar's full redraw
+// of the bench against a bare clearing of the same canvas, the all-random
+// experiment, and the mean-error graph.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+
+#include <cmath>
+#include <memory>
+
+#include "analysis/errors_screen.h"
+#include "app/dialogs.h"
+#include "app/forms.h"
+#include "app/main_menu.h"
+#include "app/program_exit.h"
+#include "app/shared_state.h"
+#include "canvas/fonts.h"
+#include "semicircle/hmiky_screen.h"
+
+namespace {
+
+class SilentDialogs : public DialogProvider {
+public:
+    void message(const QString&, const QString&) override {}
+    QString input(const QString&, const QString&, const QString&) override { return {}; }
+};
+
+// The bench as the pupil has it: opened, block turned left, at a usual size.
+Hmiky& preparedBench() {
+    static Hmiky* bench = [] {
+        form<Diathlasimeleti>().Command1_Click();
+        Hmiky& b = form<Hmiky>();
+        b.resize(1000, 900);
+        QCoreApplication::processEvents();
+        b.moredens_Click();
+        return &b;
+    }();
+    return *bench;
+}
+
+void BM_ScrollBarRedraw(benchmark::State& state) {
+    Hmiky& bench = preparedBench();
+    int step = 0;
+    for (auto _ : state) {
+        bench.xcoor->setValue(step++ % 2 == 0 ? 10 : 11);  // each change redraws the whole bench
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_ScrollBarRedraw)->Unit(benchmark::kMicrosecond);
+
+void BM_BareCls(benchmark::State& state) {
+    Hmiky& bench = preparedBench();
+    for (auto _ : state) bench.canvas->cls();
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_BareCls)->Unit(benchmark::kMicrosecond);
+
+void BM_AllRandom(benchmark::State& state) {
+    Hmiky& bench = preparedBench();
+    for (auto _ : state) bench.allrandom_Click();
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_AllRandom)->Unit(benchmark::kMicrosecond);
+
+void BM_RaysForAllIncidences(benchmark::State& state) {
+    Hmiky& bench = preparedBench();
+    for (auto _ : state) bench.Command4_Click();
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_RaysForAllIncidences)->Unit(benchmark::kMicrosecond);
+
+void BM_MeanErrorScreen(benchmark::State& state) {
+    Hmiky& bench = preparedBench();
+    bench.xcoor->setValue(20);
+    Errors& errors = form<Errors>();
+    errors.resize(860, 660);
+    errors.show();
+    QCoreApplication::processEvents();
+    for (auto _ : state) errors.Form_Click();  // 67 radii × 9 rays, then the graph
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_MeanErrorScreen)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    installFontSubstitutions();
+    setDialogs(std::make_unique<SilentDialogs>());
+    setProgramEnder([](int) {});
+    module1().pi = 4.0 * std::atan(1.0);
+
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    Forms::instance().destroyAll();
+    return 0;
+}
