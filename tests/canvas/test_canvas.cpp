@@ -377,7 +377,7 @@ private slots:
         QCOMPARE(c.printedTexts(), QStringList({QStringLiteral("Δείκτης Ag"), QStringLiteral("second")}));
         QVERIFY(c.accessibleDescription().contains(QStringLiteral("Δείκτης Ag")));
         QVERIFY(c.accessibleDescription().contains(QStringLiteral("second")));
-        QVERIFY(!inkedPixels(c.image(), QRect(0, 100 + box.height(), 200, box.height())) == 0);  // second line
+        QVERIFY(inkedPixels(c.image(), QRect(0, 100 + box.height(), 200, box.height())) > 0);  // second line
 
         // Two lines in one text move the pen down two lines.
         c.setCurrentY(0);
@@ -394,21 +394,6 @@ private slots:
         c.cls();
         QVERIFY(c.printedTexts().isEmpty());
         QVERIFY(c.accessibleDescription().isEmpty());
-    }
-
-    void largerFontsPrintTaller() {
-        Canvas c;
-        setUpBench(c);
-        c.setFontSize(10);
-        const double small = c.textHeight();
-        c.setFontSize(20);
-        QVERIFY(c.textHeight() > 1.7 * small);
-        c.setCurrentX(-190);
-        c.setCurrentY(190);
-        c.print(QStringLiteral("ΑΒΓ"));
-        const QRect ink = inkBounds(c.image());
-        QVERIFY(ink.height() > 0.5 * c.textHeight());
-        QVERIFY(ink.bottom() <= 10 + c.textHeight() + 1);
     }
 
     // ------------------------------------------------------- bad input ---
