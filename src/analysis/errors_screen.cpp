@@ -7,13 +7,13 @@
 
 #include "app/forms.h"
 #include "app/shared_state.h"
+#include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
 #include "semicircle/hmiky_screen.h"
 
 namespace {
 const QColor kAxisColour(0, 0, 0);
-const QColor kGridColour(222, 230, 255);
-constexpr double kTickLabelPoints = 8.5;
+constexpr double kTickLabelPoints = 8.0;
 }  // namespace
 
 Errors::Errors() {
@@ -43,25 +43,18 @@ void Errors::tickmarks() {
     canvas->setFontSize(kTickLabelPoints);
     canvas->setFontBold(false);
     canvas->setDrawWidth(1);
-    // Ticks point into the graph so that the numbers sit close under the
-    // axis, above "Radius of Semicircle".
-    for (int x = 10; x <= 150; x += 10) {
-        canvas->line(x, 0, x, x % 20 == 0 ? 2.0 : 1.2, kAxisColour);
-    }
-    for (int x = 0; x <= 140; x += 20) {
+    canvas->setForeColor(kAxisColour);
+    // The y axis, its numbers every 20 and the blue grid come from the shared
+    // routine; a label limit below the x range leaves the x axis to us.
+    drawGraphAxes(*canvas, 150, 0, 100, 0, -1.0, std::nullopt, 10, 20);
+    // On the x axis the numbers must sit tight under the axis, because
+    // "Radius of Semicircle" is written just below them: the ticks point up
+    // into the graph instead.
+    for (int x = 10; x <= 150; x += 10) canvas->line(x, 0, x, x % 20 == 0 ? 2.0 : 1.2, kAxisColour);
+    for (int x = 20; x <= 140; x += 20) {  // the origin has its "0" on the y axis
         const QString label = QString::number(x);
         canvas->setCurrentX(x - canvas->textWidth(label) / 2.0);
         canvas->setCurrentY(-0.3);
-        canvas->print(label);
-    }
-    for (int y = 10; y <= 100; y += 10) {
-        canvas->line(0.6, y, 150, y, kGridColour);
-        canvas->line(0, y, y % 20 == 0 ? 2.0 : 1.2, y, kAxisColour);
-    }
-    for (int y = 20; y <= 100; y += 20) {
-        const QString label = QString::number(y);
-        canvas->setCurrentX(-1.2 - canvas->textWidth(label));
-        canvas->setCurrentY(y + canvas->textHeight() / 2.0);
         canvas->print(label);
     }
 }
