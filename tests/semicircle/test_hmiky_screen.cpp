@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QMenuBar>
 #include <QScreen>
 #include <QTemporaryDir>
 
@@ -151,23 +150,6 @@ private slots:
         QCOMPARE(bench.canvas->skippedOperations(), 0);
     }
 
-    void menusInDesignOrder() {
-        ScreenTestScope scope;
-        Hmiky& bench = openBench();
-        QStringList captions;
-        for (QAction* a : bench.menuBar()->actions()) captions << a->text();
-        QCOMPARE(captions, (QStringList{"EXPERIMENT", "PARALLEL", "FROM THE RIGHT", "FROM LEFT",
-                                        "CHOOSE DIRECTION OF SEMICIRCLE", "CRITICAL ANGLE", "COMPARISONS",
-                                        "BEST SEMICIRCLE", "Δημιουργία αρχείου για δεδομένες τιμές"}));
-        QCOMPARE(bench.exper->actions().value(0)->text(), QStringLiteral("ALL RANDOM"));
-        QCOMPARE(bench.moreless->actions().value(0)->text(), QStringLiteral("TO THE RIGHT"));
-        QCOMPARE(bench.moreless->actions().value(1)->text(), QStringLiteral("TO THE LEFT"));
-        QVERIFY(!bench.Raref->isChecked() && !bench.moredens->isChecked());
-        bench.moredens->trigger();
-        QCOMPARE(module1().semicircleDirection, std::int16_t{1});
-        QVERIFY(bench.moredens->isChecked());
-    }
-
     void criticalAngleCases() {
         ScreenTestScope scope;
         Hmiky& bench = openBench();
@@ -263,18 +245,6 @@ private slots:
             const QString message = scope.dialogs().messages.first();
             QVERIFY(message.contains("incidence angle") && hasGreek(message));
         }
-    }
-
-    void cancelledIncidenceChangesNothing() {
-        ScreenTestScope scope;
-        Hmiky& bench = openBench();
-        bench.moredens_Click();
-        const Snapshot values = Snapshot::take();
-        const QImage picture = bench.canvas->image();
-        bench.Command1_Click();  // no answer queued: Cancel
-        QVERIFY(Snapshot::take() == values);
-        QVERIFY(bench.canvas->image() == picture);
-        QVERIFY(scope.dialogs().messages.isEmpty());
     }
 
     void givenIncidenceIsMeasured() {
@@ -456,19 +426,6 @@ private slots:
         QVERIFY(scope.endStatuses.empty());
         bench.cmdend->click();
         QCOMPARE(scope.endStatuses, std::vector<int>{0});
-    }
-
-    void accessibleNamesAndKeyboardOrder() {
-        ScreenTestScope scope;
-        Hmiky& bench = openBench();
-        for (QScrollBar* bar : {bench.HScroll1, bench.xcoor, bench.ycoor, bench.angle, bench.hvalue, bench.Indexn}) {
-            QVERIFY2(hasGreek(bar->accessibleName()), qPrintable(bar->objectName()));
-            QVERIFY(bar->focusPolicy() & Qt::TabFocus);
-        }
-        QCOMPARE(bench.Command4->accessibleName(),
-                 QStringLiteral("RAYS FOR incidence = 0° to 90°      Ακτίνες για Γωνίες πρόσπτωσης  0-90°"));
-        QCOMPARE(bench.HScroll1->nextInFocusChain(), static_cast<QWidget*>(bench.aktis));
-        QCOMPARE(bench.Indexn->nextInFocusChain(), static_cast<QWidget*>(bench.Command1));
     }
 };
 
