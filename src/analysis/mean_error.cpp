@@ -5,7 +5,9 @@
 MeanErrorCurve computeMeanErrorCurve(Block block, double rayHeight, double lastMeasuredIndex) {
     MeanErrorCurve curve{};
     curve.lastMeasuredIndex = lastMeasuredIndex;
-    if (block.direction != 1 && block.direction != 2) block.direction = 1;
+    // The index is read with the flat face towards the light: turned round,
+    // the same block reads 1/n, and the error against n would only show that.
+    block.direction = 1;
     const std::vector<double> incidences = measurementIncidences();
     curve.points.reserve(67);
     for (int radius = 14; radius <= 146; radius += 2) {

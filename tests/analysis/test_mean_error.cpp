@@ -33,10 +33,12 @@ private slots:
             for (const MeanErrorPoint& p : curve.points) QVERIFY2(p.errorPercent < 1e-9, qPrintable(QString::number(p.errorPercent)));
             QVERIFY(std::fabs(curve.lastMeasuredIndex - n) < 1e-12);
         }
-        // No direction chosen counts as flat face first.
-        Block none = upright(1.5);
-        none.direction = 0;
-        QVERIFY(computeMeanErrorCurve(none, 0.0, 1.5).points[30].errorPercent < 1e-9);
+        // Whatever way the bench's block is turned, the flat face meets the light.
+        for (int direction : {0, 2}) {
+            Block turned = upright(1.5);
+            turned.direction = direction;
+            QVERIFY(computeMeanErrorCurve(turned, 0.0, 1.5).points[30].errorPercent < 1e-9);
+        }
     }
 
     void offCentreErrorFallsWithTheRadius() {
@@ -55,16 +57,6 @@ private slots:
     }
 
     void missingMeasurementsKeepTheLastValue() {
-        // Turned right with n = 1.5, the rays from 50° on are totally
-        // reflected: each repeats the 40° value, 1/n, in the sum.
-        Block b = upright(1.5);
-        b.direction = 2;
-        const MeanErrorCurve curve = computeMeanErrorCurve(b, 0.0, 7.0);
-        const double deviation = 1.0 / 1.5 - 1.5;
-        const double expected = 100.0 * std::sqrt(9.0 * deviation * deviation / 9.0) / 1.5;
-        QVERIFY(std::fabs(curve.points[10].errorPercent - expected) < 1e-9);
-        QVERIFY(std::fabs(curve.lastMeasuredIndex - 1.0 / 1.5) < 1e-12);
-
         // A ray that never meets the block leaves the starting value in force.
         const MeanErrorCurve missed = computeMeanErrorCurve(upright(1.5), 190.0, 1.8);
         QCOMPARE(missed.lastMeasuredIndex, 1.8);
