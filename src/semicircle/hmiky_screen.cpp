@@ -292,6 +292,12 @@ Block Hmiky::currentBlock() const {
     return b;
 }
 
+void Hmiky::controlChanged(const std::function<QStringList()>& notes) {
+    syncSharedValues();
+    showValues();
+    redraw(notes());  // the notes read the values just synced
+}
+
 void Hmiky::syncSharedValues() {
     SharedState& s = module1();
     if (s.pi == 0.0) s.pi = 4.0 * std::atan(1.0);
@@ -439,47 +445,38 @@ void Hmiky::Form_Load() {
     SharedState& s = module1();
     s.pi = 4.0 * std::atan(1.0);
     s.semicircleRadius = HScroll1->value();
-    syncSharedValues();
-    showValues();
-    redraw({QStringLiteral("Semicircle Radius=") + fmt(s.semicircleRadius, "0.0"),
-            QStringLiteral("n=") + fmt(s.indexN, "0.0")});
+    controlChanged([&s] {
+        return QStringList{QStringLiteral("Semicircle Radius=") + fmt(s.semicircleRadius, "0.0"),
+                           QStringLiteral("n=") + fmt(s.indexN, "0.0")};
+    });
 }
 
 void Hmiky::HScroll1_Change() {
-    syncSharedValues();
-    showValues();
-    redraw({QStringLiteral("angle=") + fmt(module1().angleWithY, "0.00") + QStringLiteral("°")});
+    controlChanged([] { return QStringList{QStringLiteral("angle=") + fmt(module1().angleWithY, "0.00") + "°"}; });
 }
 
 void Hmiky::xcoor_Change() {
-    syncSharedValues();
-    showValues();
-    redraw({QStringLiteral("xc = ") + fmt(module1().xc, "0.00")});
+    controlChanged([] { return QStringList{QStringLiteral("xc = ") + fmt(module1().xc, "0.00")}; });
 }
 
 void Hmiky::ycoor_Change() {
-    syncSharedValues();
-    showValues();
-    redraw({QStringLiteral("yc = ") + fmt(module1().yc, "0.00")});
+    controlChanged([] { return QStringList{QStringLiteral("yc = ") + fmt(module1().yc, "0.00")}; });
 }
 
 void Hmiky::angle_Change() {
-    syncSharedValues();
-    showValues();
-    const QString value = fmt(module1().angleWithY, "0.00");
-    redraw({QStringLiteral("ANGLE  Γωνία= ") + value, QStringLiteral("Angle of Diameter with Y-axis=") + value});
+    controlChanged([] {
+        const QString value = fmt(module1().angleWithY, "0.00");
+        return QStringList{QStringLiteral("ANGLE  Γωνία= ") + value,
+                           QStringLiteral("Angle of Diameter with Y-axis=") + value};
+    });
 }
 
 void Hmiky::hvalue_Change() {
-    syncSharedValues();
-    showValues();
-    redraw({QStringLiteral("h(y(0) ray'2 =  ") + fmt(module1().rayHeight, "0.00")});
+    controlChanged([] { return QStringList{QStringLiteral("h(y(0) ray'2 =  ") + fmt(module1().rayHeight, "0.00")}; });
 }
 
 void Hmiky::Indexn_Change() {
-    syncSharedValues();
-    showValues();
-    redraw({QStringLiteral(" n= ") + fmt(module1().indexN, "0.00")});
+    controlChanged([] { return QStringList{QStringLiteral(" n= ") + fmt(module1().indexN, "0.00")}; });
 }
 
 void Hmiky::Command1_Click() {

@@ -115,6 +115,9 @@ private:
     void paint(std::function<void()> picture);
     // Copies every control into the shared values (tilt in degrees).
     void syncSharedValues();
+    // What every change of a control does: shared values, displays, and the
+    // whole redraw with the handler's notes, formatted from the new values.
+    void controlChanged(const std::function<QStringList()>& notes);
     // The redraw of every change: the bench and the ray for the current
     // incidence angle, with the handler's notes in the top-left corner.
     void redraw(const QStringList& notes);

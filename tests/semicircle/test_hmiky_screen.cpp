@@ -96,6 +96,7 @@ private slots:
         bench.moredens_Click();  // curved face to the left
         bench.xcoor->setValue(125);
         QCOMPARE(module1().xc, 25.0);  // fifths of a unit
+        QVERIFY(bench.canvas->printedTexts().contains(QStringLiteral("xc = 25.00")));  // the new value, not the old
         QVERIFY(bench.canvas->pixelAt(-50, 40) == kBlockFill && bench.canvas->pixelAt(50, 40) == kWhite);
         bench.Raref_Click();  // the block turns round
         QCOMPARE(module1().semicircleDirection, std::int16_t{2});
