@@ -9,6 +9,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "analysis/errors_screen.h"
 #include "app/forms.h"
 #include "app/history_screen.h"
 #include "app/program_exit.h"
@@ -16,6 +17,8 @@
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
+#include "history/data_screen_opener.h"
+#include "models/interpretation_openers.h"
 #include "semicircle/hmiky_screen.h"
 
 namespace {
@@ -60,11 +63,9 @@ Diathlasimeleti::Diathlasimeleti() {
     connect(Command4, &QPushButton::clicked, this, &Diathlasimeleti::Command4_Click);
     connect(Command5, &QPushButton::clicked, this, &Diathlasimeleti::Command5_Click);
 
-    // The data and interpretation screens are not part of this program yet.
-    for (CaptionButton* pending : {Command2, Command5}) {
-        pending->setEnabled(false);
-        pending->setToolTip(QStringLiteral("Not available yet  Δεν είναι ακόμη διαθέσιμο"));
-    }
+    // The interpretation screens are not part of this program yet.
+    Command5->setEnabled(false);
+    Command5->setToolTip(QStringLiteral("Not available yet  Δεν είναι ακόμη διαθέσιμο"));
 
     // Keyboard order: the row of the experiment, data and END, then the
     // history and the interpretation.
@@ -179,7 +180,11 @@ void Diathlasimeleti::Command1_Click() {
     showScreen(bench);
 }
 
-void Diathlasimeleti::Command2_Click() {}
+void Diathlasimeleti::Command2_Click() {
+    hideIfCreated<Hmiky>();
+    hideIfCreated<Errors>();
+    openDataScreen();
+}
 
 void Diathlasimeleti::Command3_Click() { endProgram(0); }
 
@@ -191,4 +196,4 @@ void Diathlasimeleti::Command4_Click() {
     showScreen(history);
 }
 
-void Diathlasimeleti::Command5_Click() {}
+void Diathlasimeleti::Command5_Click() { showInterpretationScreens(); }
