@@ -5,9 +5,12 @@
 
 #include <cmath>
 
+#include "analysis/graph_screens.h"
 #include "app/forms.h"
 #include "app/main_menu.h"
 #include "app/shared_state.h"
+#include "canvas/fonts.h"
+#include "history/inpdat_screen.h"
 
 void Main() {
     SharedState& s = module1();
@@ -33,5 +36,14 @@ void Main() {
     menu.Command2->setCaption(
         QStringLiteral("ANALYSIS OF DATA, SOME HISTORICAL ELEMENTS  Μελέτη των δεδομένων,ιστορικά στοιχεία"));
     menu.Command3->setCaption(QStringLiteral("END Τέλος"));
+
+    // The data screen and its two graph screens get their Greek faces
+    // before they are first shown.
+    form<Inpdat>().setFont(programFont(QStringLiteral("Arial Greek"), 10.0));
     s.speedRatio = 1.0;
+    for (Canvas* canvas : {form<Analysis>().canvas, form<Incref>().canvas}) {
+        canvas->setFontName(QStringLiteral("TAHOMA"));
+        canvas->setFontCharset(161);
+    }
+    form<Analysis>().Text1->setFont(programFont(QStringLiteral("tahoma"), 13.0));
 }

@@ -3,11 +3,25 @@
 #include <QGuiApplication>
 #include <QScreen>
 
-void openDataScreen() {}
+#include <algorithm>
 
-void showDataScreen() {}
+#include "analysis/graph_screens.h"
+#include "app/forms.h"
+#include "history/inpdat_screen.h"
 
-QRect dataScreenGeometry() {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? screen->availableGeometry() : QRect(0, 0, 800, 600);
+void openDataScreen() {
+    Inpdat& data = form<Inpdat>();
+    // The left part of the display, so that the two graph screens fit
+    // beside it.
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        const QRect area = screen->availableGeometry();
+        const int width = std::clamp(area.width() * 36 / 100, std::min(area.width(), 520), area.width());
+        data.setGeometry(area.left(), area.top() + 30, width, std::max(300, area.height() - 40));
+    }
+    showScreen(data);
+    placeGraphScreensBeside(data);
 }
+
+void showDataScreen() { showScreen(form<Inpdat>()); }
+
+QRect dataScreenGeometry() { return form<Inpdat>().frameGeometry(); }

@@ -199,6 +199,27 @@ std::vector<MeasurementRecord> readMeasurementRecords(const std::filesystem::pat
     return records;
 }
 
+std::optional<LastRecord> readLastMeasurementRecord(const std::filesystem::path& path) {
+    std::error_code ec;
+    if (!fs::is_regular_file(path, ec)) return std::nullopt;
+    const std::uintmax_t size = fs::file_size(path, ec);
+    if (ec || size == 0) return std::nullopt;
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return std::nullopt;
+    const std::uintmax_t slots = (size + kWriterSlotBytes - 1) / kWriterSlotBytes;
+    std::vector<std::uint8_t> bytes = readBytes(in, (slots - 1) * kWriterSlotBytes, kRecordBytes);
+    if (bytes.empty()) return std::nullopt;
+    return LastRecord{static_cast<long long>(slots), decodePadded(std::move(bytes))};
+}
+
+long long recallPositionCount(const std::filesystem::path& path) {
+    std::error_code ec;
+    if (!fs::is_regular_file(path, ec)) return 0;
+    const std::uintmax_t size = fs::file_size(path, ec);
+    if (ec) return 0;
+    return static_cast<long long>((size + kRecordBytes - 1) / kRecordBytes);
+}
+
 std::optional<MeasurementRecord> recallMeasurementRecord(const std::filesystem::path& path, long long position) {
     if (position < 1) return std::nullopt;
     std::error_code ec;

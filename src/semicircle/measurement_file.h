@@ -47,6 +47,20 @@ WriteOutcome writeMeasurementFile(const std::filesystem::path& path, const std::
 // file gives no records.
 std::vector<MeasurementRecord> readMeasurementRecords(const std::filesystem::path& path);
 
+// The sequential reader's result without reading every slot: the number of
+// 128-byte slots the file holds and the last of them, which is what the
+// reader leaves in the shared values. A file of any size costs one read.
+// None for a missing, empty or unreadable file.
+struct LastRecord {
+    long long position = 0;  // from 1
+    MeasurementRecord record;
+};
+std::optional<LastRecord> readLastMeasurementRecord(const std::filesystem::path& path);
+
+// How many 48-byte positions the recall reader finds in the file (a short
+// last one counts); 0 for a missing or unreadable file.
+long long recallPositionCount(const std::filesystem::path& path);
+
 // Recall reader: position k (from 1) at byte (k − 1)·48; beyond the end of
 // the file the missing bytes read as zeros. None for k < 1 or an unreadable
 // file.

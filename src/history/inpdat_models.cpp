@@ -1,0 +1,196 @@
+// The laws of refraction laid over the data on the angle graph, and the
+// expected values written into the grid.
+#include <cmath>
+
+#include "analysis/graph_screens.h"
+#include "app/dialogs.h"
+#include "app/forms.h"
+#include "app/number_input.h"
+#include "app/shared_state.h"
+#include "canvas/qt_format.h"
+#include "history/data_plots.h"
+#include "history/inpdat_screen.h"
+#include "history/refraction_laws.h"
+
+namespace {
+
+const QColor kKeplerRed(255, 0, 0);
+const QColor kKeplerGround(255, 255, 0);
+const QColor kSnellCurve(155, 39, 110);
+const QColor kSnellGround(0, 255, 255);
+const QColor kFixedLine(165, 100, 80);
+const QColor kFixedLabel(165, 155, 80);
+constexpr double kLabelPoints = 9.0;
+
+// The laws are drawn in the angle graph's coordinates; anything else on
+// the graph screen (an instrument's diagram) is replaced by the data first.
+bool showsAngleGraph(const Canvas& canvas) {
+    return canvas.scaleLeft() == -5.0 && canvas.scaleLeft() + canvas.scaleWidth() == 110.0;
+}
+
+void printAt(Canvas& c, double x, double y, const QString& text) {
+    c.setCurrentX(x);
+    c.setCurrentY(y);
+    c.print(text);
+}
+
+}  // namespace
+
+std::optional<double> Inpdat::askIndex(const QString& prompt) {
+    const QString answer = inputBox(prompt);
+    if (answer.trimmed().isEmpty()) return std::nullopt;  // Cancel
+    const auto value = parseTypedNumber(answer.toStdString());
+    if (!value) {
+        messageBox(QStringLiteral("\"%1\" is not a number: write the index like 1.5.  "
+                                  "Το \"%1\" δεν είναι αριθμός: γράψε το δείκτη όπως 1.5.")
+                       .arg(answer.left(40)));
+        return std::nullopt;
+    }
+    if (!history::usableIndex(*value)) {
+        messageBox(QStringLiteral("The index of refraction must be a positive number (for example 1.33 or 1.5).  "
+                                  "Ο δείκτης διάθλασης πρέπει να είναι θετικός αριθμός (για παράδειγμα 1.33 ή 1.5)."));
+        return std::nullopt;
+    }
+    return value;
+}
+
+bool Inpdat::redrawDataIfAsked() {
+    showGraphScreens();
+    if (!svinograf->isChecked() && showsAngleGraph(*form<Incref>().canvas)) return true;
+    analysisdata();
+    // When the data cannot be fitted analysisdata leaves the graph screen as
+    // it was: a law is drawn only on the angle graph.
+    return showsAngleGraph(*form<Incref>().canvas);
+}
+
+void Inpdat::Kepler_Click() {
+    const auto pairs = currentPairs(false);
+    if (!pairs) return;
+    const history::KeplerModel model = history::keplerModel(*pairs);
+    if (!model.ratio) {
+        messageBox(QStringLiteral(
+            "Kepler's model needs at least two pairs with different incidence angles below 45°, at the start of the "
+            "table.  Το μοντέλο του Kepler χρειάζεται τουλάχιστον δύο ζεύγη με διαφορετικές γωνίες πρόσπτωσης κάτω "
+            "από 45°, στην αρχή του πίνακα."));
+        return;
+    }
+    Incref& incref = form<Incref>();
+    incref.setTitle(QStringLiteral("REFRACTION ANGLE VS INCIDENCE  ANGLE "));
+    if (!redrawDataIfAsked()) return;
+    hideAnalysisText();
+
+    Canvas& c = *incref.canvas;
+    const double k = *model.ratio;
+    c.setDrawWidth(2);
+    c.line(0, 0, 100, 100 * k, kKeplerRed);
+    c.setDrawWidth(1);
+    c.filledBox(23, 13, 100, 6, kKeplerGround);
+    c.setFontBold(true);
+    c.setForeColor(kKeplerRed);
+    printFitted(c, 23, 13,
+                QStringLiteral("Kepler's Model for Refraction Μοντέλο Kepler για διάθλαση= ") + fmt(k, "0.00") +
+                    QStringLiteral("Πρόσπτωση"),
+                76.0, kLabelPoints);
+    c.setFontBold(false);
+    c.setForeColor(Qt::black);
+}
+
+namespace {
+
+void drawSnell(Canvas& c, double index, bool leavesDenserMedium) {
+    const auto curve = history::snellCurve(index, leavesDenserMedium);
+    c.setDrawWidth(2);
+    for (std::size_t k = 1; k < curve.size(); ++k)
+        c.line(curve[k - 1].incidence, curve[k - 1].refraction, curve[k].incidence, curve[k].refraction, kSnellCurve);
+    c.setDrawWidth(1);
+    c.filledBox(77, 65, 97, 70, kSnellGround);
+    c.setForeColor(Qt::black);
+    c.setFontBold(true);
+    printFitted(c, 80, 70, QStringLiteral("n=") + fmt(index, "0.00"), 16.0, kLabelPoints);
+    c.setFontBold(false);
+}
+
+}  // namespace
+
+void Inpdat::Snell_1_Click() {
+    const double fitted = module1().dataIndex;
+    if (!std::isfinite(fitted) || !history::usableIndex(fitted)) {
+        messageBox(QStringLiteral("There is no index from the data yet: press \"Data Analysis\" or choose a table first.  "
+                                  "Δεν υπάρχει ακόμη δείκτης από τα δεδομένα: πάτησε \"Data Analysis\" ή διάλεξε "
+                                  "πρώτα έναν πίνακα."));
+        return;
+    }
+    if (!redrawDataIfAsked()) return;
+    // Leaving the denser medium, sin r / sin i is the denser medium's own
+    // index: the fitted slope, the inverse of the index the analysis shows.
+    const bool leaving = witeloChecked();
+    drawSnell(*form<Incref>().canvas, leaving ? 1.0 / module1().dataIndex : module1().dataIndex, leaving);
+}
+
+void Inpdat::Snell_2_Click() {
+    const auto index = askIndex(QStringLiteral("INDEX OF REFRACTION δείκτης διάθλασης?"));
+    if (!index) return;
+    if (!redrawDataIfAsked()) return;
+    drawSnell(*form<Incref>().canvas, *index, witeloChecked());
+}
+
+void Inpdat::empirikos_Click() { hideAnalysisText(); }
+
+void Inpdat::toentrito() {
+    Incref& incref = form<Incref>();
+    incref.setTitle(QStringLiteral("REFRACTION ANGLE VS INCIDENCE ANGLE"));
+    hideAnalysisText();
+    if (!redrawDataIfAsked()) return;
+    Canvas& c = *incref.canvas;
+    c.setDrawWidth(2);
+    c.line(0, 0, 100, 200.0 / 3.0, kFixedLine);
+    c.setDrawWidth(1);
+    c.setFontBold(true);
+    c.setForeColor(kFixedLabel);
+    // In two lines, English over Greek, so that the text stays clear of the
+    // line, which rises through the end of a single long line.
+    c.setFontSize(kLabelPoints);
+    printAt(c, 40, 50, QStringLiteral("REFRACTION = 2/3 INCIDENCE"));
+    printAt(c, 40, 50 - c.textHeight(), QStringLiteral("Διάθλασης=2/3Πρόσπτωσης"));
+    c.setFontBold(false);
+    c.setForeColor(Qt::black);
+}
+
+void Inpdat::toendeytero() {
+    Incref& incref = form<Incref>();
+    incref.setTitle(QStringLiteral("REFRACTION  ANGLE VS INCIDENCE ANGLE"));
+    hideAnalysisText();
+    if (!redrawDataIfAsked()) return;
+    Canvas& c = *incref.canvas;
+    c.setDrawWidth(2);
+    c.line(0, 0, 100, 150, kFixedLine);
+    c.setDrawWidth(1);
+    c.setFontBold(true);
+    c.setForeColor(kFixedLabel);
+    // Below and right of the line where it passes x = 60.
+    printFitted(c, 60, 1.5 * 60 - 2, QStringLiteral("REFRACTION = 3/2 INCIDENCE διάθλασης=3/2πρόσπτωσης"), 49.0,
+                kLabelPoints);
+    c.setFontBold(false);
+    c.setForeColor(Qt::black);
+}
+
+void Inpdat::toentrito1_Click() { toentrito(); }
+
+void Inpdat::pyknoareo_Click() { toendeytero(); }
+
+void Inpdat::theoretikes_Click() {
+    // Asked first, so that Cancel leaves the pupil's table as it was.
+    const auto index = askIndex(QStringLiteral("index of refraction Δώσε δείκτη διάθλασης"));
+    if (!index) return;
+    form<Incref>().setTitle(QStringLiteral("REFRACTION ANGLE VS INCIDENCE ANGLE"));
+    hideAnalysisText();
+    for (int k = 0; k < 12; ++k) {
+        Text1[k]->clear();
+        Refr[k]->clear();
+    }
+    const auto rows = history::expectedRows(*index);
+    for (std::size_t k = 0; k < rows.size() && k < static_cast<std::size_t>(kRows); ++k) {
+        Text1[k]->setText(QString::number(rows[k].incidence));
+        if (rows[k].refraction) Refr[k]->setText(QString::fromStdString(*rows[k].refraction));
+    }
+}

@@ -1,0 +1,155 @@
+#pragma once
+#include <QAction>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QMenu>
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "canvas/canvas.h"
+#include "canvas/caption_button.h"
+#include "history/data_pairs.h"
+#include "history/historical_tables.h"
+#include "history/history_notes.h"
+
+// "inpdat": the data screen. The pupil types measured angle pairs into a
+// 14-row grid or loads a historical table, has them analysed (refraction
+// against incidence on the graph screen incref, sin r against sin i with
+// the fitted index on the sine screen analysis), lays the laws of
+// refraction over them and reads the history notes. It also opens the
+// instrument and interpretation screens.
+class Inpdat : public QMainWindow {
+    Q_OBJECT
+public:
+    static constexpr int kRows = 14;
+
+    Inpdat();
+
+    std::array<QLineEdit*, kRows> Text1{};  // incidence angles
+    std::array<QLineEdit*, kRows> Refr{};   // refraction angles
+    QLabel* Label1;  // "INCIDENCE Πρόσπτωσης"
+    QLabel* Label2;  // "REFRACTION Διάθλασης"
+    QLabel* Label3;  // the loaded table's name
+    QListWidget* List1;  // a table's incidence angles, after a heading
+    QListWidget* List2;  // its refraction angles
+    CaptionButton* Command1;  // Data Analysis
+    CaptionButton* Command2;  // INITIAL
+    CaptionButton* Command3;  // END
+    CaptionButton* Command4;  // INTERPRETATION OF LAW
+    QCheckBox* svinograf;     // redraw the data before a model
+    Canvas* fileView;         // where the measurement file's readers print
+
+    QMenu* Models;
+    QAction* Kepler;
+    QMenu* Snell;
+    QAction* Snell_2;
+    QAction* Snell_1;
+    QAction* empirikos;
+    QAction* pyknoareo;
+    QAction* toentrito1;
+    QAction* theoretikes;
+
+    QMenu* Histoire;
+    QAction* newt2;
+    QAction* Newt;
+    QAction* Alhazen2;
+    QAction* Alhazen;
+    QAction* ptolemy2;
+    QAction* ptolemeosprosarmogidedo;
+    QAction* Ptolemy;
+    QAction* Vitello_water;
+    QAction* Vitello_Glass;
+    QAction* klinoistoria;
+
+    QMenu* History_notes;
+    std::vector<QAction*> noteItems;  // in the order of history::historyNotes()
+
+    QMenu* measurements;          // the measurement file of the bench
+    QAction* empiricalFitItem;    // fit of the typed pairs, then the last stored set-up
+    QAction* recallItem;          // one stored set-up by its position
+
+    QMenu* instruments;           // the simulated historical instruments
+    QAction* ptolemaiosItem;
+    QAction* xaithamosItem;
+
+    // Where the analysis takes its pairs from: the lists (a table) or the grid.
+    bool historicalDataFlag = false;
+    // The last least-squares line of sin r on sin i.
+    float intercept = 0.0f;
+    float slope = 0.0f;
+
+    // --- procedures -------------------------------------------------------
+    void Form_Load();
+    // The analysis of the current pairs (the lists or the grid), drawn on
+    // incref and analysis, with the index in three decimals.
+    void analysisdata();
+    void toentrito();    // r = 2/3 i
+    void toendeytero();  // r = 3/2 i
+
+    // --- handlers ---------------------------------------------------------
+    void Command1_Click();
+    void Command2_Click();
+    void Command3_Click();
+    void Command4_Click();
+    void Text1_Change(int index);
+    void Text1_KeyDown(int index, int keyCode);
+    void Refr_KeyDown(int index, int keyCode);
+    void klinoistoria_Click();
+    void Ptolemy_Click();
+    void ptolemy2_Click();
+    void Alhazen_Click();
+    void Alhazen2_Click();
+    void Newt_Click();
+    void newt2_Click();
+    void Vitello_Glass_Click();
+    void Vitello_water_Click();
+    void ptolemeosprosarmogidedo_Click();
+    void Kepler_Click();
+    void Snell_1_Click();
+    void Snell_2_Click();
+    void empirikos_Click();
+    void pyknoareo_Click();
+    void toentrito1_Click();
+    void theoretikes_Click();
+    void showNote(int noteIndex);  // one of the HISTORY NOTES items
+    void empiricalFit();
+    void recallSetup();            // the recall reader
+    void readStoredSetups();       // the sequential reader
+
+    // The pairs of the grid as the pupil typed them (for tests and screens).
+    std::vector<history::TypedRow> typedRows() const;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildMenus();
+    void buildControls();
+    QAction* dataItem(history::TableId id) const;
+    void loadTable(history::TableId id);
+    // Unchecks the six items that Home and a key in the refraction column
+    // release (Witelo's two stay as they are).
+    void uncheckAirDataItems();
+    bool witeloChecked() const;
+    // The pairs the models and analysisdata use; a message and none when the
+    // grid holds something that is not an angle.
+    std::optional<std::vector<history::AnglePair>> currentPairs(bool typedOnly);
+    // Plots the pairs and their fit on both graph screens; false (with a
+    // message, and both pictures untouched) when they cannot be fitted.
+    struct AnalysisTexts;
+    bool analyse(const std::vector<history::AnglePair>& pairs, const AnalysisTexts& texts);
+    void showGraphScreens();
+    // Redraws the data first when "ERASE" is ticked; false when that failed.
+    bool redrawDataIfAsked();
+    void hideAnalysisText();
+    // The index the pupil types; none on Cancel or (after a message) a bad one.
+    std::optional<double> askIndex(const QString& prompt);
+    void printFileLines(const QStringList& lines, const std::vector<QColor>& colours);
+
+    QColor drawingColour_{Qt::black};
+};
