@@ -1,0 +1,191 @@
+// Plain geometry and physics of the three historical simulations.
+#include <QtTest>
+
+#include <cmath>
+
+#include "apparatus/alhaytham_rules.h"
+#include "apparatus/ptolemy_fitting.h"
+#include "apparatus/ptolemy_geometry.h"
+
+using namespace ptolemy;
+
+class TestApparatusGeometry : public QObject {
+    Q_OBJECT
+private slots:
+    // From every start the guard ends on an angle whose lines of sight all
+    // leave the water and lowers only as far as it must: 48° still lets the
+    // ray through the centre out, but the line past the far edge of the
+    // central body is totally reflected there, so 47° is drawn.
+    void guardEndsBelowTheCriticalAngleFromEveryStart() {
+        for (int start = kMinWaterAngle; start <= kMaxWaterAngle; ++start) {
+            const GuardResult g = guardWaterAngle(start);
+            QVERIFY2(allSightLinesLeave(g.angle), qPrintable(QString::number(start)));
+            QCOMPARE(g.angle, std::min(start, 47));
+            QCOMPARE(g.restarts, start - g.angle);
+        }
+        QVERIFY(PtolemySightLine(48, 0) && !PtolemySightLine(49, 0));
+        QVERIFY(!PtolemySightLine(48, -kBodySize));
+        // Out-of-range requests and an index where nothing leaves still end.
+        QCOMPARE(guardWaterAngle(1000).angle, 47);
+        QCOMPARE(guardWaterAngle(-5).angle, kMinWaterAngle);
+        QCOMPARE(guardWaterAngle(88, 100.0).angle, kMinWaterAngle);
+    }
+
+    void sightLinesRefractAndReachTheAirArc() {
+        const std::optional<double> a = expectedAirAngle(1);
+        QVERIFY(a);
+        QVERIFY(std::fabs(*a - 1.33) < 0.005);
+        const std::optional<SightLine> centre = PtolemySightLine(30, 0);
+        QVERIFY(centre);
+        QVERIFY(std::fabs(centre->incidenceDegrees - 30.0) < 1e-9);
+        QVERIFY(std::fabs(std::sin(radians(centre->airDegrees)) - 1.33 * 0.5) < 1e-12);
+        // Both edge lines end on the rim, on the far side from the target.
+        for (double edge : {kBodySize, -kBodySize}) {
+            const std::optional<SightLine> s = PtolemySightLine(30, edge);
+            QVERIFY(s);
+            QVERIFY(std::fabs(std::hypot(s->endX, s->endY) - kDiscRadius) < 1e-9);
+            QVERIFY(s->endX < 0 && s->endY > 0);
+        }
+        // The edge nearer the target is seen at a smaller angle.
+        QVERIFY(PtolemySightLine(30, kBodySize)->airDegrees < PtolemySightLine(30, -kBodySize)->airDegrees);
+        QVERIFY(!PtolemySightLine(60, 0));
+        QVERIFY(!PtolemySightLine(std::nan(""), 0));
+        QVERIFY(!PtolemySightLine(30, std::numeric_limits<double>::infinity()));
+    }
+
+    // The target's band lies exactly on the air body's where the law
+    // predicts, and apart from it elsewhere, by the offset magnified.
+    void bandsCoincideOnlyAtThePredictedPosition() {
+        for (int w : {1, 10, 30, 48}) {
+            for (double target : {0.5, 3.0, 10.0}) {
+                const double a = *expectedAirAngle(w);
+                const SightView at = *sightView(w, a, target);
+                QVERIFY(std::fabs(at.target.top - at.airBody.top) < 1e-9);
+                QVERIFY(std::fabs(at.target.bottom - at.airBody.bottom) < 1e-9);
+                QVERIFY(at.covered);
+                const SightView off = *sightView(w, a - 2.0 - target, target);
+                QVERIFY(!off.covered);
+                QVERIFY(off.target.bottom > off.airBody.top);  // seen above, no overlap
+            }
+        }
+        const SightView far = *sightView(30, -60, 1.0);
+        QVERIFY(far.target.top <= 60 && far.target.bottom <= 60);  // kept near the view
+        QVERIFY(!sightView(60, 10, 1.0));
+    }
+
+    void airBodyIsTheRatioTimesTheWaterAngleOnTheArc() {
+        QCOMPARE(airBodyAngle(30, 100, 1.0), 30.0);
+        QCOMPARE(airBodyAngle(30, 50, 1.0), 15.0);
+        QCOMPARE(airBodyAngle(10, -200, 1.0), -20.0);
+        QCOMPARE(airBodyAngle(48, 300, 10.0), 85.0);
+        QCOMPARE(airBodyAngle(48, -200, 10.0), -85.0);
+    }
+
+    void ruleFlagsAtTheThreeIndices() {
+        using namespace alhaytham;
+        const std::vector<CheckStep> equal = checkSteps(1.0);
+        QCOMPARE(equal.size(), std::size_t(88));  // sin 90° / 1 = 1 ends the curve at 89°
+        for (const CheckStep& s : equal) {
+            QVERIFY(std::fabs(s.d1) < 1e-12 && !s.rule5Violated && !s.rule6Violated);
+        }
+        const std::vector<CheckStep> dense = checkSteps(2.0);
+        QVERIFY(!dense.empty() && dense.front().incidenceDegrees == 1);
+        QVERIFY(dense.front().rule5Violated && !dense.front().rule6Violated);
+        const std::vector<CheckStep> rare = checkSteps(0.5);
+        QVERIFY(!rare.empty());
+        QVERIFY(rare.back().incidenceDegrees < 30);
+        QVERIFY(rare.front().rule6Violated && !rare.front().rule5Violated);
+        // No segment where either end has sin i / n ≥ 1.
+        for (double n : {0.1, 0.5, 0.75, 0.99}) {
+            for (const CheckStep& s : checkSteps(n)) {
+                QVERIFY(std::sin(s.i1) / n < 1.0 && std::sin(s.i2) / n < 1.0);
+                QVERIFY(std::isfinite(s.r1) && std::isfinite(s.r2));
+            }
+        }
+        QVERIFY(checkSteps(0.0).empty() && checkSteps(std::nan("")).empty());
+    }
+
+    void rulesAreReprintedOnlyWhenAFlagChanges() {
+        using namespace alhaytham;
+        RuleFlags flags;
+        int reprints = 0;
+        for (const CheckStep& s : checkSteps(2.0)) reprints += flags.take(s);
+        QCOMPARE(reprints, 1);
+        QVERIFY(flags.rule5Shown);
+        flags.startDrawing();
+        reprints = 0;
+        for (const CheckStep& s : checkSteps(2.0)) reprints += flags.take(s);
+        QCOMPARE(reprints, 0);  // shown already
+        flags.startDrawing();
+        reprints = 0;
+        for (const CheckStep& s : checkSteps(0.5)) reprints += flags.take(s);
+        QCOMPARE(reprints, 2);  // rule (5) back to black, rule (6) coloured
+        QVERIFY(!flags.rule5Shown && flags.rule6Shown);
+    }
+
+    // Every valid start gives a constant second difference of −0.5° and
+    // keeps its own pair.
+    void adjustmentHasConstantSecondDifferences() {
+        using namespace ptolemy_fit;
+        for (const DataSet* set : {&waterSet(), &glassSet()}) {
+            for (int k = 0; k + 1 < static_cast<int>(set->refraction.size()); ++k) {
+                const std::vector<double> r = adjustFromPair(*set, k);
+                QCOMPARE(r.size(), set->refraction.size());
+                QCOMPARE(r[k], set->refraction[k]);
+                QCOMPARE(r[k + 1], set->refraction[k + 1]);
+                for (std::size_t j = 2; j < r.size(); ++j)
+                    QVERIFY(std::fabs((r[j] - r[j - 1]) - (r[j - 1] - r[j - 2]) - kSecondDifference) < 1e-9);
+                if (set == &glassSet()) {
+                    for (std::size_t j = 0; j < r.size(); ++j) QVERIFY(std::fabs(r[j] - set->refraction[j]) < 1e-9);
+                }
+            }
+            QVERIFY(adjustFromPair(*set, -1).empty());
+            QVERIFY(adjustFromPair(*set, static_cast<int>(set->refraction.size()) - 1).empty());
+        }
+        // From 20° and 30° the water set starts again at (0, 0) and 8° at 10°.
+        const std::vector<double> water = adjustFromPair(waterSet(), 2);
+        QVERIFY(std::fabs(water[0]) < 1e-9 && std::fabs(water[1] - 8.0) < 1e-9 && std::fabs(water[8] - 50.0) < 1e-9);
+        QCOMPARE(proportionalRatio(waterSet()), 0.75);
+        QCOMPARE(proportionalRatio(glassSet()), 0.675);
+    }
+
+    void startPairAnswers() {
+        using namespace ptolemy_fit;
+        const struct {
+            const char* typed;
+            StartPairAnswer water, glass;
+        } cases[] = {
+            {"", StartPairAnswer::Cancelled, StartPairAnswer::Cancelled},
+            {"   ", StartPairAnswer::Cancelled, StartPairAnswer::Cancelled},
+            {"abc", StartPairAnswer::NotANumber, StartPairAnswer::NotANumber},
+            {"1,5", StartPairAnswer::NotANumber, StartPairAnswer::NotANumber},
+            {"nan", StartPairAnswer::NotANumber, StartPairAnswer::NotANumber},
+            {"0", StartPairAnswer::OutOfRange, StartPairAnswer::OutOfRange},
+            {"8", StartPairAnswer::OutOfRange, StartPairAnswer::OutOfRange},
+            {"1e9", StartPairAnswer::OutOfRange, StartPairAnswer::OutOfRange},
+            {"-3", StartPairAnswer::OutOfRange, StartPairAnswer::OutOfRange},
+            {"1.5", StartPairAnswer::NotWhole, StartPairAnswer::NotWhole},
+            {"1", StartPairAnswer::Valid, StartPairAnswer::Valid},
+            {" 6 ", StartPairAnswer::Valid, StartPairAnswer::Valid},
+            {"7", StartPairAnswer::Valid, StartPairAnswer::BeyondTheSet},
+        };
+        for (const auto& c : cases) {
+            QVERIFY2(readStartPair(c.typed, waterSet()).answer == c.water, c.typed);
+            QVERIFY2(readStartPair(c.typed, glassSet()).answer == c.glass, c.typed);
+        }
+        QCOMPARE(readStartPair("2", waterSet()).k, 2);
+    }
+
+    void snellValuesForTheSets() {
+        using namespace ptolemy_fit;
+        const auto water = snellRefraction(waterSet());
+        QCOMPARE(water.size(), std::size_t(9));
+        QVERIFY(water[0] && std::fabs(*water[0]) < 1e-12);
+        QVERIFY(water[3] && std::fabs(*water[3] - 22.02) < 0.01);
+        const auto glass = snellRefraction(glassSet());
+        QVERIFY(glass[7] && std::fabs(*glass[7] - 40.38) < 0.01);
+    }
+};
+
+QTEST_APPLESS_MAIN(TestApparatusGeometry)
+#include "test_apparatus_geometry.moc"
