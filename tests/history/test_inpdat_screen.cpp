@@ -1,0 +1,325 @@
+#include <QtTest>
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <cmath>
+
+#include "analysis/graph_screens.h"
+#include "app/forms.h"
+#include "app/main_menu.h"
+#include "app/shared_state.h"
+#include "canvas/fonts.h"
+#include "history/inpdat_screen.h"
+#include "semicircle/measurement_file.h"
+#include "test_support.h"
+
+namespace {
+
+Inpdat& openData() {
+    form<Diathlasimeleti>().Command2_Click();
+    Inpdat& data = form<Inpdat>();
+    form<Incref>().resize(900, 560);
+    form<Analysis>().resize(900, 560);
+    return data;
+}
+
+void typeRows(Inpdat& data, const std::vector<std::pair<QString, QString>>& rows) {
+    for (std::size_t k = 0; k < rows.size(); ++k) {
+        data.Text1[k]->setText(rows[k].first);
+        data.Refr[k]->setText(rows[k].second);
+    }
+}
+
+QString joined(const Canvas& c) { return c.printedTexts().join('\n'); }
+
+// Everything a refused action must leave as it was.
+struct Pictures {
+    QImage incref, analysis;
+    QStringList increfTexts, analysisTexts;
+    double dataIndex;
+    bool operator==(const Pictures&) const = default;
+};
+Pictures pictures() {
+    return {form<Incref>().canvas->image(), form<Analysis>().canvas->image(), form<Incref>().canvas->printedTexts(),
+            form<Analysis>().canvas->printedTexts(), module1().dataIndex};
+}
+
+QStringList checkedItems(const Inpdat& d) {
+    QStringList names;
+    for (QAction* a : d.Histoire->actions())
+        if (a->isChecked()) names << a->objectName();
+    return names;
+}
+
+}  // namespace
+
+class TestInpdatScreen : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { installFontSubstitutions(); }
+    void init() {
+        module1() = SharedState{};
+        module1().pi = 4.0 * std::atan(1.0);
+    }
+
+    void controlsAndMenus() {
+        ScreenTestScope scope;
+        Inpdat& d = openData();
+        QVERIFY(d.isVisible() && d.Text1[13] && d.Refr[13]);
+        QCOMPARE(d.Command4->text(), QStringLiteral("INTERPRETATION  OF lAW Ερμηνεία του νόμου"));
+        QCOMPARE(d.svinograf->text(), QStringLiteral("ERASE Σβήσε γρα φικές"));
+        QStringList histoire;
+        for (QAction* a : d.Histoire->actions()) histoire << a->objectName();
+        QCOMPARE(histoire, QStringList({"newt2", "Newt", "Alhazen2", "Alhazen", "ptolemy2", "ptolemeosprosarmogidedo",
+                                        "Ptolemy", "Vitello_water", "Vitello_Glass", "klinoistoria"}));
+        QStringList models;
+        for (QAction* a : d.Models->actions()) models << a->text();
+        QCOMPARE(models, QStringList({"Kepler'S", "Snell law", "EMPIRICAL", "REFRACTION ANGLE=3/2 INCIDENCE ANGLE",
+                                      "REFRACTION ANGLE=2/3 INCIDENCE ANGLE", "EXPECTED"}));
+        QCOMPARE(d.History_notes->actions().size(), 10);
+        for (QLineEdit* box : d.Text1) QVERIFY(box->accessibleName().contains("Γωνία πρόσπτωσης"));
+        // INITIAL hides the screen and its graphs; END ends the program.
+        d.Command1_Click();  // nothing typed: a message, no graphs
+        QCOMPARE(scope.dialogs().messages.size(), 1);
+        d.Command2_Click();
+        QVERIFY(!d.isVisible() && !form<Incref>().isVisible() && form<Diathlasimeleti>().isVisible());
+        d.Command3_Click();
+        QCOMPARE(scope.endStatuses, std::vector<int>{0});
+    }
+
+    void keyMovesInTheGrid() {
+        ScreenTestScope scope;
+        Inpdat& d = openData();
+        d.Ptolemy_Click();
+        d.Vitello_Glass->setChecked(true);  // Home leaves Witelo's items alone
+        auto key = [](QWidget* w, Qt::Key k) { QTest::keyClick(w, k); };
+        key(d.Text1[13], Qt::Key_Down);
+        QCOMPARE(d.focusWidget(), d.Text1[0]);
+        key(d.Text1[0], Qt::Key_Up);
+        QCOMPARE(d.focusWidget(), d.Text1[13]);
+        key(d.Text1[4], Qt::Key_Return);
+        QCOMPARE(d.focusWidget(), d.Text1[5]);
+        key(d.Text1[5], Qt::Key_Right);
+        QCOMPARE(d.focusWidget(), d.Refr[5]);
+        QVERIFY(d.Ptolemy->isChecked());  // Right alone does not unload the table
+        key(d.Text1[7], Qt::Key_Home);
+        QCOMPARE(d.focusWidget(), d.Text1[0]);
+        QVERIFY(!d.Ptolemy->isChecked() && d.Vitello_Glass->isChecked());
+
+        d.Ptolemy_Click();
+        QVERIFY(d.List1->isVisible());
+        key(d.Refr[0], Qt::Key_Up);  // any key in the refraction column hides the table
+        QCOMPARE(d.focusWidget(), d.Refr[13]);
+        QVERIFY(!d.List1->isVisible() && !d.Label3->isVisible() && !d.Ptolemy->isChecked());
+        key(d.Refr[13], Qt::Key_Enter);
+        QCOMPARE(d.focusWidget(), d.Refr[0]);
+        key(d.Refr[6], Qt::Key_Left);
+        QCOMPARE(d.focusWidget(), d.Text1[6]);
+        key(d.Refr[6], Qt::Key_Home);
+        QCOMPARE(d.focusWidget(), d.Refr[0]);
+        // Typed keys still type; typing marks the row and hides a table.
+        d.Ptolemy_Click();
+        QTest::keyClicks(d.Text1[2], "35");
+        QCOMPARE(d.Text1[2]->text(), QStringLiteral("35"));
+        QCOMPARE(d.Text1[2]->palette().color(QPalette::Base), QColor(255, 205, 205));
+        QVERIFY(!d.List1->isVisible());
+    }
+
+    // One table end to end: lists, caption, the one checked item, both
+    // graphs with the set's label and the index in three decimals.
+    void loadingATable() {
+        ScreenTestScope scope;
+        Inpdat& d = openData();
+        d.Ptolemy_Click();
+        QVERIFY(d.historicalDataFlag && d.List1->isVisible() && d.Label3->isVisible());
+        QCOMPARE(d.List1->count(), 9);
+        QCOMPARE(d.List1->item(0)->text(), QStringLiteral("INCIDENCE Πρόσπτωση "));
+        QCOMPARE(d.List2->item(2)->text(), QStringLiteral("13.5"));
+        QCOMPARE(d.Label3->text(), QStringLiteral("PTOLEMY'S DATA FOR GLASS Δεδομένα Πτολεμαίου Γυαλιού"));
+        QCOMPARE(checkedItems(d), QStringList{"Ptolemy"});
+        QCOMPARE(form<Analysis>().title(), QStringLiteral("SIN(REFRACTION) VS SIN(INCIDENCE)"));
+        QVERIFY(form<Incref>().isVisible() && form<Analysis>().isVisible());
+        QVERIFY(joined(*form<Incref>().canvas).contains("PTOLEMY Πτολεμαίος"));
+        QVERIFY(joined(*form<Analysis>().canvas).contains("REFRACTION INDEX Δείκτης Διάθλασης= 1.519"));
+        QVERIFY(std::fabs(module1().dataIndex - 1.5195) < 1e-3);
+        // A point of the table is drawn in Ptolemy's colour at (30°, 19.5°).
+        QCOMPARE(form<Incref>().canvas->pixelAt(30, 19.5), QColor(100, 0, 255));
+        QCOMPARE(form<Incref>().canvas->skippedOperations(), 0);
+
+        const Pictures ptolemy = pictures();
+        const QStringList lists = {d.List1->item(3)->text(), d.List2->item(3)->text()};
+        d.Alhazen_Click();
+        QCOMPARE(checkedItems(d), QStringList{"Alhazen"});
+        QCOMPARE(module1().dataIndex, ptolemy.dataIndex);
+        QCOMPARE(QStringList({d.List1->item(3)->text(), d.List2->item(3)->text()}), lists);
+        QVERIFY(joined(*form<Incref>().canvas).contains("Al Haytham"));
+        d.Alhazen_Click();  // twice: the same lists, not doubled
+        QCOMPARE(d.List1->count(), 9);
+
+        // Witelo: plotted to 118° on a taller graph, fitted on six pairs,
+        // drawn in black with no name.
+        d.Vitello_Glass_Click();
+        QVERIFY(std::fabs(module1().dataIndex - 0.873) < 1e-3);
+        QCOMPARE(form<Incref>().canvas->pixelAt(80, 118), QColor(Qt::black));
+        d.klinoistoria_Click();
+        QVERIFY(!d.historicalDataFlag && !d.List1->isVisible() && checkedItems(d).isEmpty());
+    }
+
+    void typedAnalysisAndBadInput() {
+        ScreenTestScope scope;
+        Inpdat& d = openData();
+        typeRows(d, {{"10", "6.6"}, {"20", "13.2"}, {"30", ""}, {"40", "25.4"}});
+        d.Command1_Click();
+        QVERIFY(scope.dialogs().messages.isEmpty());
+        QVERIFY(joined(*form<Analysis>().canvas).contains(QRegularExpression("INDEX OF REFRACTION Δείκτης Διάθλασης= 1\\.\\d{4}$",
+                                                                            QRegularExpression::MultilineOption)));
+        const Pictures good = pictures();
+
+        // Each refused: a bilingual message, pictures and index untouched.
+        const std::string digits(400, '7');
+        for (const QString& bad : {QStringLiteral("abc"), QStringLiteral("1,5"), QStringLiteral("1e999"),
+                                   QStringLiteral("nan"), QString::fromStdString(digits)}) {
+            d.Refr[1]->setText(bad);
+            scope.dialogs().messages.clear();
+            d.Command1_Click();
+            QCOMPARE(scope.dialogs().messages.size(), 1);
+            QVERIFY(scope.dialogs().messages[0].contains("Row 2") && scope.dialogs().messages[0].contains("Γραμμή 2"));
+            QVERIFY(pictures() == good);
+        }
+        for (QLineEdit* box : d.Text1) box->clear();
+        typeRows(d, {{"30", "20"}});  // one pair: no line through it
+        scope.dialogs().messages.clear();
+        d.Command1_Click();
+        d.analysisdata();
+        QCOMPARE(scope.dialogs().messages.size(), 2);
+        QVERIFY(pictures() == good);
+    }
+
+    void lawsOverTheData() {
+        ScreenTestScope scope;
+        Inpdat& d = openData();
+        d.Kepler_Click();  // nothing to fit yet
+        QCOMPARE(scope.dialogs().messages.size(), 1);
+        d.Ptolemy_Click();
+        Canvas& inc = *form<Incref>().canvas;
+        d.Kepler_Click();
+        QCOMPARE(form<Incref>().title(), QStringLiteral("REFRACTION ANGLE VS INCIDENCE  ANGLE "));
+        QVERIFY(joined(inc).contains("Kepler's Model for Refraction Μοντέλο Kepler για διάθλαση= 0.60Πρόσπτωση"));
+        QCOMPARE(inc.pixelAt(60, 9.5), QColor(255, 255, 0));  // the label's ground
+
+        // Snell with a typed index: bad answers are refused, Cancel is silent.
+        const Pictures before = pictures();
+        scope.dialogs().messages.clear();
+        scope.dialogs().answers = {"0", "-1.5", "abc", "1,5", "", "1e999"};
+        for (int k = 0; k < 6; ++k) d.Snell_2_Click();
+        QCOMPARE(scope.dialogs().messages.size(), 5);
+        QCOMPARE(scope.dialogs().prompts.front(), QStringLiteral("INDEX OF REFRACTION δείκτης διάθλασης?"));
+        QVERIFY(pictures() == before);
+        scope.dialogs().answers = {"1.5"};
+        d.Snell_2_Click();
+        QVERIFY(joined(inc).contains("n=1.50"));
+        // The curve at 60° lies at r = 35.26°.
+        QCOMPARE(inc.pixelAt(60, 35.26), QColor(155, 39, 110));
+
+        // ERASE: the data are drawn again before the next law.
+        d.svinograf->setChecked(true);
+        d.toentrito1_Click();
+        QVERIFY(!joined(inc).contains("n=1.50") && joined(inc).contains("REFRACTION = 2/3 INCIDENCE"));
+        d.pyknoareo_Click();
+        QCOMPARE(form<Incref>().title(), QStringLiteral("REFRACTION  ANGLE VS INCIDENCE ANGLE"));
+        QVERIFY(joined(inc).contains("REFRACTION = 3/2 INCIDENCE διάθλασης=3/2πρόσπτωσης"));
+
+        // Witelo: Snell from the data stops at the critical angle.
+        d.Vitello_Glass_Click();
+        d.Snell_1_Click();
+        const double n = 1.0 / module1().dataIndex;
+        const double critical = std::asin(1.0 / n) * 180.0 / M_PI;
+        QVERIFY(joined(inc).contains("n=" + QString::number(n, 'f', 2)));
+        QCOMPARE(inc.skippedOperations(), 0);
+        QVERIFY(critical > 55.0 && critical < 65.0);
+    }
+
+    void expectedFillsTheGrid() {
+        ScreenTestScope scope;
+        Inpdat& d = openData();
+        typeRows(d, {{"5", "3"}});
+        d.Text1[13]->setText("77");
+        d.theoretikes_Click();  // Cancel: the grid stays
+        QCOMPARE(d.Text1[0]->text(), QStringLiteral("5"));
+        scope.dialogs().answers = {"1.5"};
+        d.theoretikes_Click();
+        QCOMPARE(scope.dialogs().prompts.last(), QStringLiteral("index of refraction Δώσε δείκτη διάθλασης"));
+        QCOMPARE(d.Text1[2]->text(), QStringLiteral("30"));
+        QCOMPARE(d.Refr[2]->text(), QStringLiteral("19.471221"));
+        QVERIFY(d.Text1[9]->text().isEmpty() && d.Text1[13]->text() == QStringLiteral("77"));
+        d.Command1_Click();
+        QVERIFY(joined(*form<Analysis>().canvas).contains("= 1.5000"));
+    }
+
+    void historyNotes() {
+        ScreenTestScope scope;
+        Inpdat& d = openData();
+        for (int k = 0; k < 10; ++k) {
+            d.noteItems[k]->trigger();
+            QVERIFY(form<Analysis>().textShown() && form<Analysis>().isVisible());
+        }
+        QCOMPARE(form<Analysis>().title(), QStringLiteral("WITELO"));
+        QVERIFY(form<Analysis>().Text1->toPlainText().startsWith("Ο WITELO"));
+        d.noteItems[4]->trigger();  // Hero, with its figure
+        QCOMPARE(form<Analysis>().title(), QStringLiteral("HERO OF ALEXANDRIA"));
+        QVERIFY(joined(*form<Analysis>().canvas).contains("with least possible length με το ελάχιστο δυνατό μήκος"));
+        QCOMPARE(form<Analysis>().canvas->skippedOperations(), 0);
+        d.empirikos_Click();
+        QVERIFY(!form<Analysis>().textShown());
+    }
+
+    // The bench's file read back here: the last set-up, one by position,
+    // and every refusal with a message and the shared values untouched.
+    void measurementFile() {
+        ScreenTestScope scope;
+        QTemporaryDir dir;
+        const QString previous = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(dir.path()));
+        Inpdat& d = openData();
+        auto& said = scope.dialogs().messages;
+
+        d.readStoredSetups();
+        d.recallSetup();
+        QCOMPARE(said.size(), 2);
+        QVERIFY(said[0].contains("fylaxi") && said[0].contains("αρχείο"));
+
+        std::vector<MeasurementRecord> records(3);
+        for (int k = 0; k < 3; ++k) records[k] = {10.0 + k, 1.0 + k, -2.0 - k, 5.0 * k, 1.5, 0.0f, 0.6667f};
+        QVERIFY(writeMeasurementFile(kMeasurementFileName, records).ok);
+        typeRows(d, {{"10", "6.6"}, {"20", "13.2"}, {"40", "25.4"}});
+        said.clear();
+        d.empiricalFit();
+        QCOMPARE(said.size(), 2);
+        QVERIFY(said[0].startsWith("alfa=0.") && said[1].startsWith("vita="));
+        QCOMPARE(module1().rayHeight, 12.0);  // the last record
+        QVERIFY(joined(*d.fileView).contains("Position=3") && joined(*d.fileView).contains("Angle  = 10.00"));
+
+        scope.dialogs().answers = {"1"};
+        d.recallSetup();
+        QCOMPARE(module1().xc, 1.0);
+        QCOMPARE(scope.dialogs().prompts.last(), QStringLiteral("GIVE POSITION NUMBERΔώσε αριθμό θέσης"));
+        said.clear();
+        scope.dialogs().answers = {"0", "99", "1.5", "abc", ""};
+        for (int k = 0; k < 5; ++k) d.recallSetup();
+        QCOMPARE(said.size(), 4);
+        QCOMPARE(module1().xc, 1.0);
+
+        // A damaged record: a message, never a NaN on the screen.
+        records[2].h = std::nan("");
+        QVERIFY(writeMeasurementFile(kMeasurementFileName, records).ok);
+        said.clear();
+        d.readStoredSetups();
+        QCOMPARE(said.size(), 1);
+        QVERIFY(!joined(*d.fileView).contains("NaN") && module1().rayHeight == 10.0);  // as position 1 left it
+        QDir::setCurrent(previous);
+    }
+};
+
+QTEST_MAIN(TestInpdatScreen)
+#include "test_inpdat_screen.moc"
