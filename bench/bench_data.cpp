@@ -1,0 +1,90 @@
+// How long the data screen takes: "Data Analysis" on a full grid and
+// Snell's law over Newton's glass table, each against a bare clearing of
+// the two graph canvases it draws on.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+
+#include <cmath>
+#include <memory>
+
+#include "analysis/graph_screens.h"
+#include "app/dialogs.h"
+#include "app/forms.h"
+#include "app/main_menu.h"
+#include "app/program_exit.h"
+#include "app/shared_state.h"
+#include "canvas/fonts.h"
+#include "history/inpdat_screen.h"
+
+namespace {
+
+class AnswerIndex : public DialogProvider {
+public:
+    void message(const QString&, const QString&) override {}
+    QString input(const QString&, const QString&, const QString&) override { return QStringLiteral("1.55"); }
+};
+
+Inpdat& preparedData() {
+    static Inpdat* data = [] {
+        form<Diathlasimeleti>().Command2_Click();
+        Inpdat& d = form<Inpdat>();
+        form<Incref>().resize(960, 600);
+        form<Analysis>().resize(960, 600);
+        QCoreApplication::processEvents();
+        return &d;
+    }();
+    return *data;
+}
+
+void BM_DataAnalysisFullGrid(benchmark::State& state) {
+    Inpdat& d = preparedData();
+    for (int k = 0; k < Inpdat::kRows; ++k) {
+        d.Text1[k]->setText(QString::number(5 + 6 * k));
+        d.Refr[k]->setText(QString::number(std::asin(std::sin((5 + 6 * k) * M_PI / 180.0) / 1.5) * 180.0 / M_PI, 'f', 3));
+    }
+    for (auto _ : state) d.Command1_Click();
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_DataAnalysisFullGrid)->Unit(benchmark::kMicrosecond);
+
+void BM_SnellOverNewtonGlass(benchmark::State& state) {
+    Inpdat& d = preparedData();
+    d.Newt_Click();
+    d.svinograf->setChecked(true);  // each law starts from the data drawn afresh
+    for (auto _ : state) d.Snell_2_Click();
+    d.svinograf->setChecked(false);
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_SnellOverNewtonGlass)->Unit(benchmark::kMicrosecond);
+
+// The floor both are measured against: clearing the same two canvases.
+void BM_BareClsOfBothGraphs(benchmark::State& state) {
+    preparedData();
+    Canvas& incref = *form<Incref>().canvas;
+    Canvas& analysis = *form<Analysis>().canvas;
+    for (auto _ : state) {
+        incref.cls();
+        analysis.cls();
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_BareClsOfBothGraphs)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    installFontSubstitutions();
+    setDialogs(std::make_unique<AnswerIndex>());
+    setProgramEnder([](int) {});
+    module1().pi = 4.0 * std::atan(1.0);
+
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    Forms::instance().destroyAll();
+    return 0;
+}
