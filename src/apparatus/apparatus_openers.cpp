@@ -1,13 +1,50 @@
 #include "apparatus/apparatus_openers.h"
 
-#include "app/dialogs.h"
+#include "analysis/graph_screens.h"
+#include "app/forms.h"
+#include "apparatus/alhaytham_screens.h"
+#include "apparatus/ptolemaios_screen.h"
+#include "apparatus/ptolkam_screen.h"
+#include "history/data_screen_opener.h"
 
-namespace {
-void notYet() {
-    messageBox(QStringLiteral("This simulation is not available yet.  Αυτή η προσομοίωση δεν είναι ακόμη διαθέσιμη."));
+void openPtolemyInstrument() {
+    const bool first = !Forms::instance().exists<Ptolemaios>();
+    Ptolemaios& instrument = form<Ptolemaios>();
+    if (first) {
+        // Over the data screen, where the pupil's eyes are; the sight view
+        // takes its place beside it.
+        instrument.move(dataScreenGeometry().topLeft());
+        instrument.Form_Load();
+    } else {
+        instrument.DrawPtolemyApparatus();
+    }
+    showScreen(instrument);
 }
-}  // namespace
 
-void openPtolemyInstrument() { notYet(); }
-void openAlHaythamInstrument() { notYet(); }
-void openPtolemyDataFitting() { notYet(); }
+void openAlHaythamInstrument() {
+    const bool first = !Forms::instance().exists<Xaithamos>();
+    Xaithamos& instrument = form<Xaithamos>();
+    if (first) {
+        instrument.move(dataScreenGeometry().topLeft());
+        instrument.Form_Load();
+    }
+    showScreen(instrument);
+    instrument.DrawAlHaythamApparatus();
+    // The rules stand on the graph screen while the pupil works the
+    // instrument, coloured as the last check left them.
+    const bool checked = Forms::instance().exists<Alhazencheck>();
+    const bool rule5 = checked && form<Alhazencheck>().flags().rule5Shown;
+    const bool rule6 = checked && form<Alhazencheck>().flags().rule6Shown;
+    showScreen(form<Incref>());
+    showAlHaythamRules(rule5, rule6);
+}
+
+void openPtolemyDataFitting() {
+    const bool first = !Forms::instance().exists<Ptolkam>();
+    Ptolkam& fitting = form<Ptolkam>();
+    if (first) {
+        fitting.move(dataScreenGeometry().topLeft());
+        fitting.Form_Load();
+    }
+    showScreen(fitting);
+}

@@ -1,0 +1,146 @@
+// How long the historical instruments take to redraw after a change of a
+// control, each against a bare clearing of the same canvas (the counter
+// "x_cls" is the ratio), and the critical-angle guard from 88°.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+
+#include <chrono>
+#include <cmath>
+#include <memory>
+
+#include "apparatus/alhaytham_screens.h"
+#include "apparatus/apparatus_openers.h"
+#include "apparatus/ptolemaios_screen.h"
+#include "apparatus/ptolkam_screen.h"
+#include "app/dialogs.h"
+#include "app/forms.h"
+#include "app/program_exit.h"
+#include "app/shared_state.h"
+#include "canvas/fonts.h"
+
+namespace {
+
+class ScriptedAnswer : public DialogProvider {
+public:
+    void message(const QString&, const QString&) override {}
+    QString input(const QString&, const QString&, const QString&) override { return QStringLiteral("2"); }
+};
+
+// Microseconds of one bare cls of the canvas, from a few hundred runs.
+double clsMicroseconds(Canvas& canvas) {
+    constexpr int kRuns = 300;
+    const auto start = std::chrono::steady_clock::now();
+    for (int k = 0; k < kRuns; ++k) canvas.cls();
+    const std::chrono::duration<double, std::micro> spent = std::chrono::steady_clock::now() - start;
+    return spent.count() / kRuns;
+}
+
+template <typename Change>
+void redrawAgainstCls(benchmark::State& state, Canvas& canvas, Change change) {
+    const auto start = std::chrono::steady_clock::now();
+    int step = 0;
+    for (auto _ : state) change(step++);
+    const std::chrono::duration<double, std::micro> spent = std::chrono::steady_clock::now() - start;
+    const double perRedraw = spent.count() / static_cast<double>(state.iterations());
+    state.counters["x_cls"] = perRedraw / clsMicroseconds(canvas);
+    change(0);  // leave the picture drawn
+}
+
+Ptolemaios& ptolemy() {
+    static Ptolemaios* screen = [] {
+        openPtolemyInstrument();
+        Ptolemaios& p = form<Ptolemaios>();
+        p.resize(560, 900);
+        QCoreApplication::processEvents();
+        return &p;
+    }();
+    return *screen;
+}
+
+Alhazencheck& check() {
+    static Alhazencheck* screen = [] {
+        openAlHaythamInstrument();
+        form<Xaithamos>().svise_Click();
+        Alhazencheck& c = form<Alhazencheck>();
+        c.resize(820, 600);
+        QCoreApplication::processEvents();
+        return &c;
+    }();
+    return *screen;
+}
+
+void BM_PtolemyPositionInAir(benchmark::State& state) {
+    Ptolemaios& p = ptolemy();
+    redrawAgainstCls(state, *p.canvas, [&p](int step) { p.metatopisipar->setValue(step % 2 == 0 ? 130 : 140); });
+}
+BENCHMARK(BM_PtolemyPositionInAir)->Unit(benchmark::kMicrosecond);
+
+// 88° drawn from scratch: the guard lowers it to 47° and the bar shows it.
+void BM_PtolemyGuardFrom88(benchmark::State& state) {
+    Ptolemaios& p = ptolemy();
+    redrawAgainstCls(state, *p.canvas, [&p](int) { p.goniaprosptosis->setValue(88); });
+    p.goniaprosptosis->setValue(30);
+}
+BENCHMARK(BM_PtolemyGuardFrom88)->Unit(benchmark::kMicrosecond);
+
+void BM_AlHaythamIncidence(benchmark::State& state) {
+    openAlHaythamInstrument();
+    Xaithamos& x = form<Xaithamos>();
+    x.resize(760, 700);
+    x.Option2->click();
+    QCoreApplication::processEvents();
+    redrawAgainstCls(state, *x.canvas, [&x](int step) { x.strefo->setValue(step % 2 == 0 ? 40 : 41); });
+}
+BENCHMARK(BM_AlHaythamIncidence)->Unit(benchmark::kMicrosecond);
+
+void BM_AlHaythamCheckIndex(benchmark::State& state) {
+    Alhazencheck& c = check();
+    redrawAgainstCls(state, *c.canvas, [&c](int step) { c.timidikti->setValue(step % 2 == 0 ? 133 : 134); });
+}
+BENCHMARK(BM_AlHaythamCheckIndex)->Unit(benchmark::kMicrosecond);
+
+// Between 2.00 and 1.99 rule (5) changes along the curve: the rules are
+// printed again on the graph screen at every change.
+void BM_AlHaythamCheckRulesReprinted(benchmark::State& state) {
+    Alhazencheck& c = check();
+    redrawAgainstCls(state, *c.canvas, [&c](int step) { c.timidikti->setValue(step % 2 == 0 ? 200 : 199); });
+}
+BENCHMARK(BM_AlHaythamCheckRulesReprinted)->Unit(benchmark::kMicrosecond);
+
+void BM_PtolemyFittingSet(benchmark::State& state) {
+    openPtolemyDataFitting();
+    Ptolkam& k = form<Ptolkam>();
+    k.resize(1000, 760);
+    QCoreApplication::processEvents();
+    redrawAgainstCls(state, *k.canvas, [&k](int step) {
+        if (step % 2 == 0) k.Option1_Click();
+        else k.Option2_Click();
+    });
+}
+BENCHMARK(BM_PtolemyFittingSet)->Unit(benchmark::kMicrosecond);
+
+void BM_PtolemyFittingOtherStart(benchmark::State& state) {
+    openPtolemyDataFitting();
+    Ptolkam& k = form<Ptolkam>();
+    redrawAgainstCls(state, *k.canvas, [&k](int) { k.Enallagi_Click(); });
+}
+BENCHMARK(BM_PtolemyFittingOtherStart)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    installFontSubstitutions();
+    setDialogs(std::make_unique<ScriptedAnswer>());
+    setProgramEnder([](int) {});
+    module1().pi = 4.0 * std::atan(1.0);
+
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    Forms::instance().destroyAll();
+    return 0;
+}

@@ -1,0 +1,74 @@
+#pragma once
+#include <QLabel>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QWidget>
+
+#include "apparatus/alhaytham_rules.h"
+#include "canvas/canvas.h"
+#include "canvas/caption_button.h"
+
+// "xaithamos": Al Haytham's instrument. A beam of light enters water on a
+// graduated disc; a ruler laid along the refracted beam carries a stylus
+// that marks its path.
+class Xaithamos : public QWidget {
+    Q_OBJECT
+public:
+    Xaithamos();
+
+    Canvas* canvas;
+    QScrollBar* strefo;    // angle of incidence, whole degrees
+    QScrollBar* timiepi;   // stylus along the ruler, tenths of the radius
+    QRadioButton* Option1;  // ruler hidden
+    QRadioButton* Option2;  // ruler shown
+    CaptionButton* svise;  // on to the rules and their check
+    QLabel* Label1;
+    QLabel* Label2;
+
+    void Form_Load();
+    void strefo_Change();
+    void timiepi_Change();
+    void Option1_Click();
+    void Option2_Click();
+    void svise_Click();
+
+    void DrawAlHaythamApparatus();
+};
+
+// "alhazencheck": Al Haytham's rules against the law of refraction for the
+// index the pupil chooses: refraction, deviation, half the incidence and half
+// the sum of incidence and deviation against the incidence. A rule that the
+// index breaks changes the style of the curves and its colour in the rules.
+class Alhazencheck : public QWidget {
+    Q_OBJECT
+public:
+    Alhazencheck();
+
+    Canvas* canvas;
+    QScrollBar* timidikti;  // index n in hundredths
+    QLabel* Label1;
+    CaptionButton* Command1;  // BACK TO HISTORICAL DATA
+    CaptionButton* Command2;  // END
+
+    void Form_Load();
+    void timidikti_Change();
+    void Command1_Click();
+    void Command2_Click();
+
+    // Draws the check graph for the index n and reprints the rules on the
+    // graph screen when a rule's state has changed since they were printed.
+    void CheckAlHaythamRules(double n);
+
+    const alhaytham::RuleFlags& flags() const { return flags_; }
+    int rulePrintings() const { return rulePrintings_; }
+    int segmentsDrawn() const { return segments_; }
+
+private:
+    void reprintRules();
+    alhaytham::RuleFlags flags_;
+    int rulePrintings_ = 0;
+    int segments_ = 0;
+};
+
+// The rules on the graph screen, from a clean page.
+void showAlHaythamRules(bool rule5Violated, bool rule6Violated);

@@ -1,0 +1,159 @@
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include <cmath>
+
+#include "analysis/graph_screens.h"
+#include "apparatus/alhaytham_screens.h"
+#include "apparatus/alhaytham_texts.h"
+#include "apparatus/apparatus_widgets.h"
+#include "app/forms.h"
+#include "app/program_exit.h"
+#include "canvas/fonts.h"
+#include "canvas/graph_axes.h"
+#include "canvas/qt_format.h"
+#include "history/data_screen_opener.h"
+
+namespace {
+const QColor kBlack(0, 0, 0);
+const QColor kRed(255, 0, 0);
+const QColor kGreen(0, 255, 0);
+const QColor kCyan(0, 255, 255);
+const QColor kBlue(0, 0, 255);
+const QColor kMagenta(255, 0, 255);
+const double kPi = 4.0 * std::atan(1.0);
+
+double deg(double radians) { return radians * 180.0 / kPi; }
+
+void printAt(Canvas& canvas, double x, double y, const QString& text) {
+    canvas.setCurrentX(x);
+    canvas.setCurrentY(y);
+    canvas.print(text);
+}
+}  // namespace
+
+void showAlHaythamRules(bool rule5Violated, bool rule6Violated) {
+    Incref& graph = form<Incref>();
+    graph.setTitle(QStringLiteral("AL HAYTHAM'S RULES Κανόνες του Al Haytham"));
+    graph.graphScale();
+    Canvas& page = *graph.canvas;
+    page.cls();
+    // The long lines need a small type to fit the graph screen's width.
+    const double size = page.fontSize();
+    page.setFontSize(8.0);
+    PrintAlHaythamRules(page, rule5Violated, rule6Violated);
+    page.setFontSize(size);
+}
+
+Alhazencheck::Alhazencheck() {
+    setObjectName(QStringLiteral("alhazencheck"));
+    setWindowTitle(QStringLiteral("CHECK AL HAYTHAM'S RULES "));
+    setFont(programFont(QStringLiteral("Arial"), 9.0));
+
+    canvas = new Canvas;
+    canvas->setObjectName(QStringLiteral("checkGraph"));
+    canvas->setAccessibleName(QStringLiteral(
+        "Refraction, deviation and Al Haytham's bounds against incidence  Διάθλαση, απόκλιση και τα όρια του Al "
+        "Haytham ως προς την πρόσπτωση"));
+    canvas->setFontName(QStringLiteral("Arial"));
+    canvas->setFontSize(8.0);
+    timidikti = apparatus::makeScrollBar(Qt::Vertical, 10, 200, 20, 133, "timidikti",
+                                         QStringLiteral("Index of refraction n  Δείκτης διάθλασης n"));
+    Label1 = apparatus::makeLabel("Label1");
+    Command1 = new CaptionButton(QStringLiteral("BACK TO HISTORICAL DATA"));
+    Command1->setObjectName(QStringLiteral("Command1"));
+    Command2 = new CaptionButton(QStringLiteral("END"));
+    Command2->setObjectName(QStringLiteral("Command2"));
+    apparatus::fitCaptionHeight(Command1, 130);
+
+    auto* side = new QVBoxLayout;
+    side->addWidget(Label1);
+    side->addWidget(timidikti, 1, Qt::AlignHCenter);
+    side->addWidget(Command1);
+    side->addWidget(Command2);
+    auto* sidePanel = new QWidget;
+    sidePanel->setLayout(side);
+    sidePanel->setFixedWidth(140);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(canvas, 1);
+    layout->addWidget(sidePanel);
+
+    setTabOrder(timidikti, Command1);
+    setTabOrder(Command1, Command2);
+    connect(timidikti, &QScrollBar::valueChanged, this, &Alhazencheck::timidikti_Change);
+    connect(Command1, &QPushButton::clicked, this, &Alhazencheck::Command1_Click);
+    connect(Command2, &QPushButton::clicked, this, &Alhazencheck::Command2_Click);
+
+    setMinimumSize(520, 380);
+    resize(820, 600);
+    Form_Load();
+}
+
+void Alhazencheck::Form_Load() {
+    apparatus::setLabel(Label1, QStringLiteral("n =") + fmt(timidikti->value() / 100.0, "0.00"));
+}
+
+void Alhazencheck::timidikti_Change() {
+    const double n = timidikti->value() / 100.0;
+    apparatus::setLabel(Label1, QStringLiteral("n =") + fmt(n, "0.00"));
+    CheckAlHaythamRules(n);
+}
+
+void Alhazencheck::Command1_Click() {
+    hide();
+    showDataScreen();
+}
+
+void Alhazencheck::Command2_Click() { endProgram(0); }
+
+void Alhazencheck::reprintRules() {
+    ++rulePrintings_;
+    showAlHaythamRules(flags_.rule5Violated, flags_.rule6Violated);
+}
+
+void Alhazencheck::CheckAlHaythamRules(double n) {
+    flags_.startDrawing();
+    segments_ = 0;
+    Canvas& c = *canvas;
+    c.cls();
+    c.scale(-15, 100, 150, -10);  // room at the right for the legend's texts
+    c.setForeColor(kBlack);
+    c.setDrawWidth(1);
+    c.setDrawStyle(DrawStyle::Solid);
+    c.line(-10, 0, 90, 0);
+    c.line(0, 0, 0, 90);
+    drawGraphAxes(c, 90, 0, 90, 0, 90, 90, 10, 10);
+    c.setDrawStyle(DrawStyle::Dot);
+    for (int x = 10; x <= 90; x += 10) c.line(x, 0, x, 90, kBlue);
+    c.setDrawStyle(DrawStyle::Solid);
+
+    // While a rule is broken the curves are drawn dotted, so that the
+    // pupil sees where along the incidence it happens.
+    c.setDrawWidth(2);
+    for (const alhaytham::CheckStep& s : alhaytham::checkSteps(n)) {
+        c.line(deg(s.i1), deg(s.r1), deg(s.i2), deg(s.r2), kRed);
+        const int reprints = flags_.take(s);
+        for (int k = 0; k < reprints; ++k) reprintRules();
+        c.setDrawStyle(flags_.rule5Violated || flags_.rule6Violated ? DrawStyle::Dot : DrawStyle::Solid);
+        c.line(deg(s.i1), deg(s.d1), deg(s.i2), deg(s.d2), kBlack);
+        c.line(deg(s.i1), deg(s.i1) / 2.0, deg(s.i2), deg(s.i2) / 2.0, kBlue);
+        c.line(deg(s.i1), (deg(s.i1) + deg(s.d1)) / 2.0, deg(s.i2), (deg(s.i2) + deg(s.d2)) / 2.0, kMagenta);
+        ++segments_;
+    }
+    c.setDrawStyle(DrawStyle::Solid);
+
+    // The legend at the right. Its deviation and half-incidence lines keep
+    // their own colours (green, cyan), not those of the curves.
+    c.setDrawWidth(2);
+    c.line(90, 30, 100, 30, kRed);
+    printAt(c, 88, 34, QStringLiteral("REFRACTION διάθλασης"));
+    c.line(90, 23, 100, 23, kGreen);
+    printAt(c, 88, 27, QStringLiteral("DEVIATION απόκλισης"));
+    c.line(90, 16, 100, 16, kCyan);
+    printAt(c, 88, 20, QStringLiteral("INCIDENCE/2 πρόσπτωσης/2"));
+    c.line(90, 9, 100, 9, kMagenta);
+    printAt(c, 71, 13, QStringLiteral("(INCIDENCE + DEVIATION πρόσπτωσης+απόκλισης)/2"));
+    c.setDrawWidth(1);
+    printAt(c, 2, 97, QStringLiteral("n =") + fmt(n, "0.00"));
+}

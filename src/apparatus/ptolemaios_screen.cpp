@@ -1,0 +1,277 @@
+#include "apparatus/ptolemaios_screen.h"
+
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
+
+#include "apparatus/apparatus_widgets.h"
+#include "apparatus/ptolemy_geometry.h"
+#include "app/forms.h"
+#include "canvas/fonts.h"
+#include "canvas/qt_format.h"
+
+using namespace ptolemy;
+
+namespace {
+
+const QColor kBlack(0, 0, 0);
+const QColor kWater(0, 255, 255);
+const QColor kSightLines(255, 0, 0);
+const QColor kTargetBand(255, 0, 255);
+const QColor kTargetOutline(5, 0, 5);
+const QColor kBodyBand(55, 155, 0);
+const QColor kCentralOutline(155, 0, 155);
+const QColor kAirOutline(5, 0, 0);
+const QColor kLineOfSight(0, 255, 0);
+const QColor kMarks(0, 0, 255);
+
+constexpr double kLeft = -190.0, kTop = 200.0, kRight = 190.0, kBottom = -200.0;
+constexpr double kViewLeft = -20.0, kViewTop = 50.0, kViewRight = 20.0, kViewBottom = -50.0;
+
+const QString kAngleInWater = QStringLiteral("ANGLE IN WATER γωνία μέσα στο νερό = ");
+const QString kTargetsAngle = QStringLiteral("TARGET'S ANGLE Γωνία στόχου =");
+
+double targetAngleOf(const QScrollBar* dgonia) { return dgonia->value() / 2.0; }
+
+// A body on the disc: a thick arc of the rim between two angles measured
+// from the downward (water) or upward (air) normal.
+void drawBodyOnArc(Canvas& canvas, double fromDegrees, double toDegrees, bool inWater, const QColor& colour) {
+    canvas.setDrawWidth(5);
+    const int pieces = std::max(2, static_cast<int>(std::ceil(std::fabs(toDegrees - fromDegrees))));
+    for (int k = 0; k < pieces; ++k) {
+        const double a = radians(fromDegrees + (toDegrees - fromDegrees) * k / pieces);
+        const double b = radians(fromDegrees + (toDegrees - fromDegrees) * (k + 1) / pieces);
+        if (inWater)
+            canvas.line(kDiscRadius * std::sin(a), -kDiscRadius * std::cos(a), kDiscRadius * std::sin(b),
+                        -kDiscRadius * std::cos(b), colour);
+        else
+            canvas.line(-kDiscRadius * std::sin(a), kDiscRadius * std::cos(a), -kDiscRadius * std::sin(b),
+                        kDiscRadius * std::cos(b), colour);
+    }
+    canvas.setDrawWidth(1);
+}
+
+void drawBand(Canvas& canvas, const Band& band, const QColor& fill, const QColor& outline) {
+    canvas.filledBox(-50, band.top, 50, band.bottom, fill);
+    canvas.box(-50, band.top, 50, band.bottom, outline);
+}
+
+}  // namespace
+
+Emfanisi::Emfanisi() {
+    setObjectName(QStringLiteral("EMFANISI"));
+    setWindowTitle(QStringLiteral("SIGHT VIEW Τι βλέπει ο παρατηρητής"));
+    canvas = new Canvas;
+    canvas->setObjectName(QStringLiteral("sightView"));
+    canvas->setAccessibleName(
+        QStringLiteral("The bodies as the observer sees them  Τα σώματα όπως τα βλέπει ο παρατηρητής"));
+    canvas->scale(kViewLeft, kViewTop, kViewRight, kViewBottom);
+    canvas->setFontName(QStringLiteral("TAHOMA"));
+    canvas->setFontSize(8.0);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(canvas);
+    setMinimumSize(140, 260);
+    resize(220, 560);
+}
+
+Ptolemaios::Ptolemaios() {
+    setObjectName(QStringLiteral("ptolemaios"));
+    setWindowTitle(QStringLiteral("PTOLEMY'S METHOD"));
+    setFont(programFont(QStringLiteral("Tahoma"), 9.0));
+
+    canvas = new Canvas;
+    canvas->setObjectName(QStringLiteral("instrument"));
+    canvas->setAccessibleName(QStringLiteral("Ptolemy's instrument  Η συσκευή του Πτολεμαίου"));
+    canvas->scale(kLeft, kTop, kRight, kBottom);
+    canvas->setFontName(QStringLiteral("TAHOMA"));
+    auto* host = new apparatus::AspectHost(canvas, (kRight - kLeft) / (kTop - kBottom));
+
+    goniaprosptosis = apparatus::makeScrollBar(Qt::Horizontal, kMinWaterAngle, kMaxWaterAngle, 5, 30,
+                                               "goniaprosptosis",
+                                               QStringLiteral("Angle in water  Γωνία στο νερό"));
+    metatopisipar = apparatus::makeScrollBar(Qt::Horizontal, -200, 300, 20, 50, "metatopisipar",
+                                             QStringLiteral("Position in air  Θέση στον αέρα"));
+    dgonia = apparatus::makeScrollBar(Qt::Horizontal, 1, 20, 2, 1, "dgonia",
+                                      QStringLiteral("Angle of target  Γωνία στόχου"));
+    Command1 = new CaptionButton(QStringLiteral("HIDE"));
+    Command1->setObjectName(QStringLiteral("Command1"));
+    Label1 = apparatus::makeLabel("Label1");
+    Label2 = apparatus::makeLabel("Label2");
+    Label3 = apparatus::makeLabel("Label3");
+
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(10);
+    grid->addWidget(Label1, 0, 0);
+    grid->addWidget(goniaprosptosis, 0, 1);
+    grid->addWidget(Command1, 0, 2);
+    grid->addWidget(Label2, 1, 0, 1, 3);
+    grid->addWidget(metatopisipar, 2, 1);
+    grid->addWidget(Label3, 3, 0);  // level with the bar it describes
+    grid->addWidget(dgonia, 3, 1);
+    grid->setColumnStretch(0, 2);
+    grid->setColumnStretch(1, 3);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(6, 6, 6, 6);
+    layout->addWidget(host, 1);
+    layout->addLayout(grid);
+
+    setTabOrder(goniaprosptosis, Command1);
+    setTabOrder(Command1, metatopisipar);
+    setTabOrder(metatopisipar, dgonia);
+
+    connect(goniaprosptosis, &QScrollBar::valueChanged, this, &Ptolemaios::goniaprosptosis_Change);
+    connect(metatopisipar, &QScrollBar::valueChanged, this, &Ptolemaios::metatopisipar_Change);
+    connect(dgonia, &QScrollBar::valueChanged, this, &Ptolemaios::dgonia_Change);
+    connect(Command1, &QPushButton::clicked, this, &Ptolemaios::Command1_Click);
+
+    setMinimumSize(360, 480);
+    resize(560, 760);
+}
+
+void Ptolemaios::Form_Load() {
+    // The window takes most of the display's height; the sight view
+    // stands beside it.
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        const QRect area = screen->availableGeometry();
+        const int height = static_cast<int>(0.8 * area.height());
+        resize(std::min(area.width() / 2, std::max(minimumWidth(), height * 3 / 4)), std::max(minimumHeight(), height));
+    }
+    DrawPtolemyApparatus();
+    apparatus::setLabel(Label1, QStringLiteral("ANGLE IN WATER γωνία στο νερό = ") + fmt(goniaprosptosis->value(), "0"));
+    apparatus::setLabel(Label2, QStringLiteral("POSITION IN AIR θέση στον αέρα = ") + fmt(metatopisipar->value(), "0"));
+    apparatus::setLabel(Label3, QStringLiteral("ANGLE OF TARGET Γωνία στόχου =") + fmt(targetAngleOf(dgonia), "0.0") + "°");
+}
+
+void Ptolemaios::goniaprosptosis_Change() {
+    DrawPtolemyApparatus();
+    apparatus::setLabel(Label1, kAngleInWater + fmt(goniaprosptosis->value(), "0"));
+}
+
+void Ptolemaios::metatopisipar_Change() {
+    DrawPtolemyApparatus();
+    apparatus::setLabel(Label3, QStringLiteral("ANGLE OF TARGET Γωνία στόχου =") + fmt(targetAngleOf(dgonia), "0.0") + "°");
+}
+
+void Ptolemaios::dgonia_Change() {
+    DrawPtolemyApparatus();
+    apparatus::setLabel(Label3, kTargetsAngle + fmt(targetAngleOf(dgonia), "0.0") + "°");
+}
+
+void Ptolemaios::drawDisc() {
+    for (int i = 1; i <= 360; ++i) {
+        const double a = radians(i);
+        const double b = radians(i + 1);
+        canvas->line(kDiscRadius * std::cos(a), kDiscRadius * std::sin(a), kDiscRadius * std::cos(b),
+                     kDiscRadius * std::sin(b));
+    }
+}
+
+void Ptolemaios::DrawPtolemyApparatus() {
+    Emfanisi& view = form<Emfanisi>();
+    if (!isVisible()) showScreen(*this);
+    if (!view.isVisible()) {
+        view.setGeometry(apparatus::placeBeside(frameGeometry(), view.size()));
+        view.show();
+    }
+
+    const double targetAngle = targetAngleOf(dgonia);
+    const GuardResult guard = guardWaterAngle(goniaprosptosis->value());
+    const int w = guard.angle;
+    if (guard.restarts > 0) apparatus::setLabel(Label1, kAngleInWater + fmt(w, "0") + "°");
+
+    canvas->cls();
+    canvas->setForeColor(kBlack);
+    canvas->setDrawWidth(1);
+    canvas->filledBox(-200, 0, 200, -200, kWater);
+    canvas->circle(0, 0, kBodySize / 2.0);
+    apparatus::setLabel(Label3, kTargetsAngle + fmt(targetAngle, "0.0") + "°");
+    drawDisc();
+    canvas->line(-200, 0, 200, 0);
+    canvas->line(0, -200, 0, 200);
+
+    // The guard has made sure that every line of sight leaves the water.
+    const double expected = expectedAirAngle(w).value_or(0.0);
+    const double zx = kDiscRadius * std::sin(radians(w));
+    const double zy = -kDiscRadius * std::cos(radians(w));
+    canvas->line(zx, zy, 0, 0);
+    canvas->line(0, 0, -kDiscRadius * std::sin(radians(expected)), kDiscRadius * std::cos(radians(expected)));
+
+    // The lines of sight past the edges of the central body, and the bodies.
+    canvas->setForeColor(kSightLines);
+    for (double edge : {kBodySize, -kBodySize}) {
+        if (const std::optional<SightLine> sight = PtolemySightLine(w, edge)) {
+            canvas->line(zx, zy, sight->surfaceX, 0);
+            canvas->lineTo(sight->endX, sight->endY);
+        }
+    }
+    const double air = airBodyAngle(w, metatopisipar->value(), targetAngle);
+    drawBodyOnArc(*canvas, w - targetAngle / 2.0, w + targetAngle / 2.0, true, kTargetBand);
+    drawBodyOnArc(*canvas, air - targetAngle / 2.0, air + targetAngle / 2.0, false, kBodyBand);
+
+    const std::optional<SightView> sight = sightView(w, air, targetAngle);
+    covered_ = sight && sight->covered;
+    airAngle_ = air;
+    expected_ = expected;
+    const double low = air - targetAngle / 2.0;
+    const double high = air + targetAngle / 2.0;
+    if (covered_)
+        apparatus::setLabel(Label2, QStringLiteral("BODY'S POSITION IN  AIR θέση σώματος στον αέρα=") + fmt(low, "0.0") +
+                                        "°-" + fmt(high, "0.0") + "°" + QStringLiteral("αναμενόμενη =") +
+                                        fmt(expected, "0.0") + "°" + QStringLiteral("MEAN μέσος =") + fmt(air, "0.0") +
+                                        "°");
+    else
+        apparatus::setLabel(Label2, QStringLiteral("BODY'S POSITION IN AIR θέση σώματος στον αέρα=") + fmt(low, "0.00") +
+                                        "°-" + fmt(high, "0.00") + "°" + QStringLiteral("EXPECTED αναμενόμενη =") +
+                                        fmt(expected, "0.0") + "°");
+
+    drawSightView(w, air, targetAngle);
+    canvas->setForeColor(kBlack);
+    drawDisc();  // the rim stays on top of the bodies
+
+    if (goniaprosptosis->value() != w) {
+        // The bar shows the angle drawn; its own handler need not draw again.
+        const QSignalBlocker quiet(goniaprosptosis);
+        goniaprosptosis->setValue(w);
+        apparatus::setLabel(Label1, kAngleInWater + fmt(w, "0") + "°");
+    }
+}
+
+void Ptolemaios::drawSightView(double waterAngle, double airAngle, double targetAngle) {
+    Canvas& view = *form<Emfanisi>().canvas;
+    view.cls();
+    view.setForeColor(kBlack);
+    view.setDrawWidth(1);
+    const std::optional<SightView> sight = sightView(waterAngle, airAngle, targetAngle);
+    if (!sight) return;
+    drawBand(view, sight->target, kTargetBand, kTargetOutline);
+    drawBand(view, sight->centralBody, kBodyBand, kCentralOutline);
+    view.setCurrentX(kViewLeft + 3.5);
+    view.setCurrentY(std::min(kViewTop - 1.0, sight->airBody.top + 1.2 * view.textHeight()));
+    view.print(QStringLiteral("iN AIR Στόν αέρα"));
+    drawBand(view, sight->airBody, kBodyBand, kAirOutline);
+    view.line(-50, 0, 50, 0, kLineOfSight);
+    // A scale of degrees on both sides, so that the pupil can read how far
+    // the target is seen from the line of sight.
+    for (int d = -9; d <= 9; ++d) {
+        const double y = d * kViewUnitsPerDegree;
+        const double length = d % 5 == 0 ? 3.0 : 1.5;
+        view.line(kViewLeft, y, kViewLeft + length, y, kMarks);
+        view.line(kViewRight - length, y, kViewRight, y, kMarks);
+    }
+    // Beyond the view the target is not seen: say on which side to look.
+    if (sight->target.bottom >= kViewTop || sight->target.top <= kViewBottom) {
+        const bool above = sight->target.bottom >= kViewTop;
+        view.setForeColor(kTargetOutline);
+        view.setCurrentX(kViewLeft + 3.5);
+        view.setCurrentY(above ? kViewTop - 1.0 : kViewBottom + 1.0 + 2.0 * view.textHeight());
+        view.print(above ? QStringLiteral("Z ↑ higher  πιο πάνω") : QStringLiteral("Z ↓ lower  πιο κάτω"));
+        view.setForeColor(kBlack);
+    }
+}

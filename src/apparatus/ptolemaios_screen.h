@@ -1,0 +1,64 @@
+#pragma once
+#include <QLabel>
+#include <QScrollBar>
+#include <QWidget>
+
+#include "canvas/canvas.h"
+#include "canvas/caption_button.h"
+
+// "EMFANISI": what the observer of Ptolemy's instrument sees along the line
+// of sight, magnified: each body as a horizontal band. It has no controls;
+// the instrument screen draws on it.
+class Emfanisi : public QWidget {
+    Q_OBJECT
+public:
+    Emfanisi();
+    Canvas* canvas;
+};
+
+// "ptolemaios": Ptolemy's instrument. The angle of the target under water,
+// the place of the body in air and the size of the target are set with
+// three scroll bars; every change draws the whole instrument and the sight
+// view again.
+class Ptolemaios : public QWidget {
+    Q_OBJECT
+public:
+    Ptolemaios();
+
+    Canvas* canvas;
+    QScrollBar* goniaprosptosis;  // angle of the target in water, degrees
+    QScrollBar* metatopisipar;    // place of the body in air, hundredths
+    QScrollBar* dgonia;           // size of the target, half-degrees
+    CaptionButton* Command1;      // HIDE
+    QLabel* Label1;               // angle in water
+    QLabel* Label2;               // place in air, expected and mean
+    QLabel* Label3;               // size of the target
+
+    void Form_Load();
+    void goniaprosptosis_Change();
+    void metatopisipar_Change();
+    void dgonia_Change();
+    void Command1_Click();
+
+    // Draws the instrument and the sight view from the three scroll bars,
+    // lowering the angle in water below the critical angle when it must.
+    void DrawPtolemyApparatus();
+
+    // What the last drawing found (tests and benchmarks).
+    double lastAirBodyAngle() const { return airAngle_; }
+    double lastExpectedAngle() const { return expected_; }
+    bool lastCovered() const { return covered_; }
+
+private:
+    void drawDisc();
+    void drawSightView(double waterAngle, double airAngle, double targetAngle);
+
+    double airAngle_ = 0.0;
+    double expected_ = 0.0;
+    bool covered_ = false;
+};
+
+// The explanation of the instrument ("HIDE"): Greek first, then English.
+QString ptolemyApparatusExplanation();
+// The labelled diagram of the instrument on the graph screen.
+void drawPtolemyDiagram(Canvas& canvas);

@@ -1,0 +1,270 @@
+#include "apparatus/ptolkam_screen.h"
+
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include <cmath>
+
+#include "apparatus/apparatus_widgets.h"
+#include "app/dialogs.h"
+#include "app/forms.h"
+#include "canvas/fonts.h"
+#include "canvas/graph_axes.h"
+#include "canvas/qt_format.h"
+#include "history/data_screen_opener.h"
+
+using namespace ptolemy_fit;
+
+namespace {
+const QColor kBlack(0, 0, 0);
+const QColor kSnell(255, 0, 0);
+const QColor kAnalogy(0, 150, 0);
+const QColor kPtolemy(150, 0, 150);
+
+constexpr double kLeft = -30.0, kTop = 75.0, kRight = 140.0, kBottom = -45.0;
+constexpr double kLegendX = 75.0;
+constexpr double kLegendY = -6.0;
+constexpr double kTableX = -28.0;
+constexpr double kTableY = -12.0;
+
+const QString kChooseMessage = QStringLiteral("CHOOSE A NUMBER BETWEEN 1 &7");
+
+QString refusal(StartPair answer, const DataSet& set) {
+    switch (answer.answer) {
+    case StartPairAnswer::OutOfRange: return kChooseMessage;
+    case StartPairAnswer::NotANumber:
+        return kChooseMessage + QStringLiteral("  Γράψε έναν αριθμό από 1 έως 7, με ψηφία, για παράδειγμα 2.");
+    case StartPairAnswer::NotWhole:
+        return kChooseMessage + QStringLiteral("  Ο αριθμός του ζεύγους είναι ακέραιος, από 1 έως 7.");
+    case StartPairAnswer::BeyondTheSet:
+        return QStringLiteral("This table has no pair after pair ") + QString::number(answer.k) +
+               QStringLiteral(": choose a number between 1 and ") + QString::number(set.refraction.size() - 2) +
+               QStringLiteral(".  Ο πίνακας δεν έχει ζεύγος μετά το ") + QString::number(answer.k) +
+               QStringLiteral(": διάλεξε αριθμό από 1 έως ") + QString::number(set.refraction.size() - 2) +
+               QStringLiteral(".");
+    case StartPairAnswer::Cancelled:
+    case StartPairAnswer::Valid: break;
+    }
+    return {};
+}
+}  // namespace
+
+QStringList ptolemyFittingExplanation() {
+    return {
+        QStringLiteral("Ο Πτολεμαίος προσάρμοσε τις πειραματικές τιμές έτσι που οι δεύτερες διαφορές των γωνιών "
+                       "διάθλασης"),
+        QStringLiteral(" να είναι 30'. Έτσι πλησίασε πολύ τα πειραματικά αποτελέσματα. Οι τιμές του βρίσκονται σε "
+                       "μια παραβολή."),
+        QStringLiteral(" Στη μέθοδο του Πτολεμαίου, η διαφορά ανάμεσα στην ΠΡΩΤΗ και στη ΔΕΥΤΕΡΗ ΠΕΙΡΑΜΑΤΙΚΗ ΤΙΜΗ "
+                       "(7,5° από αέρα σε νερό) θεωρείται σημείο εκκίνησης: η 3η από τη 2η πρέπει να είναι 30' "
+                       "μικρότερη κ.ο.κ."),
+        QStringLiteral(" ΜΠΟΡΟΥΜΕ ΝΑ ΔΙΑΛΕΞΟΥΜΕ άλλο σημείο εκκίνησης με το ΑΡΙΣΤΕΡΟ ΚΟΥΜΠΙ. Για n = 2 ξεκινάμε με "
+                       "τη διαφορά των 20° και 30°."),
+        QStringLiteral("       Ptolemy had manipulated  the experimental values  so that  the second differences of "
+                       "refraction angles, to be  30'"),
+        QStringLiteral(" In this way he was very near the experimental results. His values are on a parabola."),
+        QStringLiteral("  In Ptolemy's method, the difference between THE FIRST EXPERIMENTAL VALUE and the SECOND "
+                       "EXPERIMENTAL VALUE (which is 7,5° from air to water)"),
+        QStringLiteral(" is considered as a starting point: The 3rd from 2nd should be  30' less and so on. WE CAN "
+                       "CHOOSE another  starting point. Press the LEFT BUTTON For n =2 we start  with the difference "
+                       "of  20° and 30°."),
+    };
+}
+
+Ptolkam::Ptolkam() {
+    setObjectName(QStringLiteral("ptolkam"));
+    setWindowTitle(QStringLiteral("PTOLEMY'S DATA MANIPULATION"));
+    setFont(programFont(QStringLiteral("Arial"), 9.0));
+
+    canvas = new Canvas;
+    canvas->setObjectName(QStringLiteral("fittingGraph"));
+    canvas->setAccessibleName(QStringLiteral(
+        "Refraction against incidence: Ptolemy's values and two laws  Διάθλαση ως προς πρόσπτωση: οι τιμές του "
+        "Πτολεμαίου και δύο νόμοι"));
+    canvas->scale(kLeft, kTop, kRight, kBottom);
+    canvas->setFontName(QStringLiteral("Arial"));
+    canvas->setFontSize(8.0);
+
+    Option1 = new QRadioButton(QStringLiteral("INDEX Δείκτης =1,5"));
+    Option1->setObjectName(QStringLiteral("Option1"));
+    Option2 = new QRadioButton(QStringLiteral("INDEX Δείκτης=1,333"));
+    Option2->setObjectName(QStringLiteral("Option2"));
+    Option2->setChecked(true);
+    Label1 = apparatus::makeLabel("Label1");
+    Enallagi = new CaptionButton(QStringLiteral("Refer to other n Εναλλακτική προσαρμογή"));
+    Enallagi->setObjectName(QStringLiteral("Enallagi"));
+    kripse = new CaptionButton(QStringLiteral("CLOSE Κλείσιμο"));
+    kripse->setObjectName(QStringLiteral("kripse"));
+    apparatus::fitCaptionHeight(Enallagi, 170);
+    apparatus::fitCaptionHeight(kripse, 170);
+
+    explanation = new QTextEdit;
+    explanation->setObjectName(QStringLiteral("explanation"));
+    explanation->setReadOnly(true);
+    explanation->setAcceptRichText(false);
+    explanation->setFont(programFont(QStringLiteral("Arial"), 9.0));
+    explanation->setAccessibleName(QStringLiteral("Ptolemy's rule  Ο κανόνας του Πτολεμαίου"));
+    explanation->setPlainText(ptolemyFittingExplanation().join(QStringLiteral("\n")));
+    explanation->setMaximumHeight(150);
+
+    auto* side = new QVBoxLayout;
+    side->addWidget(Option2);
+    side->addWidget(Option1);
+    side->addWidget(Label1);
+    side->addSpacing(10);
+    side->addWidget(Enallagi);
+    side->addStretch(1);
+    side->addWidget(kripse);
+    auto* sidePanel = new QWidget;
+    sidePanel->setLayout(side);
+    sidePanel->setFixedWidth(190);
+
+    auto* top = new QHBoxLayout;
+    top->addWidget(sidePanel);
+    top->addWidget(canvas, 1);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(6, 6, 6, 6);
+    layout->addLayout(top, 1);
+    layout->addWidget(explanation);
+
+    setTabOrder(Option2, Option1);
+    setTabOrder(Option1, Enallagi);
+    setTabOrder(Enallagi, kripse);
+    setTabOrder(kripse, explanation);
+
+    connect(Option1, &QRadioButton::clicked, this, &Ptolkam::Option1_Click);
+    connect(Option2, &QRadioButton::clicked, this, &Ptolkam::Option2_Click);
+    connect(Enallagi, &QPushButton::clicked, this, &Ptolkam::Enallagi_Click);
+    connect(kripse, &QPushButton::clicked, this, &Ptolkam::kripse_Click);
+
+    setMinimumSize(640, 520);
+    resize(1000, 760);
+}
+
+const DataSet& Ptolkam::chosenSet() const { return Option1->isChecked() ? glassSet() : waterSet(); }
+
+void Ptolkam::Form_Load() {
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        const QRect area = screen->availableGeometry();
+        resize(std::max(minimumWidth(), area.width() * 3 / 4), std::max(minimumHeight(), area.height() * 4 / 5));
+    }
+    showScreen(*this);  // the legend is spaced by the height of its text as seen
+    standardAdjustment();
+}
+
+void Ptolkam::Option1_Click() {
+    Option1->setChecked(true);
+    canvas->cls();
+    standardAdjustment();
+}
+
+void Ptolkam::Option2_Click() {
+    Option2->setChecked(true);
+    canvas->cls();
+    standardAdjustment();
+}
+
+void Ptolkam::Enallagi_Click() { alternativeAdjustment(); }
+
+void Ptolkam::kripse_Click() {
+    hide();
+    showDataScreen();
+}
+
+void Ptolkam::standardAdjustment() {
+    const DataSet& set = chosenSet();
+    apparatus::setLabel(Label1, QStringLiteral("n = ") + fmt(set.index, "0.0000"));
+    drawCurves(set, set.refraction,
+               {QStringLiteral("ANALOGY Σχέση αναλογίας"), QStringLiteral("  PTOLEMY'S MANIPULATION Προσαρμογή Πτολεμαίου"),
+                QStringLiteral("EXPECTED VALUES Πραγματικές τιμές")});
+}
+
+void Ptolkam::alternativeAdjustment() {
+    const DataSet& set = chosenSet();
+    const QString typed = inputBox(QStringLiteral("number of first member  of pair ΑΡΙΘΜΟΣ ΠΡΩΤΟΥ ΜΕΛΟΥΣ ΖΕΥΓΟΥΣ"));
+    const StartPair answer = readStartPair(typed.toStdString(), set);
+    if (answer.answer == StartPairAnswer::Cancelled) return;
+    if (answer.answer != StartPairAnswer::Valid) {
+        messageBox(refusal(answer, set));
+        return;
+    }
+    const std::vector<double> adjusted = adjustFromPair(set, answer.k);
+    apparatus::setLabel(Label1, QStringLiteral("n = ") + fmt(set.index, "0.0000") + QStringLiteral("   k = ") +
+                                    QString::number(answer.k));
+    drawCurves(set, adjusted,
+               {QStringLiteral(" ANALOGY Σχέση αναλογίας"), QStringLiteral("    PTOLEMY'S MANIPULATION Προσαρμογή Πτολεμαίου"),
+                QStringLiteral("  EXPECTGED  VALUES Πραγματικές τιμές")});
+    printTable(set, adjusted);
+}
+
+void Ptolkam::drawCurves(const DataSet& set, const std::vector<double>& values, const Legend& legend) {
+    shown_ = values;
+    Canvas& c = *canvas;
+    c.cls();
+    c.setForeColor(kBlack);
+    c.setDrawWidth(1);
+    c.line(-15, 0, 100, 0);
+    c.line(0, -5, 0, 100);  // not down through the table
+    drawGraphAxes(c, 90, 0, 70, 0, 80, 70, 10, 10);
+    c.setCurrentX(2);
+    c.setCurrentY(kTop - 1);
+    c.print(QStringLiteral("REFRACTION Διάθλασης"));
+    c.setCurrentX(82);
+    c.setCurrentY(5);
+    c.print(QStringLiteral("INCIDENCE Πρόσπτωσης"));
+
+    c.setDrawWidth(2);
+    // The proportional law through the origin.
+    const double ratio = proportionalRatio(set);
+    c.line(0, 0, 80, 80 * ratio, kAnalogy);
+    // The law of refraction, point to point.
+    const std::vector<std::optional<double>> snell = snellRefraction(set);
+    for (std::size_t k = 1; k < snell.size(); ++k)
+        if (snell[k - 1] && snell[k]) c.line(set.incidence[k - 1], *snell[k - 1], set.incidence[k], *snell[k], kSnell);
+    // Ptolemy's values, marked and joined.
+    for (std::size_t k = 0; k < values.size() && k < set.incidence.size(); ++k) {
+        if (k > 0) c.line(set.incidence[k - 1], values[k - 1], set.incidence[k], values[k], kPtolemy);
+        c.filledCircle(set.incidence[k], values[k], 0.8, kPtolemy);
+    }
+    c.setDrawWidth(1);
+
+    // The legend, a line of text for each curve.
+    const double step = c.textHeight() * 1.1;
+    const std::pair<const QString*, QColor> rows[] = {
+        {&legend.analogy, kAnalogy}, {&legend.ptolemy, kPtolemy}, {&legend.expected, kSnell}};
+    double y = kLegendY;
+    for (const auto& [text, colour] : rows) {
+        c.setDrawWidth(2);
+        c.line(kLegendX - 9, y - step / 2, kLegendX - 2, y - step / 2, colour);
+        c.setDrawWidth(1);
+        c.setCurrentX(kLegendX);
+        c.setCurrentY(y);
+        c.print(*text);
+        y -= step;
+    }
+}
+
+void Ptolkam::printTable(const DataSet& set, const std::vector<double>& values) {
+    Canvas& c = *canvas;
+    c.setFontName(QStringLiteral("Courier New"));
+    const double column = c.textWidth(QStringLiteral("REFRACTION Διάθλασης  "));
+    auto cell = [&](int col, double y, const QString& text) {
+        c.setCurrentX(kTableX + col * column);
+        c.setCurrentY(y);
+        c.print(text);
+    };
+    double y = kTableY;
+    const double step = c.textHeight();
+    cell(0, y, QStringLiteral("INCIDENCE Πρόσπτωσης "));
+    cell(1, y, QStringLiteral("REFRACTION Διάθλασης"));
+    cell(2, y, QStringLiteral("DIFFERENCE Διαφορά"));
+    for (std::size_t k = 0; k < values.size() && k < set.incidence.size(); ++k) {
+        y -= step;
+        cell(0, y, fmt(set.incidence[k], "0") + QStringLiteral("°   "));
+        cell(1, y, fmt(values[k], "0.0") + QStringLiteral("°"));
+        if (k > 0) cell(2, y, fmt(values[k] - values[k - 1], "0.0") + QStringLiteral("°"));
+    }
+    c.setFontName(QStringLiteral("Arial"));
+}

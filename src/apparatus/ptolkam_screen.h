@@ -1,0 +1,57 @@
+#pragma once
+#include <QLabel>
+#include <QRadioButton>
+#include <QTextEdit>
+#include <QWidget>
+
+#include <vector>
+
+#include "apparatus/ptolemy_fitting.h"
+#include "canvas/canvas.h"
+#include "canvas/caption_button.h"
+
+// "ptolkam": how Ptolemy adjusted his refraction angles so that their second
+// differences are constant, against the proportional law and the law of
+// refraction, for his water and glass tables; and the same adjustment from a
+// starting pair the pupil chooses.
+class Ptolkam : public QWidget {
+    Q_OBJECT
+public:
+    Ptolkam();
+
+    Canvas* canvas;
+    QRadioButton* Option1;  // glass
+    QRadioButton* Option2;  // water
+    CaptionButton* Enallagi;  // adjust from another starting pair
+    CaptionButton* kripse;    // CLOSE
+    QLabel* Label1;
+    QTextEdit* explanation;   // Ptolemy's rule, Greek and English
+
+    void Form_Load();
+    void Option1_Click();
+    void Option2_Click();
+    void Enallagi_Click();
+    void kripse_Click();
+
+    // Ptolemy's own values of the chosen set with the two laws.
+    void standardAdjustment();
+    // Asks for the starting pair, then draws the adjusted values and their
+    // table. A refused answer leaves the picture as it was.
+    void alternativeAdjustment();
+
+    const ptolemy_fit::DataSet& chosenSet() const;
+    // What the last drawing showed as Ptolemy's values.
+    const std::vector<double>& shownValues() const { return shown_; }
+
+private:
+    struct Legend {
+        QString analogy, ptolemy, expected;
+    };
+    void drawCurves(const ptolemy_fit::DataSet& set, const std::vector<double>& values, const Legend& legend);
+    void printTable(const ptolemy_fit::DataSet& set, const std::vector<double>& values);
+
+    std::vector<double> shown_;
+};
+
+// The explanation of Ptolemy's rule: Greek lines, then English ones.
+QStringList ptolemyFittingExplanation();
