@@ -1,5 +1,6 @@
 // The laws of refraction laid over the data on the angle graph, and the
 // expected values written into the grid.
+#include <algorithm>
 #include <cmath>
 
 #include "analysis/graph_screens.h"
@@ -21,6 +22,11 @@ const QColor kSnellGround(0, 255, 255);
 const QColor kFixedLine(165, 100, 80);
 const QColor kFixedLabel(165, 155, 80);
 constexpr double kLabelPoints = 9.0;
+
+// The labels sit at fixed places among the curves: their type follows the
+// graph's width (9 points on a 900-pixel graph), so that on a small window
+// they cover no more of the curves than on a large one.
+double labelPoints(const Canvas& c) { return std::clamp(kLabelPoints * c.width() / 900.0, 6.5, 12.0); }
 
 // The laws are drawn in the angle graph's coordinates; anything else on
 // the graph screen (an instrument's diagram) is replaced by the data first.
@@ -90,7 +96,7 @@ void Inpdat::Kepler_Click() {
     printFitted(c, 23, 13,
                 QStringLiteral("Kepler's Model for Refraction Μοντέλο Kepler για διάθλαση= ") + fmt(k, "0.00") +
                     QStringLiteral("Πρόσπτωση"),
-                76.0, kLabelPoints);
+                76.0, labelPoints(c));
     c.setFontBold(false);
     c.setForeColor(Qt::black);
 }
@@ -106,7 +112,7 @@ void drawSnell(Canvas& c, double index, bool leavesDenserMedium) {
     c.filledBox(77, 65, 97, 70, kSnellGround);
     c.setForeColor(Qt::black);
     c.setFontBold(true);
-    printFitted(c, 80, 70, QStringLiteral("n=") + fmt(index, "0.00"), 16.0, kLabelPoints);
+    printFitted(c, 80, 70, QStringLiteral("n=") + fmt(index, "0.00"), 16.0, labelPoints(c));
     c.setFontBold(false);
 }
 
@@ -147,11 +153,17 @@ void Inpdat::toentrito() {
     c.setDrawWidth(1);
     c.setFontBold(true);
     c.setForeColor(kFixedLabel);
-    // In two lines, English over Greek, so that the text stays clear of the
-    // line, which rises through the end of a single long line.
-    c.setFontSize(kLabelPoints);
-    printAt(c, 40, 50, QStringLiteral("REFRACTION = 2/3 INCIDENCE"));
-    printAt(c, 40, 50 - c.textHeight(), QStringLiteral("Διάθλασης=2/3Πρόσπτωσης"));
+    // In two lines, English over Greek, the Greek one starting at (40, 50):
+    // one long line would run into the 2/3 line itself and the data of
+    // water and glass beneath it.
+    // Both end before x = 69, where the 2/3 line climbs to the text.
+    const QString english = QStringLiteral("REFRACTION = 2/3 INCIDENCE");
+    const QString greek = QStringLiteral("Διάθλασης=2/3Πρόσπτωσης");
+    c.setFontSize(labelPoints(c));
+    while (c.fontSize() > 5.0 && std::max(c.textWidth(english), c.textWidth(greek)) > 29.0)
+        c.setFontSize(c.fontSize() - 0.5);
+    printAt(c, 40, 50 + c.textHeight(), english);
+    printAt(c, 40, 50, greek);
     c.setFontBold(false);
     c.setForeColor(Qt::black);
 }
@@ -169,7 +181,7 @@ void Inpdat::toendeytero() {
     c.setForeColor(kFixedLabel);
     // Below and right of the line where it passes x = 60.
     printFitted(c, 60, 1.5 * 60 - 2, QStringLiteral("REFRACTION = 3/2 INCIDENCE διάθλασης=3/2πρόσπτωσης"), 49.0,
-                kLabelPoints);
+                labelPoints(c));
     c.setFontBold(false);
     c.setForeColor(Qt::black);
 }
