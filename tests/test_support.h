@@ -19,6 +19,9 @@ public:
     QStringList messages;
     QStringList messageTitles;
     QStringList prompts;
+    // Answers of the file dialogs (an empty name, as Cancel, when none is left).
+    std::deque<QString> openFiles;
+    std::deque<QString> saveFiles;
 
     void message(const QString& text, const QString& title) override {
         messages.append(text);
@@ -29,6 +32,16 @@ public:
         if (answers.empty()) return QString();
         QString answer = answers.front();
         answers.pop_front();
+        return answer;
+    }
+    QString openFileName(const QString&, const QString&) override { return next(openFiles); }
+    QString saveFileName(const QString&, const QString&, const QString&) override { return next(saveFiles); }
+
+private:
+    static QString next(std::deque<QString>& queue) {
+        if (queue.empty()) return QString();
+        QString answer = queue.front();
+        queue.pop_front();
         return answer;
     }
 };

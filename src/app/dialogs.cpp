@@ -1,6 +1,7 @@
 #include "app/dialogs.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 
@@ -25,6 +26,14 @@ QString WidgetDialogs::input(const QString& prompt, const QString& title, const 
     const QString text =
         QInputDialog::getText(QApplication::activeWindow(), titleOr(title), prompt, QLineEdit::Normal, initial, &ok);
     return ok ? text : QString();
+}
+
+QString WidgetDialogs::openFileName(const QString& caption, const QString& filter) {
+    return QFileDialog::getOpenFileName(QApplication::activeWindow(), caption, QString(), filter);
+}
+
+QString WidgetDialogs::saveFileName(const QString& caption, const QString& filter, const QString& suggested) {
+    return QFileDialog::getSaveFileName(QApplication::activeWindow(), caption, suggested, filter);
 }
 
 DialogProvider& dialogs() { return *current(); }

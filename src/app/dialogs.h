@@ -1,5 +1,6 @@
 #pragma once
 #include <QString>
+#include <QtGlobal>
 
 #include <memory>
 
@@ -12,6 +13,19 @@ public:
     virtual void message(const QString& text, const QString& title) = 0;
     // A modal input box; returns the typed text, or an empty text on Cancel.
     virtual QString input(const QString& prompt, const QString& title, const QString& initial) = 0;
+    // The desktop's file dialogs; an empty name on Cancel. Providers that
+    // answer no file questions (a benchmark) need not override them.
+    virtual QString openFileName(const QString& caption, const QString& filter) {
+        Q_UNUSED(caption);
+        Q_UNUSED(filter);
+        return {};
+    }
+    virtual QString saveFileName(const QString& caption, const QString& filter, const QString& suggested) {
+        Q_UNUSED(caption);
+        Q_UNUSED(filter);
+        Q_UNUSED(suggested);
+        return {};
+    }
 };
 
 // Real modal boxes.
@@ -19,6 +33,8 @@ class WidgetDialogs : public DialogProvider {
 public:
     void message(const QString& text, const QString& title) override;
     QString input(const QString& prompt, const QString& title, const QString& initial) override;
+    QString openFileName(const QString& caption, const QString& filter) override;
+    QString saveFileName(const QString& caption, const QString& filter, const QString& suggested) override;
 };
 
 DialogProvider& dialogs();
@@ -26,6 +42,12 @@ DialogProvider& dialogs();
 std::unique_ptr<DialogProvider> setDialogs(std::unique_ptr<DialogProvider> provider);
 
 inline void messageBox(const QString& text, const QString& title = QString()) { dialogs().message(text, title); }
+inline QString openFileDialog(const QString& caption, const QString& filter) {
+    return dialogs().openFileName(caption, filter);
+}
+inline QString saveFileDialog(const QString& caption, const QString& filter, const QString& suggested = QString()) {
+    return dialogs().saveFileName(caption, filter, suggested);
+}
 inline QString inputBox(const QString& prompt, const QString& title = QString(), const QString& initial = QString()) {
     return dialogs().input(prompt, title, initial);
 }

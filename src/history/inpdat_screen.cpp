@@ -220,6 +220,13 @@ void Inpdat::buildMenus() {
                                               "Εμπειρική προσαρμογή, τελευταία αποθηκευμένη διάταξη"));
     recallItem = addItem(measurements, QStringLiteral("recall"),
                          QStringLiteral("RECALL A STORED SET-UP  Ανάκληση αποθηκευμένης διάταξης"));
+    measurements->addSeparator();
+    openTableItem = addItem(measurements, QStringLiteral("openTable"), QStringLiteral("Open table…  Άνοιγμα πίνακα…"));
+    saveTableItem = addItem(measurements, QStringLiteral("saveTable"), QStringLiteral("Save table…  Αποθήκευση πίνακα…"));
+    openTableItem->setShortcut(QKeySequence::Open);
+    saveTableItem->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+    connect(openTableItem, &QAction::triggered, this, &Inpdat::openTable);
+    connect(saveTableItem, &QAction::triggered, this, &Inpdat::saveTable);
     connect(empiricalFitItem, &QAction::triggered, this, &Inpdat::empiricalFit);
     connect(recallItem, &QAction::triggered, this, &Inpdat::recallSetup);
 

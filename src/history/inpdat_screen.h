@@ -72,6 +72,8 @@ public:
     QMenu* measurements;          // the measurement file of the bench
     QAction* empiricalFitItem;    // fit of the typed pairs, then the last stored set-up
     QAction* recallItem;          // one stored set-up by its position
+    QAction* openTableItem;       // the pupil's table from a CSV file
+    QAction* saveTableItem;       // the grid (or the loaded table) to a CSV file
 
     QMenu* instruments;           // the simulated historical instruments
     QAction* ptolemaiosItem;
@@ -120,6 +122,11 @@ public:
     void empiricalFit();
     void recallSetup();            // the recall reader
     void readStoredSetups();       // the sequential reader
+    void openTable();              // asks for a CSV file and fills the grid from it
+    void saveTable();              // asks for a file name and writes the pairs
+    // The two without the file dialog; false after a message.
+    bool openTableFile(const QString& path);
+    bool saveTableFile(const QString& path);
 
     // The pairs of the grid as the pupil typed them (for tests and screens).
     std::vector<history::TypedRow> typedRows() const;

@@ -1,0 +1,98 @@
+// The pupil's table as a CSV file: opened into the grid, saved from the
+// grid or from a loaded historical table.
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include "app/dialogs.h"
+#include "history/inpdat_screen.h"
+#include "history/pupil_table.h"
+
+namespace {
+
+const QString kFilter = QStringLiteral("CSV table (*.csv);;All files (*)");
+
+QString fromUtf8(const std::string& text) { return QString::fromUtf8(text.data(), qsizetype(text.size())); }
+
+QString fileError(const QString& path, const history::TableFileError& e) {
+    const QString name = QFileInfo(path).fileName();
+    if (e.line == 0)
+        return QStringLiteral("%1: %2  %1: %3").arg(name, fromUtf8(e.english), fromUtf8(e.greek));
+    return QStringLiteral("%1, line %2: %3  %1, γραμμή %2: %4")
+        .arg(name)
+        .arg(e.line)
+        .arg(fromUtf8(e.english), fromUtf8(e.greek));
+}
+
+}  // namespace
+
+void Inpdat::openTable() {
+    const QString path = openFileDialog(QStringLiteral("Open table  Άνοιγμα πίνακα"), kFilter);
+    if (!path.isEmpty()) openTableFile(path);
+}
+
+void Inpdat::saveTable() {
+    const QString path =
+        saveFileDialog(QStringLiteral("Save table  Αποθήκευση πίνακα"), kFilter, QStringLiteral("table.csv"));
+    if (!path.isEmpty()) saveTableFile(path);
+}
+
+bool Inpdat::openTableFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        messageBox(QStringLiteral("The file %1 cannot be opened: %2  Το αρχείο %1 δεν ανοίγει.")
+                       .arg(QFileInfo(path).fileName(), file.errorString()));
+        return false;
+    }
+    // Read no more than a table can need: a huge file is refused unread.
+    const QByteArray bytes = file.read(static_cast<qint64>(history::kLargestTableFile) + 1);
+    const history::TableFileReading reading = history::parseTableFile(std::string_view(bytes.constData(), bytes.size()));
+    if (reading.error) {
+        messageBox(fileError(path, *reading.error));
+        return false;
+    }
+    // The pupil's own data now: the grid, not a historical table.
+    klinoistoria_Click();
+    for (int k = 0; k < kRows; ++k) {
+        const bool filled = k < static_cast<int>(reading.rows.size());
+        Text1[k]->setText(filled ? fromUtf8(reading.rows[static_cast<std::size_t>(k)].incidence) : QString());
+        Refr[k]->setText(filled ? fromUtf8(reading.rows[static_cast<std::size_t>(k)].refraction) : QString());
+    }
+    return true;
+}
+
+bool Inpdat::saveTableFile(const QString& path) {
+    std::vector<history::TypedRow> rows;
+    if (historicalDataFlag && List1->isVisible()) {
+        for (int k = 1; k < List1->count() && k < List2->count(); ++k)
+            rows.push_back({List1->item(k)->text().toStdString(), List2->item(k)->text().toStdString()});
+    } else {
+        // Only what the analysis would read: a cell that is not an angle is
+        // refused with the analysis's own message.
+        const history::TypedReading reading = history::readTypedPairs(typedRows());
+        if (reading.error) {
+            currentPairs(true);
+            return false;
+        }
+        for (const history::TypedRow& row : typedRows()) {
+            if (QString::fromStdString(row.incidence).trimmed().isEmpty()) break;
+            rows.push_back(row);
+        }
+    }
+    if (rows.empty()) {
+        messageBox(QStringLiteral("There are no angle pairs to save.  Δεν υπάρχουν ζεύγη γωνιών για αποθήκευση."));
+        return false;
+    }
+    const std::string text = history::writeTableFile(rows);
+    // Written whole or not at all: an old file stays as it was on failure.
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) ||
+        file.write(text.data(), static_cast<qint64>(text.size())) != static_cast<qint64>(text.size()) ||
+        !file.commit()) {
+        messageBox(QStringLiteral("The table could not be saved in %1 (%2); nothing was changed.  "
+                                  "Ο πίνακας δεν αποθηκεύτηκε στο %1· δεν άλλαξε τίποτα.")
+                       .arg(QFileInfo(path).fileName(), file.errorString()));
+        return false;
+    }
+    return true;
+}

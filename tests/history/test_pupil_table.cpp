@@ -1,0 +1,139 @@
+#include <QtTest>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "app/forms.h"
+#include "app/main_menu.h"
+#include "canvas/fonts.h"
+#include "history/inpdat_screen.h"
+#include "history/pupil_table.h"
+#include "test_support.h"
+
+using namespace history;
+
+namespace {
+
+QStringList grid(const Inpdat& d) {
+    QStringList cells;
+    for (int k = 0; k < Inpdat::kRows; ++k) cells << d.Text1[k]->text() << d.Refr[k]->text();
+    return cells;
+}
+
+QByteArray readAll(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+bool writeAll(const QString& path, const QByteArray& bytes) {
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
+}
+
+}  // namespace
+
+class TestPupilTable : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { installFontSubstitutions(); }
+
+    void readsCommaAndGreekSpreadsheetForms() {
+        const TableFileReading plain = parseTableFile("incidence,refraction\r\n10,6.6\n20, 13.2\n30,\n\n");
+        QVERIFY(!plain.error);
+        QCOMPARE(int(plain.rows.size()), 3);
+        QCOMPARE(plain.rows[1].refraction, std::string("13.2"));
+        QCOMPARE(plain.rows[2].refraction, std::string(""));  // a row may wait for its refraction
+        const TableFileReading greek = parseTableFile("\xEF\xBB\xBF\"πρόσπτωση\";\"διάθλαση\"\n10;6,6\n\"20\";\"13,25\"\n");
+        QVERIFY(!greek.error);
+        QCOMPARE(greek.rows[0].refraction, std::string("6.6"));
+        QCOMPARE(greek.rows[1].refraction, std::string("13.25"));
+        QVERIFY(!parseTableFile("10,7\n20,13\n").error);  // no header at all
+    }
+
+    // Every bad file names its line (0: the file as a whole).
+    void refusesBadFiles() {
+        std::string fifteen = "i,r\n";
+        for (int k = 0; k < 15; ++k) fifteen += std::to_string(k) + ",1\n";
+        struct Case { std::string text; int line; };
+        const std::vector<Case> cases{
+            {"i,r\n10,7,3\n", 2},             // three cells
+            {"i,r\n10\n", 2},                 // one cell
+            {"i,r\n10,abc\n", 2},             // letters
+            {"i,r\n10,7\n\n20,13\n", 3},      // a blank line inside
+            {"i,r\n19,5,13\n", 2},            // a decimal comma with comma cells
+            {"i,r\n10,7\n200,7\n", 3},        // not an angle
+            {"i,r\n10,nan\n", 2},
+            {fifteen, 16},
+            {std::string("i,r\n10,7\n\x01\x02\xff,3\n", 14), 3},  // binary junk
+            {"i,r\n1\xC3,2\n", 2},            // broken UTF-8
+            {"", 0},
+            {"i,r\n", 0},
+            {std::string(kLargestTableFile + 1, '1'), 0},
+        };
+        for (const Case& c : cases) {
+            const TableFileReading r = parseTableFile(c.text);
+            QVERIFY2(r.error && r.rows.empty(), c.text.substr(0, 30).c_str());
+            QCOMPARE(r.error->line, c.line);
+            QVERIFY(!r.error->english.empty() && !r.error->greek.empty());
+        }
+    }
+
+    // Through the screen: a saved grid opens back exactly; a loaded table
+    // saves as its pairs; a bad file and a failed save change nothing.
+    void roundTripsAndFailures() {
+        ScreenTestScope scope;
+        QTemporaryDir dir;
+        form<Diathlasimeleti>().Command2_Click();
+        Inpdat& d = form<Inpdat>();
+        const QStringList typed{"10", "6.6", "20", "13.25", "30", "", "45.5", "28.125"};
+        for (int k = 0; k < 4; ++k) {
+            d.Text1[k]->setText(typed[2 * k]);
+            d.Refr[k]->setText(typed[2 * k + 1]);
+        }
+        const QStringList before = grid(d);
+        const QString path = dir.filePath("mine.csv");
+        scope.dialogs().saveFiles = {path};
+        d.saveTable();
+        QCOMPARE(readAll(path), QByteArray("incidence,refraction\n10,6.6\n20,13.25\n30,\n45.5,28.125\n"));
+        for (QLineEdit* box : d.Text1) box->clear();
+        scope.dialogs().openFiles = {path};
+        d.openTable();
+        QCOMPARE(grid(d), before);
+        QVERIFY(scope.dialogs().messages.isEmpty());
+
+        d.Newt_Click();
+        QVERIFY(d.saveTableFile(dir.filePath("newton.csv")));
+        const QByteArray newton = readAll(dir.filePath("newton.csv"));
+        QVERIFY(newton.startsWith("incidence,refraction\n10,6.433\n") && newton.endsWith("90,40.1833\n"));
+
+        // A bad file: a message naming the line, the grid untouched.
+        QVERIFY(writeAll(dir.filePath("bad.csv"), "i;r\n10;7\n20;x\n"));
+        const QStringList held = grid(d);
+        QVERIFY(!d.openTableFile(dir.filePath("bad.csv")));
+        QVERIFY(scope.dialogs().messages.last().contains("line 3") && scope.dialogs().messages.last().contains("γραμμή 3"));
+        QCOMPARE(grid(d), held);
+        QVERIFY(!d.openTableFile(dir.filePath("missing.csv")));
+
+        // A file the program may not replace stays byte for byte.
+        const QString locked = dir.filePath("locked");
+        QVERIFY(QDir().mkdir(locked));
+        QVERIFY(writeAll(locked + "/old.csv", "incidence,refraction\n1,1\n"));
+        QFile::setPermissions(locked, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+        const bool writable = QFileInfo(locked).isWritable();  // root writes anyway
+        const int messages = scope.dialogs().messages.size();
+        const bool saved = d.saveTableFile(locked + "/old.csv");
+        if (!writable) {
+            QVERIFY(!saved);
+            QCOMPARE(scope.dialogs().messages.size(), messages + 1);
+            QCOMPARE(readAll(locked + "/old.csv"), QByteArray("incidence,refraction\n1,1\n"));
+            QCOMPARE(QDir(locked).entryList(QDir::Files).size(), 1);  // no temporary left
+        }
+        QFile::setPermissions(locked, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        // A name that cannot be a file at all fails whatever the user.
+        QVERIFY(!d.saveTableFile(dir.filePath("no/such/folder/t.csv")));
+    }
+};
+
+QTEST_MAIN(TestPupilTable)
+#include "test_pupil_table.moc"
