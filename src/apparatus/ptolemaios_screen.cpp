@@ -253,7 +253,8 @@ void Ptolemaios::drawSightView(double waterAngle, double airAngle, double target
     drawBand(view, sight->target, kTargetBand, kTargetOutline);
     drawBand(view, sight->centralBody, kBodyBand, kCentralOutline);
     view.setCurrentX(kViewLeft + 3.5);
-    view.setCurrentY(std::min(kViewTop - 1.0, sight->airBody.top + 1.2 * view.textHeight()));
+    const double bandsTop = std::max(sight->airBody.top, sight->centralBody.top);
+    view.setCurrentY(std::min(kViewTop - 1.0, bandsTop + 1.2 * view.textHeight()));
     view.print(QStringLiteral("iN AIR Στόν αέρα"));
     drawBand(view, sight->airBody, kBodyBand, kAirOutline);
     view.line(-50, 0, 50, 0, kLineOfSight);

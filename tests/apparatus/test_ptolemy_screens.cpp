@@ -112,6 +112,12 @@ private slots:
                 QVERIFY(noBadNumbers({p.Label1->text(), p.Label2->text(), p.Label3->text()}));
             }
         }
+        // Dragged through every angle: each one drawn is below the critical angle.
+        for (int value = p.goniaprosptosis->minimum(); value <= p.goniaprosptosis->maximum(); ++value) {
+            p.goniaprosptosis->setValue(value);
+            QVERIFY(p.goniaprosptosis->value() <= 47);
+        }
+        QCOMPARE(form<Emfanisi>().canvas->skippedOperations(), 0);
         p.dgonia->setValue(20);
         QCOMPARE(p.Label3->text(), QStringLiteral("TARGET'S ANGLE Γωνία στόχου =10.0°"));
         p.dgonia->setValue(1);
