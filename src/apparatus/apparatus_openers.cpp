@@ -48,3 +48,11 @@ void openPtolemyDataFitting() {
     }
     showScreen(fitting);
 }
+
+void hideApparatusScreens() {
+    hideIfCreated<Ptolemaios>();
+    hideIfCreated<Emfanisi>();
+    hideIfCreated<Xaithamos>();
+    hideIfCreated<Alhazencheck>();
+    hideIfCreated<Ptolkam>();
+}

@@ -9,3 +9,8 @@ void openPtolemyInstrument();
 void openAlHaythamInstrument();
 // Ptolemy's adjustment of his data, "PTOLEMY DATA MANIPULATION".
 void openPtolemyDataFitting();
+
+// Hides every apparatus screen that was ever opened (with Ptolemy's sight
+// view and Al Haytham's check): for a command that leaves the data screen
+// for the main menu.
+void hideApparatusScreens();

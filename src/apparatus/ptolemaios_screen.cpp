@@ -2,6 +2,7 @@
 
 #include <QGridLayout>
 #include <QGuiApplication>
+#include <QHideEvent>
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -162,6 +163,11 @@ void Ptolemaios::metatopisipar_Change() {
 void Ptolemaios::dgonia_Change() {
     DrawPtolemyApparatus();
     apparatus::setLabel(Label3, kTargetsAngle + fmt(targetAngleOf(dgonia), "0.0") + "°");
+}
+
+void Ptolemaios::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    if (!event->spontaneous()) hideIfCreated<Emfanisi>();
 }
 
 void Ptolemaios::drawDisc() {

@@ -49,6 +49,10 @@ public:
     double lastExpectedAngle() const { return expected_; }
     bool lastCovered() const { return covered_; }
 
+protected:
+    // Closing the window is hiding it: the sight view goes with it.
+    void hideEvent(QHideEvent* event) override;
+
 private:
     void drawDisc();
     void drawSightView(double waterAngle, double airAngle, double targetAngle);

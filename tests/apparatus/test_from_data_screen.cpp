@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "analysis/graph_screens.h"
+#include "apparatus/apparatus_openers.h"
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolkam_screen.h"
@@ -54,6 +55,26 @@ private slots:
         fitting.kripse->click();
         QVERIFY(data.isVisible() && !fitting.isVisible());
         QVERIFY(scope.endStatuses.empty());
+    }
+
+    // Closing Ptolemy's window takes the sight view with it; leaving for the
+    // main menu hides whatever simulation is still open.
+    void closingAndLeavingHideTheSimulations() {
+        ScreenTestScope scope;
+        openDataScreen();
+        openPtolemyInstrument();
+        QVERIFY(form<Emfanisi>().isVisible());
+        form<Ptolemaios>().close();
+        QVERIFY(!form<Emfanisi>().isVisible());
+
+        openPtolemyInstrument();
+        openAlHaythamInstrument();
+        form<Xaithamos>().svise->click();
+        openPtolemyDataFitting();
+        hideApparatusScreens();
+        for (QWidget* w : std::initializer_list<QWidget*>{&form<Ptolemaios>(), &form<Emfanisi>(), &form<Xaithamos>(),
+                                                         &form<Alhazencheck>(), &form<Ptolkam>()})
+            QVERIFY(!w->isVisible());
     }
 };
 
