@@ -345,6 +345,7 @@ void Inpdat::Command2_Click() {
     hide();
     hideIfCreated<Incref>();
     hideIfCreated<Analysis>();
+    hideApparatusScreens();
     showScreen(form<Diathlasimeleti>());
 }
 
