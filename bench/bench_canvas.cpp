@@ -13,6 +13,7 @@
 #include "app/forms.h"
 #include "app/module1.h"
 #include "canvas/canvas.h"
+#include "canvas/figure_export.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
@@ -83,6 +84,19 @@ void BM_FullRedrawAndRepaint(benchmark::State& state) {
     screenCanvas->hide();
 }
 BENCHMARK(BM_FullRedrawAndRepaint)->Unit(benchmark::kMicrosecond);
+
+// Saving the busiest figure as SVG, against drawing it on the screen.
+void BM_SvgExportOfFullRedraw(benchmark::State& state) {
+    fullRedraw(*screenCanvas);
+    const double redrawSeconds = meanSeconds(20, fullRedraw);
+    const auto start = Clock::now();
+    for (auto _ : state) benchmark::DoNotOptimize(figureSvg(*screenCanvas, QStringLiteral("figure")).size());
+    const double svgSeconds =
+        std::chrono::duration<double>(Clock::now() - start).count() / static_cast<double>(state.iterations());
+    state.counters["redraw_us"] = redrawSeconds * 1e6;
+    state.counters["x_redraw"] = svgSeconds / redrawSeconds;
+}
+BENCHMARK(BM_SvgExportOfFullRedraw)->Unit(benchmark::kMicrosecond);
 
 // Start-up: Main() places, captions and shows the main menu. The screens of
 // the previous round are destroyed outside the timing.

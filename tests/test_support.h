@@ -1,6 +1,7 @@
 #pragma once
 // Helpers shared by the screen tests: scripted answers for the dialog seam,
 // a recorder for the program's end, and fresh screens per test.
+#include <QPrinter>
 #include <QStringList>
 
 #include <deque>
@@ -33,6 +34,14 @@ public:
         QString answer = answers.front();
         answers.pop_front();
         return answer;
+    }
+    // The print dialog: prints into this PDF file, or is cancelled when empty.
+    QString printToPdf;
+    bool choosePrinter(QPrinter& printer) override {
+        if (printToPdf.isEmpty()) return false;
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(printToPdf);
+        return true;
     }
     QString openFileName(const QString&, const QString&) override { return next(openFiles); }
     QString saveFileName(const QString&, const QString&, const QString&) override { return next(saveFiles); }

@@ -4,6 +4,8 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
 
 namespace {
 std::unique_ptr<DialogProvider>& current() {
@@ -34,6 +36,11 @@ QString WidgetDialogs::openFileName(const QString& caption, const QString& filte
 
 QString WidgetDialogs::saveFileName(const QString& caption, const QString& filter, const QString& suggested) {
     return QFileDialog::getSaveFileName(QApplication::activeWindow(), caption, suggested, filter);
+}
+
+bool WidgetDialogs::choosePrinter(QPrinter& printer) {
+    QPrintDialog dialog(&printer, QApplication::activeWindow());
+    return dialog.exec() == QDialog::Accepted;
 }
 
 DialogProvider& dialogs() { return *current(); }

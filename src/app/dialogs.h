@@ -4,6 +4,8 @@
 
 #include <memory>
 
+class QPrinter;
+
 // The one way screens ask the pupil something or tell them something, so that
 // tests can answer for the pupil and read what was said.
 class DialogProvider {
@@ -26,6 +28,11 @@ public:
         Q_UNUSED(suggested);
         return {};
     }
+    // The desktop's print dialog for the printer; false on Cancel.
+    virtual bool choosePrinter(QPrinter& printer) {
+        Q_UNUSED(printer);
+        return false;
+    }
 };
 
 // Real modal boxes.
@@ -35,6 +42,7 @@ public:
     QString input(const QString& prompt, const QString& title, const QString& initial) override;
     QString openFileName(const QString& caption, const QString& filter) override;
     QString saveFileName(const QString& caption, const QString& filter, const QString& suggested) override;
+    bool choosePrinter(QPrinter& printer) override;
 };
 
 DialogProvider& dialogs();
@@ -48,6 +56,7 @@ inline QString openFileDialog(const QString& caption, const QString& filter) {
 inline QString saveFileDialog(const QString& caption, const QString& filter, const QString& suggested = QString()) {
     return dialogs().saveFileName(caption, filter, suggested);
 }
+inline bool choosePrinterDialog(QPrinter& printer) { return dialogs().choosePrinter(printer); }
 inline QString inputBox(const QString& prompt, const QString& title = QString(), const QString& initial = QString()) {
     return dialogs().input(prompt, title, initial);
 }

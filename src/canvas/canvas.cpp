@@ -8,6 +8,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "canvas/figure_export.h"
 #include "canvas/fonts.h"
 
 namespace {
@@ -88,7 +89,10 @@ double penOffset(int drawWidth, qreal dpr) {
 
 Canvas::Canvas(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);  // the image covers every pixel: no flicker
-    setFocusPolicy(Qt::ClickFocus);
+    // Reachable with Tab, so that the figure's Ctrl+S and Ctrl+P work from
+    // the keyboard too.
+    setFocusPolicy(Qt::StrongFocus);
+    installFigureActions(*this);
     syncImage();
 }
 
@@ -580,6 +584,20 @@ void Canvas::placeControls() {
         const int ph = p.height > 0.0 ? pixel(p.height * h) : p.control->height();
         p.control->setGeometry(pixel(p.left * w), pixel(p.top * h), std::max(pw, 1), std::max(ph, 1));
     }
+}
+
+void Canvas::renderFigure(QPainter& painter) const {
+    painter.save();
+    painter.fillRect(QRectF(0, 0, areaWidth(), areaHeight()), backColor_);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::TextAntialiasing);
+    if (opsComplete_) {
+        for (const Op& op : ops_) paintOp(painter, op);
+    } else {
+        syncImage();
+        painter.drawImage(QRectF(0, 0, areaWidth(), areaHeight()), image_);
+    }
+    painter.restore();
 }
 
 // --------------------------------------------------------------- events ---

@@ -155,6 +155,13 @@ public:
 
     QSize sizeHint() const override { return {640, 480}; }
 
+    // --- the figure outside the screen ----------------------------------------
+    // Paints the whole figure (background and every operation since cls)
+    // through the painter, in the area's logical pixels: a PNG at any
+    // resolution, an SVG or a printed page gets lines as lines and texts as
+    // texts. When the record overflowed, the backing image stands in.
+    void renderFigure(QPainter& painter) const;
+
 signals:
     // Mouse events in user coordinates.
     void mousePressed(double x, double y, Qt::MouseButton button);

@@ -1,0 +1,125 @@
+#include "canvas/figure_export.h"
+
+#include <QAction>
+#include <QBuffer>
+#include <QFileInfo>
+#include <QPainter>
+#include <QPrinter>
+#include <QSaveFile>
+#include <QSvgGenerator>
+
+#include <algorithm>
+#include <cmath>
+
+#include "app/dialogs.h"
+#include "canvas/canvas.h"
+
+namespace {
+
+QString figureTitle(const Canvas& canvas) {
+    const QWidget* window = canvas.window();
+    const QString title = window ? window->windowTitle() : QString();
+    return title.isEmpty() ? canvas.accessibleName() : title;
+}
+
+}  // namespace
+
+QImage figureImage(const Canvas& canvas, double scale) {
+    const QSize logical = canvas.size().expandedTo(QSize(1, 1));
+    const double s = std::isfinite(scale) ? std::clamp(scale, 0.1, 8.0) : 2.0;
+    QImage image(QSize(static_cast<int>(std::lround(logical.width() * s)), static_cast<int>(std::lround(logical.height() * s))),
+                 QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(s);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    canvas.renderFigure(painter);
+    painter.end();
+    return image;
+}
+
+QByteArray figureSvg(const Canvas& canvas, const QString& title) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QSvgGenerator generator;
+    generator.setOutputDevice(&buffer);
+    const QSize size = canvas.size().expandedTo(QSize(1, 1));
+    generator.setSize(size);
+    generator.setViewBox(QRect(QPoint(0, 0), size));
+    generator.setTitle(title);
+    generator.setDescription(canvas.printedTexts().join(QLatin1Char('\n')));
+    generator.setResolution(canvas.logicalDpiX());
+    QPainter painter(&generator);
+    canvas.renderFigure(painter);
+    painter.end();
+    return bytes;
+}
+
+void printFigure(const Canvas& canvas, QPrinter& printer) {
+    QPainter painter;
+    if (!painter.begin(&printer)) return;
+    const QRectF page = printer.pageLayout().paintRectPixels(printer.resolution());
+    const QSizeF figure = QSizeF(canvas.size()).expandedTo(QSizeF(1, 1));
+    const double scale = std::min(page.width() / figure.width(), page.height() / figure.height());
+    painter.translate((page.width() - figure.width() * scale) / 2.0, 0.0);
+    painter.scale(scale, scale);
+    canvas.renderFigure(painter);
+    painter.end();
+}
+
+QString saveFigureFile(const Canvas& canvas, const QString& path) {
+    const bool svg = QFileInfo(path).suffix().compare(QLatin1String("svg"), Qt::CaseInsensitive) == 0;
+    QByteArray bytes;
+    if (svg) {
+        bytes = figureSvg(canvas, figureTitle(canvas));
+    } else {
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        if (!figureImage(canvas).save(&buffer, "PNG")) return QStringLiteral("the image could not be made");
+    }
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) return file.errorString();
+    if (file.write(bytes) != bytes.size()) {
+        file.cancelWriting();
+        return file.errorString();
+    }
+    if (!file.commit()) return file.errorString();
+    return QString();
+}
+
+void saveFigureInteractive(const Canvas& canvas) {
+    QString path = saveFileDialog(QStringLiteral("Save figure  Αποθήκευση σχήματος"),
+                                  QStringLiteral("PNG image (*.png);;SVG drawing (*.svg)"), QStringLiteral("figure.png"));
+    if (path.isEmpty()) return;
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (suffix != QLatin1String("png") && suffix != QLatin1String("svg")) path += QStringLiteral(".png");
+    const QString error = saveFigureFile(canvas, path);
+    if (!error.isEmpty())
+        messageBox(QStringLiteral("The figure could not be saved in %1 (%2); nothing was changed.  "
+                                  "Το σχήμα δεν αποθηκεύτηκε στο %1· δεν άλλαξε τίποτα.")
+                       .arg(QFileInfo(path).fileName(), error));
+}
+
+void printFigureInteractive(const Canvas& canvas) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(figureTitle(canvas));
+    if (!choosePrinterDialog(printer)) return;
+    printFigure(canvas, printer);
+}
+
+void installFigureActions(Canvas& canvas) {
+    auto* save = new QAction(QStringLiteral("Save figure…  Αποθήκευση σχήματος…"), &canvas);
+    auto* print = new QAction(QStringLiteral("Print…  Εκτύπωση…"), &canvas);
+    save->setObjectName(QStringLiteral("saveFigure"));
+    print->setObjectName(QStringLiteral("printFigure"));
+    save->setShortcut(QKeySequence::Save);
+    print->setShortcut(QKeySequence::Print);
+    // Several drawings may share a window: the one with the focus answers.
+    save->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    print->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    QObject::connect(save, &QAction::triggered, &canvas, [&canvas] { saveFigureInteractive(canvas); });
+    QObject::connect(print, &QAction::triggered, &canvas, [&canvas] { printFigureInteractive(canvas); });
+    canvas.addAction(save);
+    canvas.addAction(print);
+    canvas.setContextMenuPolicy(Qt::ActionsContextMenu);
+}

@@ -1,0 +1,35 @@
+#pragma once
+#include <QByteArray>
+#include <QImage>
+#include <QString>
+
+class Canvas;
+class QPrinter;
+
+// Figures out of the program: every drawing can be saved as PNG (at twice
+// its size on the screen) or SVG (lines stay lines, texts stay texts) and
+// printed, from its context menu or with Ctrl+S and Ctrl+P while it has
+// the focus. All of it replays what the canvas recorded; nothing is a
+// screenshot.
+
+// The figure as an image `scale` times the canvas's logical size.
+QImage figureImage(const Canvas& canvas, double scale = 2.0);
+// The figure as an SVG document.
+QByteArray figureSvg(const Canvas& canvas, const QString& title);
+// Prints the figure on the printer's page, as large as fits, keeping its
+// proportions.
+void printFigure(const Canvas& canvas, QPrinter& printer);
+
+// Writes the figure to the file, as SVG when the name ends in .svg and as
+// PNG otherwise, whole or not at all: on failure an existing file is left
+// as it was and the error is returned (empty on success).
+QString saveFigureFile(const Canvas& canvas, const QString& path);
+
+// What the menu items do: ask for a file name or a printer through the
+// dialog seam, then save or print; a failure is told in a message box.
+void saveFigureInteractive(const Canvas& canvas);
+void printFigureInteractive(const Canvas& canvas);
+
+// Adds the context menu and the two shortcuts to a canvas (every canvas
+// does this when it is made).
+void installFigureActions(Canvas& canvas);

@@ -1,0 +1,131 @@
+#include <QtTest>
+
+#include <QDir>
+#include <QFile>
+#include <QImageReader>
+#include <QPrinter>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
+
+#include "canvas/canvas.h"
+#include "canvas/figure_export.h"
+#include "canvas/fonts.h"
+#include "test_support.h"
+
+namespace {
+
+// A small figure: a red diagonal, a blue box and two texts.
+void drawFigure(Canvas& c) {
+    c.resize(400, 300);
+    c.scale(0, 0, 400, 300);
+    c.cls();
+    c.setDrawWidth(3);
+    c.line(0, 0, 400, 300, QColor(255, 0, 0));
+    c.setDrawWidth(1);
+    c.filledBox(300, 20, 380, 60, QColor(0, 0, 255));
+    c.setCurrentX(20);
+    c.setCurrentY(200);
+    c.print(QStringLiteral("REFRACTION Διάθλαση"));
+    c.print(QStringLiteral("n=1.50"));
+}
+
+QByteArray readAll(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+}  // namespace
+
+class TestFigureExport : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { installFontSubstitutions(); }
+
+    // PNG at twice the size on the screen, drawn from the record.
+    void pngAtTwiceTheSize() {
+        QTemporaryDir dir;
+        Canvas c;
+        drawFigure(c);
+        const QString path = dir.filePath("figure.png");
+        QCOMPARE(saveFigureFile(c, path), QString());
+        const QImage image(path);
+        QCOMPARE(image.size(), QSize(800, 600));
+        QCOMPARE(image.pixelColor(400, 300), QColor(255, 0, 0));  // the middle of the diagonal
+        QCOMPARE(image.pixelColor(680, 80), QColor(0, 0, 255));
+        QCOMPARE(image.pixelColor(700, 500), QColor(Qt::white));
+    }
+
+    // SVG keeps texts as text and lines as vector paths.
+    void svgIsVector() {
+        QTemporaryDir dir;
+        Canvas c;
+        drawFigure(c);
+        const QString path = dir.filePath("figure.SVG");
+        QCOMPARE(saveFigureFile(c, path), QString());
+        QXmlStreamReader xml(readAll(path));
+        QStringList texts;
+        int shapes = 0;
+        while (!xml.atEnd()) {
+            if (xml.readNext() != QXmlStreamReader::StartElement) continue;
+            const auto name = xml.name();
+            if (name == QLatin1String("text")) texts << xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed();
+            if (name == QLatin1String("path") || name == QLatin1String("polyline") || name == QLatin1String("line") ||
+                name == QLatin1String("rect"))
+                ++shapes;
+            QVERIFY(name != QLatin1String("image"));  // nothing drawn as pixels
+        }
+        QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+        // Text elements, one per run of a script: Latin and Greek apart.
+        QVERIFY(texts.contains(QStringLiteral("REFRACTION")) && texts.contains(QStringLiteral("Διάθλαση")));
+        QVERIFY(texts.contains(QStringLiteral("n=1.50")));
+        QVERIFY(shapes >= 2);
+    }
+
+    // A failed save says why and leaves what was there.
+    void failedSaveChangesNothing() {
+        QTemporaryDir dir;
+        Canvas c;
+        drawFigure(c);
+        QVERIFY(!saveFigureFile(c, dir.filePath("no/such/folder/f.png")).isEmpty());
+        QVERIFY(QDir(dir.path()).mkdir("taken.png"));  // a folder where the file would go
+        QVERIFY(!saveFigureFile(c, dir.filePath("taken.png")).isEmpty());
+        QVERIFY(QFileInfo(dir.filePath("taken.png")).isDir());
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 0);  // no temporary left behind
+
+        ScreenTestScope scope;
+        scope.dialogs().saveFiles = {dir.filePath("no/such/folder/f.svg")};
+        saveFigureInteractive(c);
+        QCOMPARE(scope.dialogs().messages.size(), 1);
+        QVERIFY(scope.dialogs().messages[0].contains("Το σχήμα δεν αποθηκεύτηκε"));
+    }
+
+    // The context menu and the keys; printing goes to the chosen printer.
+    void menuShortcutsAndPrint() {
+        ScreenTestScope scope;
+        QTemporaryDir dir;
+        Canvas c;
+        drawFigure(c);
+        QCOMPARE(c.contextMenuPolicy(), Qt::ActionsContextMenu);
+        const QList<QAction*> actions = c.actions();
+        QCOMPARE(actions.size(), 2);
+        QCOMPARE(actions[0]->text(), QStringLiteral("Save figure…  Αποθήκευση σχήματος…"));
+        QCOMPARE(actions[0]->shortcut(), QKeySequence(QKeySequence::Save));
+        QCOMPARE(actions[1]->text(), QStringLiteral("Print…  Εκτύπωση…"));
+        QCOMPARE(actions[1]->shortcut(), QKeySequence(QKeySequence::Print));
+
+        scope.dialogs().saveFiles = {dir.filePath("named")};  // no suffix: a PNG
+        actions[0]->trigger();
+        QVERIFY(QImageReader(dir.filePath("named.png")).canRead());
+        actions[0]->trigger();  // Cancel: nothing
+        QCOMPARE(scope.dialogs().messages.size(), 0);
+
+        actions[1]->trigger();  // print dialog cancelled
+        scope.dialogs().printToPdf = dir.filePath("page.pdf");
+        actions[1]->trigger();
+        const QByteArray pdf = readAll(dir.filePath("page.pdf"));
+        QVERIFY(pdf.startsWith("%PDF") && pdf.size() > 1000);
+    }
+};
+
+QTEST_MAIN(TestFigureExport)
+#include "test_figure_export.moc"
