@@ -1,6 +1,7 @@
 #include <QApplication>
 
 #include "app/forms.h"
+#include "app/menu_keys.h"
 #include "app/module1.h"
 #include "canvas/fonts.h"
 
@@ -9,6 +10,7 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationName(QStringLiteral("refraction"));
     QApplication::setApplicationDisplayName(QStringLiteral("Refraction  Διάθλαση"));
     installFontSubstitutions();
+    installMenuKeysEverywhere(app);
     Main();
     const int status = QApplication::exec();
     Forms::instance().destroyAll();

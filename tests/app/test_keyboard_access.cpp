@@ -1,0 +1,42 @@
+#include <QtTest>
+
+#include <QMenuBar>
+
+#include "app/forms.h"
+#include "app/main_menu.h"
+#include "app/menu_keys.h"
+#include "canvas/fonts.h"
+#include "history/inpdat_screen.h"
+#include "test_support.h"
+
+class TestKeyboardAccess : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { installFontSubstitutions(); }
+
+    void lettersAreFirstFreeLatinLetters() {
+        const QList<QChar> letters = menuLetters(
+            {"MODELS", "HISTORICAL DATA", "HISTORY NOTES", "FILE  Αρχείο", "INSTRUMENTS  Όργανα", "Ωμέγα", "M"});
+        QCOMPARE(letters, (QList<QChar>{'M', 'H', 'I', 'F', 'N', QChar('\0'), QChar('\0')}));
+    }
+
+    // Alt and the letter opens the menu on the data screen; captions stay
+    // as written.
+    void altLetterOpensTheMenu() {
+        ScreenTestScope scope;
+        installMenuKeysEverywhere(*QCoreApplication::instance());
+        form<Diathlasimeleti>().Command2_Click();
+        Inpdat& d = form<Inpdat>();
+        QVERIFY(QTest::qWaitForWindowActive(&d));
+        QCOMPARE(d.Histoire->title(), QStringLiteral("HISTORICAL DATA"));
+        QVERIFY(d.Histoire->menuAction()->toolTip().contains("Alt+H"));
+        QTest::keyClick(&d, Qt::Key_H, Qt::AltModifier);
+        QCOMPARE(d.menuBar()->activeAction(), d.Histoire->menuAction());
+        QTest::keyClick(d.menuBar()->activeAction()->menu(), Qt::Key_Escape);
+        QTest::keyClick(&d, Qt::Key_I, Qt::AltModifier);
+        QCOMPARE(d.menuBar()->activeAction(), d.History_notes->menuAction());
+    }
+};
+
+QTEST_MAIN(TestKeyboardAccess)
+#include "test_keyboard_access.moc"
