@@ -153,12 +153,14 @@ void Inpdat::toentrito() {
     c.setDrawWidth(1);
     c.setFontBold(true);
     c.setForeColor(kFixedLabel);
-    // In two lines, English over Greek, the Greek one starting at (40, 50):
-    // one long line would run into the 2/3 line itself and the data of
-    // water and glass beneath it.
-    // Both end before x = 69, where the 2/3 line climbs to the text.
-    const QString english = QStringLiteral("REFRACTION = 2/3 INCIDENCE");
-    const QString greek = QStringLiteral("Διάθλασης=2/3Πρόσπτωσης");
+    // Written in two lines, the English over the Greek, with the Greek line
+    // starting at (40, 50): in one line the label would run into the 2/3
+    // line itself, which rises through its end, and into the data of water
+    // and glass beneath it. Both lines end before x = 69.
+    const QString label = QStringLiteral("REFRACTION = 2/3 INCIDENCE Διάθλασης=2/3Πρόσπτωσης");
+    const qsizetype split = label.indexOf(QStringLiteral("Διάθλασης"));
+    const QString english = label.left(split);
+    const QString greek = label.mid(split);
     c.setFontSize(labelPoints(c));
     while (c.fontSize() > 5.0 && std::max(c.textWidth(english), c.textWidth(greek)) > 29.0)
         c.setFontSize(c.fontSize() - 0.5);
