@@ -12,3 +12,7 @@ for preset in release sanitize; do
   echo "== $preset tests"
   ctest --preset "$preset"
 done
+# Every reader of outside input under libFuzzer, a few seconds each from a
+# fixed seed.
+echo "== fuzz"
+FUZZ_SEED=1 tools/fuzz.sh 5
