@@ -63,10 +63,6 @@ Diathlasimeleti::Diathlasimeleti() {
     connect(Command4, &QPushButton::clicked, this, &Diathlasimeleti::Command4_Click);
     connect(Command5, &QPushButton::clicked, this, &Diathlasimeleti::Command5_Click);
 
-    // The interpretation screens are not part of this program yet.
-    Command5->setEnabled(false);
-    Command5->setToolTip(QStringLiteral("Not available yet  Δεν είναι ακόμη διαθέσιμο"));
-
     // Keyboard order: the row of the experiment, data and END, then the
     // history and the interpretation.
     setTabOrder(Command1, Command2);

@@ -1,0 +1,136 @@
+#include "models/epiloges_screen.h"
+
+#include <QMenuBar>
+
+#include "app/dialogs.h"
+#include "app/forms.h"
+#include "app/number_input.h"
+#include "app/program_exit.h"
+#include "app/shared_state.h"
+#include "canvas/fonts.h"
+#include "canvas/qt_format.h"
+#include "history/data_screen_opener.h"
+#include "models/rixo_screen.h"
+
+Epiloges::Epiloges() {
+    setObjectName(QStringLiteral("epiloges"));
+    setWindowTitle(QStringLiteral("Σχέση του δείκτη της διάθλασης και των ταχύτητων σε διάφορα μέσα"));
+    setFont(programFont(QStringLiteral("Tahoma"), 9.0));
+
+    QMenuBar* bar = menuBar();
+    repetition = bar->addMenu(QStringLiteral("EPANALHPSH"));
+    repetition->setObjectName(QStringLiteral("repetition"));
+    auto item = [this](const QString& caption, const char* name) {
+        QAction* a = repetition->addAction(caption);
+        a->setObjectName(QString::fromLatin1(name));
+        return a;
+    };
+    deiktisdia = item(QStringLiteral("DEIKTHS"), "deiktisdia");
+    changev = item(QStringLiteral("METAVOLH V"), "changev");
+    samev = item(QStringLiteral("IDIA V"), "samev");
+    aktina = item(QStringLiteral("AKTINA"), "aktina");
+    repetition->addSeparator();
+    Endof = item(QStringLiteral("END OFF"), "Endof");
+    Telos = item(QStringLiteral("TELOS"), "Telos");
+    speedGroup_ = new QActionGroup(this);
+    for (QAction* a : {changev, samev}) {
+        a->setCheckable(true);
+        speedGroup_->addAction(a);
+    }
+    changev->setChecked(true);
+
+    summary = new QLabel;
+    summary->setObjectName(QStringLiteral("summary"));
+    summary->setWordWrap(true);
+    summary->setMargin(8);
+    setCentralWidget(summary);
+
+    connect(deiktisdia, &QAction::triggered, this, &Epiloges::deiktisdia_Click);
+    connect(changev, &QAction::triggered, this, &Epiloges::changev_Click);
+    connect(samev, &QAction::triggered, this, &Epiloges::samev_Click);
+    connect(aktina, &QAction::triggered, this, &Epiloges::aktina_Click);
+    connect(Endof, &QAction::triggered, this, &Epiloges::Endof_Click);
+    connect(Telos, &QAction::triggered, this, &Epiloges::Telos_Click);
+
+    resize(520, 140);
+    Form_Load();
+}
+
+QString Epiloges::badIndexMessage() {
+    return QStringLiteral("The index must be a positive number, for example 1.5.  "
+                          "Ο δείκτης πρέπει να είναι θετικός αριθμός, για παράδειγμα 1.5.");
+}
+
+double Epiloges::drawnIndex() const { return samev->isChecked() ? 1.0 : index_; }
+
+void Epiloges::writeSummary() {
+    summary->setText(QStringLiteral("n = ") + fmt(index_, "0.00") + QStringLiteral("    c2/c1 = 1/n = ") +
+                     fmt(secondSpeed(), "0.00") + QStringLiteral("    Incidence πρόσπτωση = ") +
+                     fmt(incidence_, "0") + QStringLiteral("°\n") +
+                     (samev->isChecked() ? QStringLiteral("IDIA V: the same speed in both media  Ίδια ταχύτητα")
+                                         : QStringLiteral("METAVOLH V: the speed changes  Μεταβολή της ταχύτητας")));
+    summary->setAccessibleName(summary->text());
+}
+
+void Epiloges::Form_Load() {
+    module1().pi = 4.0 * std::atan(1.0);
+    incidence_ = 30.0;
+    writeSummary();
+}
+
+void Epiloges::drawOnWaveScreen() {
+    Rixo& rixo = form<Rixo>();
+    rixo.setUp(incidence_, drawnIndex());
+    if (!rixo.isVisible()) showScreen(rixo);
+    rixo.DrawRaysAtBoundary();
+}
+
+void Epiloges::deiktisdia_Click() {
+    const QString answer = inputBox(QStringLiteral("GIVE INDEX Δώσε δείκτη"));
+    if (answer.trimmed().isEmpty()) return;  // Cancel: nothing changes
+    const std::optional<double> n = parseTypedNumber(answer.toStdString());
+    if (!n || *n <= 0.0 || *n > 100.0) {
+        messageBox(badIndexMessage());
+        return;
+    }
+    index_ = *n;
+    // 30°, lowered by one degree before the waves start.
+    incidence_ = 30.0 - 1.0;
+    writeSummary();
+    Rixo& rixo = form<Rixo>();
+    drawOnWaveScreen();
+    rixo.Timer1->setEnabled(true);
+    rixo.DrawRaysAtBoundary();  // with the timer on, the fronts are drawn at once
+}
+
+void Epiloges::changev_Click() {
+    changev->setChecked(true);
+    form<Rixo>().Timer1->setEnabled(false);
+    writeSummary();
+    drawOnWaveScreen();
+}
+
+void Epiloges::samev_Click() {
+    samev->setChecked(true);
+    form<Rixo>().Timer1->setEnabled(false);
+    writeSummary();
+    drawOnWaveScreen();
+}
+
+void Epiloges::aktina_Click() {
+    Rixo& rixo = form<Rixo>();
+    rixo.Timer1->setEnabled(false);
+    rixo.setUp(incidence_, drawnIndex());
+    if (!rixo.isVisible()) showScreen(rixo);
+    rixo.drawStraightRay();
+}
+
+void Epiloges::Endof_Click() {
+    Rixo& rixo = form<Rixo>();
+    rixo.Timer1->setEnabled(false);
+    rixo.hide();
+    hide();
+    showDataScreen();
+}
+
+void Epiloges::Telos_Click() { endProgram(0); }

@@ -1,0 +1,139 @@
+#include "models/model_widgets.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <QPaintEvent>
+
+#include <algorithm>
+#include <cmath>
+
+// ------------------------------------------------------------- FormTimer ---
+
+FormTimer::FormTimer(QWidget* form, std::function<void()> tick, int intervalMs)
+    : QObject(form), tick_(std::move(tick)) {
+    timer_.setTimerType(Qt::PreciseTimer);  // 10 ms ticks: the coarse timer would bunch them
+    timer_.setInterval(std::max(1, intervalMs));
+    connect(&timer_, &QTimer::timeout, this, [this] {
+        if (!screensVisible()) {  // a screen went away between two checks
+            timer_.stop();
+            return;
+        }
+        ++ticks_;
+        if (tick_) tick_();
+    });
+    bindTo(form);
+}
+
+void FormTimer::bindTo(QWidget* screen) {
+    if (!screen || std::find(screens_.begin(), screens_.end(), screen) != screens_.end()) return;
+    screens_.emplace_back(screen);
+    screen->installEventFilter(this);
+    sync();
+}
+
+void FormTimer::setEnabled(bool enabled) {
+    enabled_ = enabled;
+    sync();
+}
+
+void FormTimer::setInterval(int ms) { timer_.setInterval(std::max(1, ms)); }
+
+bool FormTimer::screensVisible() const {
+    return std::all_of(screens_.begin(), screens_.end(), [](const QPointer<QWidget>& s) { return s && s->isVisible(); });
+}
+
+void FormTimer::sync() {
+    const bool run = enabled_ && screensVisible();
+    if (run && !timer_.isActive()) timer_.start();
+    else if (!run && timer_.isActive()) timer_.stop();
+}
+
+bool FormTimer::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Show || event->type() == QEvent::Hide) sync();
+    return QObject::eventFilter(watched, event);
+}
+
+// ----------------------------------------------------------- ShapeWidget ---
+
+ShapeWidget::ShapeWidget(QWidget* parent, const QColor& colour, int diameter, bool ring)
+    : QWidget(parent), colour_(colour), ring_(ring) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFixedSize(diameter, diameter);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void ShapeWidget::setCentre(QPointF centre) {
+    if (!std::isfinite(centre.x()) || !std::isfinite(centre.y())) return;
+    const double limit = 1.0e6;
+    const QPoint topLeft(static_cast<int>(std::lround(std::clamp(centre.x(), -limit, limit) - width() / 2.0)),
+                         static_cast<int>(std::lround(std::clamp(centre.y(), -limit, limit) - height() / 2.0)));
+    if (topLeft != pos()) move(topLeft);
+}
+
+QPointF ShapeWidget::centre() const { return QPointF(pos()) + QPointF(width() / 2.0, height() / 2.0); }
+
+void ShapeWidget::paintEvent(QPaintEvent*) {
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing);
+    const QRectF r = QRectF(rect()).adjusted(1, 1, -1, -1);
+    if (ring_) {
+        p.setPen(QPen(colour_, 2.0));
+        p.setBrush(Qt::NoBrush);
+    } else {
+        p.setPen(QPen(colour_.darker(150), 1.0));
+        p.setBrush(colour_);
+    }
+    p.drawEllipse(r);
+}
+
+// ----------------------------------------------------------- MovingLayer ---
+
+MovingLayer::MovingLayer(QWidget* parent) : QWidget(parent) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+QRect MovingLayer::extent(const std::vector<Stroke>& strokes) {
+    QRectF box;
+    for (const Stroke& s : strokes) {
+        const double pad = s.width / 2.0 + 2.0;  // pen and antialiasing
+        for (const QLineF& l : s.lines) {
+            const QRectF r = QRectF(l.p1(), l.p2()).normalized().adjusted(-pad, -pad, pad, pad);
+            box = box.isNull() ? r : box.united(r);
+        }
+    }
+    return box.toAlignedRect();
+}
+
+void MovingLayer::setLayer(int layer, std::vector<Stroke> strokes) {
+    if (layer < 0 || layer >= kLayers) return;
+    auto& slot = layers_[static_cast<std::size_t>(layer)];
+    const QRect before = extent(slot);
+    slot = std::move(strokes);
+    const QRect dirty = before.united(extent(slot)).intersected(rect());
+    if (!dirty.isEmpty()) update(dirty);
+}
+
+void MovingLayer::clearAll() {
+    for (int k = 0; k < kLayers; ++k) setLayer(k, {});
+}
+
+int MovingLayer::lineCount() const {
+    int n = 0;
+    for (const auto& l : layers_)
+        for (const Stroke& s : l) n += static_cast<int>(s.lines.size());
+    return n;
+}
+
+void MovingLayer::paintEvent(QPaintEvent* event) {
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setClipRect(event->rect());
+    for (const auto& l : layers_)
+        for (const Stroke& s : l) {
+            QPen pen(s.colour, s.width);
+            pen.setCapStyle(Qt::RoundCap);
+            p.setPen(pen);
+            p.drawLines(s.lines.data(), static_cast<int>(s.lines.size()));
+        }
+}

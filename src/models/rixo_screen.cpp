@@ -1,0 +1,429 @@
+#include "models/rixo_screen.h"
+
+#include <QEvent>
+#include <QMenu>
+#include <QMenuBar>
+
+#include <algorithm>
+#include <cmath>
+
+#include "app/dialogs.h"
+#include "app/forms.h"
+#include "app/main_menu.h"
+#include "app/number_input.h"
+#include "app/program_exit.h"
+#include "app/shared_state.h"
+#include "canvas/fonts.h"
+#include "history/data_screen_opener.h"
+#include "models/epiloges_screen.h"
+#include "models/model_texts.h"
+#include "models/rixotext_screen.h"
+#include "models/somata_screen.h"
+#include "models/wave_fronts.h"
+
+namespace {
+
+const QColor kUpperMedium(255, 255, 200);
+const QColor kLowerMedium(255, 255, 255);
+const QColor kIncident(200, 100, 0);
+const QColor kReflected(255, 0, 0);
+const QColor kRefracted(0, 0, 255);
+const QColor kNormal(120, 120, 120);
+
+constexpr double kWaveStepPerTick = 1.0;  // field units the incident wave moves per tick
+constexpr double kWavelength = 40.0;
+constexpr int kPulseLength = 12;          // points of the path the travelling stretch covers
+
+// The shade of a front for an amplitude share: strong waves solid, weak ones faint.
+QColor shaded(QColor c, double amplitude) {
+    c.setAlpha(static_cast<int>(std::lround(60.0 + 195.0 * std::clamp(amplitude, 0.0, 1.0))));
+    return c;
+}
+
+}  // namespace
+
+Rixo::Rixo() {
+    setObjectName(QStringLiteral("rixo"));
+    setWindowTitle(QStringLiteral("WAVES"));
+    setFont(programFont(QStringLiteral("Arial Greek"), 9.0));
+
+    canvas = new Canvas;
+    canvas->setObjectName(QStringLiteral("waveField"));
+    canvas->setAccessibleName(QStringLiteral("Waves at the boundary of two media  Κύματα στο όριο δύο μέσων"));
+    canvas->setFontName(QStringLiteral("Arial Greek"));
+    canvas->setFontSize(9.0);
+    canvas->setMinimumSize(1, 1);
+    setCentralWidget(canvas);
+    moving = new MovingLayer(canvas);
+    moving->setObjectName(QStringLiteral("waveFronts"));
+    Shape1 = new ShapeWidget(canvas, QColor(0, 0, 0), 10, true);
+    Shape1->setObjectName(QStringLiteral("Shape1"));
+
+    QMenuBar* bar = menuBar();
+    auto action = [&](const QString& caption, const char* name) {
+        QAction* a = bar->addAction(caption);
+        a->setObjectName(QString::fromLatin1(name));
+        return a;
+    };
+    Endof = action(QStringLiteral("BACK"), "Endof");
+    TIMERSTART = action(QStringLiteral("WAVE"), "TIMERSTART");
+    okitis1 = action(QStringLiteral("c=1"), "okitis1");
+    okitis2 = action(QStringLiteral("c=2"), "okitis2");
+    okitismiso = action(QStringLiteral("c=0,5"), "okitismiso");
+    aktina = action(QStringLiteral("RAY"), "aktina");
+    // The index typed by the pupil and the index-and-velocities screen
+    // share one menu, so that the bar fits a narrow window.
+    QMenu* indexMenu = bar->addMenu(QStringLiteral("INDEX  Δείκτης"));
+    indexMenu->setObjectName(QStringLiteral("indexMenu"));
+    deiktis = indexMenu->addAction(QStringLiteral("GIVE INDEX Δώσε δείκτη"));
+    deiktis->setObjectName(QStringLiteral("deiktis"));
+    epiloges = indexMenu->addAction(QStringLiteral("INDEX AND VELOCITIES  Δείκτης και ταχύτητες"));
+    epiloges->setObjectName(QStringLiteral("epiloges"));
+    telos = action(QStringLiteral("END"), "telos");
+    speedGroup_ = new QActionGroup(this);
+    for (QAction* a : {okitis1, okitis2, okitismiso}) {
+        a->setCheckable(true);
+        speedGroup_->addAction(a);
+    }
+
+    Timer1 = new FormTimer(this, [this] { Timer1_Timer(); }, 10);
+
+    connect(Endof, &QAction::triggered, this, &Rixo::Endof_Click);
+    connect(TIMERSTART, &QAction::triggered, this, &Rixo::TIMERSTART_Click);
+    connect(okitis1, &QAction::triggered, this, &Rixo::okitis1_Click);
+    connect(okitis2, &QAction::triggered, this, &Rixo::okitis2_Click);
+    connect(okitismiso, &QAction::triggered, this, &Rixo::okitismiso_Click);
+    connect(aktina, &QAction::triggered, this, &Rixo::aktina_Click);
+    connect(deiktis, &QAction::triggered, this, &Rixo::deiktis_Click);
+    connect(epiloges, &QAction::triggered, this, &Rixo::epiloges_Click);
+    connect(telos, &QAction::triggered, this, &Rixo::Telos_Click);
+    canvas->installEventFilter(this);
+
+    resize(640, 520);
+    Form_Load();
+}
+
+// ---------------------------------------------------------------- set-up ---
+
+void Rixo::followPanel() {
+    angleFromPanel_ = true;
+    indexFromPanel_ = true;
+    readPanel();
+}
+
+void Rixo::setUp(double incidenceDegrees, double n) {
+    angleFromPanel_ = false;
+    indexFromPanel_ = false;
+    if (std::isfinite(incidenceDegrees)) incidence_ = incidenceDegrees;
+    if (std::isfinite(n) && n > 0.0) index_ = n;
+}
+
+bool Rixo::readPanel() {
+    if (!angleFromPanel_ && !indexFromPanel_) return false;
+    const Rixotext& panel = form<Rixotext>();
+    const double angle = angleFromPanel_ ? panel.incidenceDegrees() : incidence_;
+    const double n = indexFromPanel_ ? panel.ratio() : index_;
+    const bool changed = angle != incidence_ || n != index_;
+    incidence_ = angle;
+    index_ = n;
+    return changed;
+}
+
+double Rixo::incidenceDegrees() const { return incidence_; }
+double Rixo::index() const { return index_; }
+
+kymatiko::Refraction Rixo::refraction() const {
+    return kymatiko::refract(kymatiko::radians(incidence_), index_);
+}
+
+kymatiko::Field Rixo::field() const { return kymatiko::fieldFor(canvas->width(), canvas->height()); }
+
+bool Rixo::reflectedWaveWanted() const {
+    return !Forms::instance().exists<Rixotext>() || form<Rixotext>().reflected->isChecked();
+}
+
+// --------------------------------------------------------------- drawing ---
+
+void Rixo::applyField() {
+    const kymatiko::Field f = field();
+    canvas->scale(0.0, f.height, f.width, 0.0);
+    moving->setGeometry(canvas->rect());
+    Shape1->setCentre(toWidget(f.hit()));
+}
+
+QPointF Rixo::toWidget(kymatiko::Point p) const { return canvas->toLogical(p.x, p.y); }
+
+void Rixo::drawMedia() {
+    const kymatiko::Field f = field();
+    canvas->cls();
+    canvas->filledBox(0.0, f.boundary(), f.width, f.height, kUpperMedium);
+    canvas->filledBox(0.0, 0.0, f.width, f.boundary(), kLowerMedium);
+    canvas->setDrawWidth(2);
+    canvas->line(0.0, f.boundary(), f.width, f.boundary(), QColor(0, 0, 0));
+    canvas->setDrawWidth(1);
+    canvas->setDrawStyle(DrawStyle::Dash);
+    canvas->line(f.width / 2.0, 0.0, f.width / 2.0, f.height, kNormal);
+    canvas->setDrawStyle(DrawStyle::Solid);
+}
+
+void Rixo::drawRays(const kymatiko::Refraction& r) {
+    paths_ = kymatiko::rayPaths(field(), r);
+    const kymatiko::Fresnel f = kymatiko::fresnel(r, index_);
+    auto polyline = [this](const std::vector<kymatiko::Point>& path, const QColor& colour) {
+        if (path.size() < 2) return;
+        canvas->line(path.front().x, path.front().y, path.back().x, path.back().y, colour);
+    };
+    canvas->setDrawWidth(2);
+    polyline(paths_.incident, kIncident);
+    if (std::fabs(f.rs) >= kymatiko::kVisibleReflection) polyline(paths_.reflected, kReflected);
+    polyline(paths_.refracted, kRefracted);
+    canvas->setDrawWidth(1);
+}
+
+void Rixo::printNotes(const QStringList& notes) {
+    const kymatiko::Field f = field();
+    canvas->setForeColor(QColor(0, 0, 0));
+    // Bottom left: the light comes from the upper left and leaves to the
+    // lower right, so this corner stays clear of rays and fronts.
+    canvas->setCurrentY(f.height * 0.01 + canvas->textHeight() * static_cast<double>(notes.size()));
+    for (const QString& note : notes) {
+        canvas->setCurrentX(f.width * 0.01);
+        canvas->print(note);
+    }
+}
+
+void Rixo::writePanelFigures() {
+    Rixotext& panel = form<Rixotext>();
+    const kymatiko::Refraction r = refraction();
+    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, index_));
+    if (const auto c = kymatiko::criticalAngleDegrees(index_); c && kymatiko::intoLessDense(index_))
+        Rixotext::setLabel(panel.Label6, texts::criticalAngle(texts::CriticalWording::RayRoutine, *c));
+    else panel.Label6->hide();
+    Rixotext::setLabel(panel.Label5, texts::reflectedShare(texts::ShareWording::Percent, s.reflected));
+    Rixotext::setLabel(panel.Label4, texts::refractedShare(texts::ShareWording::Percent, s.refracted));
+}
+
+void Rixo::DrawRaysAtBoundary() {
+    picture_ = Picture::Rays;
+    readPanel();
+    applyField();
+    drawMedia();
+    const kymatiko::Refraction r = refraction();
+    drawRays(r);
+    printNotes({texts::speedsLine(index_), texts::anglesWaves(incidence_, r)});
+    writePanelFigures();
+    pulse_ = 0;
+    moving->setLayer(1, {});
+    updateFronts();
+}
+
+void Rixo::drawRayPicture() {
+    picture_ = Picture::RayPicture;
+    readPanel();
+    applyField();
+    drawMedia();
+    const kymatiko::Refraction r = refraction();
+    drawRays(r);
+    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, index_));
+    QStringList notes{texts::speedsLine(index_), texts::rayPictureAngles(incidence_, r)};
+    if (const auto c = kymatiko::criticalAngleDegrees(index_))
+        notes << texts::criticalAngle(texts::CriticalWording::RayPicture, *c);
+    notes << texts::reflectedShare(texts::ShareWording::Plain, s.reflected)
+          << texts::refractedShare(texts::ShareWording::Plain, s.refracted) << texts::anglesWaves(incidence_, r);
+    printNotes(notes);
+    moving->clearAll();
+}
+
+void Rixo::drawStraightRay() {
+    picture_ = Picture::StraightRay;
+    applyField();
+    drawMedia();
+    // The line through the point of incidence with the slope of the
+    // incident ray, from edge to edge: what light would do if nothing
+    // changed at the boundary.
+    const kymatiko::Field f = field();
+    const double si = std::sin(kymatiko::radians(incidence_)), ci = std::cos(kymatiko::radians(incidence_));
+    const kymatiko::Point from = kymatiko::edgeOfField(f, f.hit(), -si, ci);
+    const kymatiko::Point to = kymatiko::edgeOfField(f, f.hit(), si, -ci);
+    canvas->setDrawWidth(2);
+    canvas->line(from.x, from.y, to.x, to.y, kIncident);
+    canvas->setDrawWidth(1);
+    printNotes({texts::rayPictureAngles(incidence_, kymatiko::refract(kymatiko::radians(incidence_), 1.0))});
+    moving->clearAll();
+}
+
+void Rixo::redraw() {
+    switch (picture_) {
+    case Picture::Rays: {
+        const int pulse = pulse_;
+        DrawRaysAtBoundary();
+        pulse_ = pulse;  // a resize does not start the pulse again
+        updatePulse();
+        break;
+    }
+    case Picture::RayPicture: drawRayPicture(); break;
+    case Picture::StraightRay: drawStraightRay(); break;
+    }
+}
+
+// -------------------------------------------------------------- moving ---
+
+void Rixo::updateFronts() {
+    if (picture_ != Picture::Rays || !Timer1->isEnabled()) {
+        moving->setLayer(0, {});
+        return;
+    }
+    kymatiko::WaveSettings settings;
+    const kymatiko::Field f = field();
+    settings.phase = phase_;
+    settings.wavelength = kWavelength;
+    settings.beamHalfWidth = std::min(f.width, f.height) / 6.0;
+    settings.reflected = reflectedWaveWanted();
+    const kymatiko::Refraction r = refraction();
+    const kymatiko::WaveFronts w = kymatiko::waveFronts(f, r, index_, settings);
+    const kymatiko::Fresnel amp = kymatiko::fresnel(r, index_);
+    auto stroke = [this](const std::vector<kymatiko::Segment>& segments, const QColor& colour) {
+        MovingLayer::Stroke s;
+        s.colour = colour;
+        s.width = 2.0;
+        s.lines.reserve(segments.size());
+        for (const kymatiko::Segment& seg : segments) s.lines.emplace_back(toWidget(seg.a), toWidget(seg.b));
+        return s;
+    };
+    moving->setLayer(0, {stroke(w.incident, kIncident), stroke(w.reflected, shaded(kReflected, std::fabs(amp.rs))),
+                         stroke(w.refracted, shaded(kRefracted, std::fabs(amp.ts)))});
+}
+
+void Rixo::updatePulse() {
+    if (picture_ != Picture::Rays || pulse_ <= 0) {
+        moving->setLayer(1, {});
+        return;
+    }
+    auto stretch = [this](const std::vector<kymatiko::Point>& path, int end, const QColor& colour) {
+        MovingLayer::Stroke s;
+        s.colour = colour;
+        s.width = 5.0;
+        const int last = std::min(end, static_cast<int>(path.size()) - 1);
+        for (int k = std::max(1, end - kPulseLength); k <= last; ++k)
+            s.lines.emplace_back(toWidget(path[static_cast<std::size_t>(k - 1)]),
+                                 toWidget(path[static_cast<std::size_t>(k)]));
+        return s;
+    };
+    const int incident = static_cast<int>(paths_.incident.size());
+    std::vector<MovingLayer::Stroke> strokes{stretch(paths_.incident, pulse_, kIncident)};
+    if (pulse_ >= incident) {
+        const int beyond = pulse_ - incident + 1;
+        if (reflectedWaveWanted() && std::fabs(kymatiko::fresnel(refraction(), index_).rs) >= kymatiko::kVisibleReflection)
+            strokes.push_back(stretch(paths_.reflected, beyond, kReflected));
+        strokes.push_back(stretch(paths_.refracted, beyond, kRefracted));
+    }
+    moving->setLayer(1, std::move(strokes));
+}
+
+bool Rixo::pulseStep() {
+    if (picture_ != Picture::Rays || paths_.incident.empty()) return false;
+    ++pulse_;
+    if (pulse_ > paths_.length() + kPulseLength) {
+        pulse_ = 0;
+        updatePulse();
+        return false;
+    }
+    updatePulse();
+    return true;
+}
+
+// ------------------------------------------------------------ handlers ---
+
+void Rixo::Form_Load() {
+    readPanel();
+    okitis1->setChecked(false);
+    Timer1->setEnabled(true);
+    DrawRaysAtBoundary();
+}
+
+void Rixo::speedMenu(double c) {
+    module1().speedRatio = c;
+    // c = c1 / c2 is the index of the lower medium relative to the upper.
+    indexFromPanel_ = false;
+    index_ = c;
+    redraw();
+}
+
+void Rixo::okitis1_Click() { speedMenu(1.0); }
+void Rixo::okitis2_Click() { speedMenu(2.0); }
+void Rixo::okitismiso_Click() { speedMenu(0.5); }
+
+void Rixo::TIMERSTART_Click() {
+    Rixotext& panel = form<Rixotext>();
+    panel.showNewtonControls(false);
+    angleFromPanel_ = true;
+    readPanel();
+    const kymatiko::Refraction r = refraction();
+    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, index_));
+    Timer1->setEnabled(true);
+    DrawRaysAtBoundary();
+    Rixotext::setLabel(panel.Label5, texts::reflectedShare(texts::ShareWording::Plain, s.reflected));
+    Rixotext::setLabel(panel.Label4, texts::refractedShare(texts::ShareWording::Plain, s.refracted));
+    Rixotext::setLabel(panel.Label1, texts::anglesWaves(incidence_, r));
+}
+
+void Rixo::aktina_Click() {
+    Timer1->setEnabled(false);
+    form<Rixotext>().showNewtonControls(false);
+    angleFromPanel_ = true;
+    drawRayPicture();
+}
+
+void Rixo::deiktis_Click() {
+    const QString answer = inputBox(QStringLiteral("GIVE INDEX Δώσε δείκτη"));
+    if (answer.trimmed().isEmpty()) return;  // Cancel: the picture stays as it was
+    const std::optional<double> n = parseTypedNumber(answer.toStdString());
+    if (!n || *n <= 0.0 || *n > 100.0) {
+        messageBox(Epiloges::badIndexMessage());
+        return;
+    }
+    indexFromPanel_ = false;
+    index_ = *n;
+    redraw();
+    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(refraction(), index_));
+    Rixotext& panel = form<Rixotext>();
+    Rixotext::setLabel(panel.Label5, texts::reflectedShare(texts::ShareWording::Plain, s.reflected));
+    Rixotext::setLabel(panel.Label4, texts::refractedShare(texts::ShareWording::Plain, s.refracted));
+}
+
+void Rixo::epiloges_Click() { showScreen(form<Epiloges>()); }
+
+void Rixo::Timer1_Timer() {
+    if (readPanel()) redraw();  // the panel's scroll bars moved: new rays, then the fronts
+    phase_ = std::fmod(phase_ + kWaveStepPerTick, kWavelength);
+    updateFronts();
+}
+
+void Rixo::stopInterpretationTimers() {
+    Forms& forms = Forms::instance();
+    if (forms.exists<Rixo>()) form<Rixo>().Timer1->setEnabled(false);
+    if (forms.exists<Rixotext>()) form<Rixotext>().Timer1->setEnabled(false);
+    if (forms.exists<Somata>()) {
+        form<Somata>().Timer1->setEnabled(false);
+        form<Somata>().Timer2->setEnabled(false);
+    }
+}
+
+void Rixo::Endof_Click() {
+    stopInterpretationTimers();
+    moving->clearAll();
+    // The three screens came up together and go together.
+    hide();
+    hideIfCreated<Rixotext>();
+    hideIfCreated<Somata>();
+    hideIfCreated<Epiloges>();
+    if (cameFromData_) showDataScreen();
+    else showScreen(form<Diathlasimeleti>());
+}
+
+void Rixo::Telos_Click() { endProgram(0); }
+
+bool Rixo::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == canvas && event->type() == QEvent::Resize) redraw();
+    return QMainWindow::eventFilter(watched, event);
+}

@@ -1,0 +1,110 @@
+#pragma once
+#include <QAction>
+#include <QActionGroup>
+#include <QMainWindow>
+
+#include "canvas/canvas.h"
+#include "models/kymatiko.h"
+#include "models/model_widgets.h"
+
+// "rixo", the wave screen: a boundary between two media with the incident,
+// reflected and refracted rays, and the wave fronts moving along them while
+// its timer runs. The control panel and the index-and-velocities screen
+// draw on it and start and stop its timer.
+//
+// The field is 1500 units shared between width and height as the window is
+// shaped, y upwards, the boundary across the middle; the upper medium light
+// yellow, the lower white. The still picture is drawn on the canvas; what
+// moves (the fronts, the pulse along the rays) lies on a layer above it.
+class Rixo : public QMainWindow {
+    Q_OBJECT
+public:
+    Rixo();
+
+    Canvas* canvas;
+    MovingLayer* moving;
+    ShapeWidget* Shape1;  // marks the point of incidence
+    FormTimer* Timer1;    // the wave fronts
+
+    QAction* Endof;       // BACK
+    QAction* TIMERSTART;  // WAVE
+    QAction* okitis1;     // c=1
+    QAction* okitis2;     // c=2
+    QAction* okitismiso;  // c=0,5
+    QAction* aktina;      // RAY
+    QAction* deiktis;     // asks for the index
+    QAction* epiloges;    // opens the index-and-velocities screen
+    QAction* telos;       // END
+
+    // --- the set-up -------------------------------------------------------
+    // Angle and ratio from the control panel's scroll bars, read afresh
+    // every time.
+    void followPanel();
+    // Fixed values, as the index-and-velocities screen sets them.
+    void setUp(double incidenceDegrees, double n);
+    double incidenceDegrees() const;
+    double index() const;
+    kymatiko::Refraction refraction() const;
+    kymatiko::Field field() const;
+    // Where BACK returns to: the data screen or the main menu.
+    void setCameFromData(bool fromData) { cameFromData_ = fromData; }
+    bool cameFromData() const { return cameFromData_; }
+
+    // --- pictures -----------------------------------------------------------
+    // The rays at the boundary, with the critical angle and the shares in
+    // the panel's labels; the pulse starts again from the top.
+    void DrawRaysAtBoundary();
+    // RAY: the rays with every figure printed on the picture.
+    void drawRayPicture();
+    // The ray through the point of incidence, straight on, not bent.
+    void drawStraightRay();
+    // The current picture again (after a resize or a change of values).
+    void redraw();
+    // One step of the pulse along the rays; false once it has left the field.
+    bool pulseStep();
+    int pulsePosition() const { return pulse_; }
+
+    // --- handlers ---------------------------------------------------------
+    void Form_Load();
+    void okitis1_Click();
+    void okitis2_Click();
+    void okitismiso_Click();
+    void TIMERSTART_Click();
+    void aktina_Click();
+    void deiktis_Click();
+    void epiloges_Click();
+    void Timer1_Timer();
+    void Endof_Click();
+    void Telos_Click();
+
+    // Stops the timers of the four interpretation animations.
+    static void stopInterpretationTimers();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    enum class Picture { Rays, RayPicture, StraightRay };
+    void speedMenu(double c);
+    void applyField();
+    void drawMedia();
+    void drawRays(const kymatiko::Refraction& r);
+    void printNotes(const QStringList& notes);
+    void writePanelFigures();
+    bool readPanel();  // true when the panel's values differ from the picture's
+    void updateFronts();
+    void updatePulse();
+    QPointF toWidget(kymatiko::Point p) const;
+    bool reflectedWaveWanted() const;
+
+    Picture picture_ = Picture::Rays;
+    bool angleFromPanel_ = true;
+    bool indexFromPanel_ = true;
+    double incidence_ = 30.0;
+    double index_ = 1.5;
+    double phase_ = 0.0;
+    int pulse_ = 0;
+    kymatiko::RayPaths paths_;
+    bool cameFromData_ = false;
+    QActionGroup* speedGroup_;
+};

@@ -1,0 +1,233 @@
+#include "models/rixotext_screen.h"
+
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "app/forms.h"
+#include "app/shared_state.h"
+#include "canvas/fonts.h"
+#include "models/model_texts.h"
+#include "models/rixo_screen.h"
+#include "models/somata_screen.h"
+
+namespace {
+
+QScrollBar* makeBar(int minimum, int maximum, int value, int page, const char* name, const QString& accessible) {
+    auto* bar = new QScrollBar(Qt::Horizontal);
+    bar->setObjectName(QString::fromLatin1(name));
+    bar->setRange(minimum, maximum);
+    bar->setValue(value);
+    bar->setSingleStep(1);
+    bar->setPageStep(page);
+    bar->setFocusPolicy(Qt::StrongFocus);
+    bar->setAccessibleName(accessible);
+    bar->setMinimumWidth(160);
+    return bar;
+}
+
+QLabel* makeLabel(const char* name) {
+    auto* label = new QLabel;
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setWordWrap(true);
+    return label;
+}
+
+}  // namespace
+
+Rixotext::Rixotext() {
+    setObjectName(QStringLiteral("rixotext"));
+    setWindowTitle(QStringLiteral("REFLECTED AND REFRACTED ANAKLOMENOI KAI DIATHALOMENOI"));
+    setFont(programFont(QStringLiteral("Arial Greek"), 9.0));
+
+    Command1 = new CaptionButton(QStringLiteral("WAVES AND PARTICLES KYMATA KAI ΣΩMATIΔIA"));
+    Command1->setObjectName(QStringLiteral("Command1"));
+    Command1->setFont(programFont(QStringLiteral("Times New Roman"), 10.0, true));
+    Command1->setMinimumHeight(44);
+
+    newtongtimi = makeBar(5, 100, 20, 5, "newtongtimi", QStringLiteral("Newton's value  Σταθερά του Newton"));
+    n1overn2 = makeBar(50, 250, 150, 10, "n1overn2",
+                       QStringLiteral("Ratio of the indices n2/n1  Λόγος των δεικτών n2/n1"));
+    prosptosi = makeBar(0, 89, 30, 5, "prosptosi", QStringLiteral("Angle of incidence  Γωνία πρόσπτωσης"));
+
+    Text1 = new QLineEdit;
+    Text1->setObjectName(QStringLiteral("Text1"));
+    Text1->setAccessibleName(QStringLiteral("Notes  Σημειώσεις"));
+    reflected = new QCheckBox(QStringLiteral("REFLECTED WAVE"));
+    reflected->setObjectName(QStringLiteral("reflected"));
+    reflected->setChecked(true);
+    reflected->setAccessibleName(reflected->text());
+
+    Label7 = makeLabel("Label7");
+    Label6 = makeLabel("Label6");
+    Label5 = makeLabel("Label5");
+    Label4 = makeLabel("Label4");
+    Label1 = makeLabel("Label1");
+    Label2 = makeLabel("Label2");
+    Label3 = makeLabel("Label3");
+    Label3->setText(QStringLiteral("REFLECTED WAVE ANAKΛΩMENO KYMA"));
+    Label3->setWordWrap(false);
+    Label3->setBuddy(reflected);
+    newtonText = makeLabel("newtonText");
+
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(16);
+    auto caption = [](const QString& text, QWidget* buddy) {
+        auto* l = new QLabel(text);
+        l->setBuddy(buddy);
+        l->setFont(programFont(QStringLiteral("Arial Greek"), 9.0, true));
+        return l;
+    };
+    newtonCaption = caption(QStringLiteral("Newton's value  Σταθερά Newton"), newtongtimi);
+    grid->addWidget(caption(QStringLiteral("Ratio n2/n1  Λόγος n2/n1"), n1overn2), 0, 0);
+    grid->addWidget(n1overn2, 1, 0);
+    grid->addWidget(Label2, 2, 0);
+    grid->addWidget(caption(QStringLiteral("Angle of incidence  Γωνία πρόσπτωσης"), prosptosi), 0, 1);
+    grid->addWidget(prosptosi, 1, 1);
+    grid->addWidget(Label1, 2, 1);
+    grid->addWidget(newtonCaption, 0, 2);
+    grid->addWidget(newtongtimi, 1, 2);
+    grid->addWidget(newtonText, 2, 2);
+    for (int c = 0; c < 3; ++c) grid->setColumnStretch(c, 1);
+
+    auto* figures = new QGridLayout;
+    figures->addWidget(Label6, 0, 0);
+    figures->addWidget(Label7, 0, 1);
+    figures->addWidget(Label5, 1, 0);
+    figures->addWidget(Label4, 1, 1);
+    auto* waveRow = new QHBoxLayout;
+    waveRow->addWidget(reflected);
+    waveRow->addWidget(Label3);
+    waveRow->addStretch(1);
+    waveRow->addWidget(Text1, 1);
+
+    auto* top = new QHBoxLayout;
+    top->addWidget(Command1);
+    top->addLayout(grid, 1);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(top);
+    layout->addLayout(figures);
+    layout->addLayout(waveRow);
+    layout->addStretch(1);
+
+    setTabOrder(Command1, n1overn2);
+    setTabOrder(n1overn2, prosptosi);
+    setTabOrder(prosptosi, newtongtimi);
+    setTabOrder(newtongtimi, reflected);
+    setTabOrder(reflected, Text1);
+
+    Timer1 = new FormTimer(this, [this] { Timer1_Timer(); }, 10);
+
+    connect(Command1, &QPushButton::clicked, this, &Rixotext::Command1_Click);
+    connect(n1overn2, &QScrollBar::valueChanged, this, &Rixotext::n1overn2_Change);
+    connect(newtongtimi, &QScrollBar::valueChanged, this, &Rixotext::newtongtimi_Change);
+    connect(prosptosi, &QScrollBar::valueChanged, this, &Rixotext::prosptosi_Change);
+    connect(reflected, &QCheckBox::toggled, this, [] {
+        if (Forms::instance().exists<Rixo>()) form<Rixo>().redraw();
+    });
+
+    resize(1000, 260);
+    Form_Load();
+}
+
+kymatiko::Refraction Rixotext::refraction() const {
+    return kymatiko::refract(kymatiko::radians(incidenceDegrees()), ratio());
+}
+
+void Rixotext::setLabel(QLabel* label, const QString& text) {
+    if (label->text() != text) {
+        label->setText(text);
+        label->setAccessibleName(text);
+    }
+    label->setVisible(!text.isEmpty());
+}
+
+void Rixotext::showNewtonControls(bool visible) {
+    for (QWidget* w : {static_cast<QWidget*>(newtongtimi), static_cast<QWidget*>(newtonText),
+                       static_cast<QWidget*>(newtonCaption), static_cast<QWidget*>(Label7)})
+        w->setVisible(visible);
+}
+
+// Nothing here reaches for another screen: the others read this one when
+// they are made, and a screen made while this one is being made would ask
+// for a second panel.
+void Rixotext::Form_Load() {
+    showNewtonControls(false);
+    Label6->hide();
+    setLabel(Label2, texts::ratioOnLoad(ratio()));
+    setLabel(newtonText, texts::newtonValue(newtonValue()));
+    newtonText->hide();
+}
+
+void Rixotext::redrawCorpuscles() {
+    if (Forms::instance().exists<Somata>()) form<Somata>().panelChanged();
+}
+
+void Rixotext::n1overn2_Change() {
+    setLabel(Label2, texts::ratioOnChange(ratio()));
+    if (const auto c = kymatiko::criticalAngleDegrees(ratio()))
+        setLabel(Label6, texts::criticalAngle(texts::CriticalWording::Panel, *c));
+    else Label6->hide();
+    redrawCorpuscles();
+}
+
+void Rixotext::newtongtimi_Change() {
+    setLabel(newtonText, texts::newtonValue(newtonValue()));
+    redrawCorpuscles();
+}
+
+void Rixotext::prosptosi_Change() {
+    const kymatiko::Refraction r = refraction();
+    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, ratio()));
+    if (const auto c = kymatiko::criticalAngleDegrees(ratio()))
+        setLabel(Label6, texts::criticalAngle(texts::CriticalWording::Panel, *c));
+    setLabel(Label1, texts::anglesPanel(incidenceDegrees(), r));
+    setLabel(Label5, texts::reflectedShare(texts::ShareWording::Spaced, s.reflected));
+    setLabel(Label4, texts::refractedShare(texts::ShareWording::Spaced, s.refracted));
+    redrawCorpuscles();
+}
+
+void Rixotext::Command1_Click() {
+    Rixo& rixo = form<Rixo>();
+    Somata& somata = form<Somata>();
+    rixo.Timer1->setEnabled(false);
+    module1().speedRatio = 0.25;
+    // Both pictures must be on view for their timers to run.
+    if (!rixo.isVisible()) showScreen(rixo);
+    if (!somata.isVisible()) showScreen(somata);
+    rixo.followPanel();
+    rixo.DrawRaysAtBoundary();
+    somata.SOMATIDIA_Click();
+    const kymatiko::Refraction r = refraction();
+    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, ratio()));
+    setLabel(Label5, texts::reflectedShare(texts::ShareWording::Plain, s.reflected));
+    setLabel(Label4, texts::refractedShare(texts::ShareWording::Plain, s.refracted));
+    setLabel(Label1, texts::anglesWaves(incidenceDegrees(), r));
+    Timer1->bindTo(&rixo);
+    Timer1->setInterval(10);
+    Timer1->setEnabled(true);
+    rixo.Timer1->setInterval(10);
+    rixo.Timer1->setEnabled(true);
+}
+
+void Rixotext::Timer1_Timer() {
+    Rixo& rixo = form<Rixo>();
+    if (!rixo.pulseStep()) {
+        Timer1->setEnabled(false);  // the pulse has left the field
+        return;
+    }
+    const double n = rixo.index();
+    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(rixo.refraction(), n));
+    if (const auto c = kymatiko::criticalAngleDegrees(n); c && kymatiko::intoLessDense(n))
+        setLabel(Label6, texts::criticalAngle(texts::CriticalWording::PanelTimer, *c));
+    setLabel(Label5, texts::reflectedShare(texts::ShareWording::Percent, s.reflected));
+    setLabel(Label4, texts::refractedShare(texts::ShareWording::Percent, s.refracted));
+}
+
+void Rixotext::closeEvent(QCloseEvent* event) {
+    Timer1->setEnabled(false);
+    if (Forms::instance().exists<Somata>()) form<Somata>().resetFirstCorpuscle();
+    QWidget::closeEvent(event);
+}

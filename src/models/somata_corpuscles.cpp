@@ -1,0 +1,178 @@
+// The corpuscle models of the corpuscle screen: the Newton constructions,
+// the streams of corpuscles and their timers.
+#include <cmath>
+
+#include "app/dialogs.h"
+#include "app/forms.h"
+#include "models/model_texts.h"
+#include "models/rixotext_screen.h"
+#include "models/somata_screen.h"
+
+namespace {
+const QColor kTrackColour(0, 0, 255);
+const QColor kLayerFace(90, 90, 90);
+}  // namespace
+
+kymatiko::CorpuscleModel Somata::newtonModel() const {
+    return NEWTON2STROMATA->isChecked() ? kymatiko::CorpuscleModel::NewtonParallelLayers
+                                        : kymatiko::CorpuscleModel::NewtonOneLayer;
+}
+
+void Somata::buildTrack(kymatiko::CorpuscleModel model) {
+    model_ = model;
+    trackValues_ = readPanel();
+    track_ = kymatiko::corpuscleTrack(field(), kymatiko::radians(trackValues_.incidence), trackValues_.n, model,
+                                      trackValues_.pull);
+}
+
+// The beam: the same track shifted along the boundary, since the layers
+// are horizontal every stream bends alike.
+double Somata::streamOffset(int stream) const { return (stream - 1) * field().width / 14.0; }
+
+void Somata::drawTrackPicture() {
+    applyField();
+    drawMedium();
+    const kymatiko::Field f = field();
+    canvas->setDrawStyle(DrawStyle::Dash);
+    for (double y : track_.faces) canvas->line(0.0, y, f.width, y, kLayerFace);
+    canvas->setDrawStyle(DrawStyle::Solid);
+    canvas->setDrawWidth(1);
+    const bool points = model_ == kymatiko::CorpuscleModel::NewtonParallelLayers;
+    for (int stream = 0; stream < kStreams; ++stream) {
+        const double dx = streamOffset(stream);
+        const auto& p = track_.points;
+        for (std::size_t k = 1; k < p.size(); ++k) {
+            if (points) canvas->pset(p[k].x + dx, p[k].y, kTrackColour);
+            else canvas->line(p[k - 1].x + dx, p[k - 1].y, p[k].x + dx, p[k].y, kTrackColour);
+        }
+    }
+    Rixotext& panel = form<Rixotext>();
+    if (model_ == kymatiko::CorpuscleModel::Descartes) {
+        panel.Label7->hide();
+    } else {
+        Rixotext::setLabel(panel.Label7, texts::layerThickness(track_.thickness));
+        if (const auto c = kymatiko::criticalAngleDegrees(trackValues_.n); c && kymatiko::intoLessDense(trackValues_.n))
+            Rixotext::setLabel(panel.Label6, texts::criticalAngle(texts::CriticalWording::NewtonLayer, *c));
+    }
+    // The construction checks itself once per picture; say so only once.
+    if (track_.mismatch > 1e-4 && !warnedMismatch_) {
+        warnedMismatch_ = true;
+        messageBox(texts::layersMismatch());
+    }
+}
+
+void Somata::DrawNewtonOneLayer() {
+    neftonas->setChecked(true);
+    if (mode_ == Mode::Fermat) mode_ = Mode::Newton;
+    buildTrack(kymatiko::CorpuscleModel::NewtonOneLayer);
+    drawTrackPicture();
+}
+
+void Somata::DrawNewtonParallelLayers() {
+    NEWTON2STROMATA->setChecked(true);
+    if (mode_ == Mode::Fermat) mode_ = Mode::Newton;
+    buildTrack(kymatiko::CorpuscleModel::NewtonParallelLayers);
+    drawTrackPicture();
+}
+
+void Somata::drawNewtonConstruction() {
+    if (NEWTON2STROMATA->isChecked()) DrawNewtonParallelLayers();
+    else DrawNewtonOneLayer();
+}
+
+void Somata::showCriticalAngle(bool tickWording) {
+    Rixotext& panel = form<Rixotext>();
+    const double n = readPanel().n;
+    const auto c = kymatiko::criticalAngleDegrees(n);
+    if (!c || !kymatiko::intoLessDense(n)) {
+        panel.Label6->hide();
+        return;
+    }
+    Rixotext::setLabel(panel.Label6, texts::criticalAngle(tickWording ? texts::CriticalWording::CorpuscleTick
+                                                                      : texts::CriticalWording::Corpuscles,
+                                                          *c));
+}
+
+void Somata::hideCorpuscles() {
+    for (ShapeWidget* s : soma)
+        if (s->isVisible()) s->hide();
+}
+
+void Somata::moveCorpuscles(int intervalMs) {
+    const auto& p = track_.points;
+    for (int k = 0; k < kCorpuscles; ++k) {
+        ShapeWidget* shape = soma[static_cast<std::size_t>(k)];
+        const double index = kymatiko::corpuscleIndex(tick_, intervalMs, k / kStreams, kCorpuscleSpacing);
+        const bool onTrack = index >= 0.0 && index < static_cast<double>(p.size());
+        if (!onTrack) {
+            if (shape->isVisible()) shape->hide();
+            continue;
+        }
+        // Between two table points the corpuscle is where the straight step puts it.
+        const auto i = static_cast<std::size_t>(index);
+        const double f = index - static_cast<double>(i);
+        const kymatiko::Point a = p[i], b = i + 1 < p.size() ? p[i + 1] : p[i];
+        shape->setCentre(toWidget({a.x + f * (b.x - a.x) + streamOffset(k % kStreams), a.y + f * (b.y - a.y)}));
+        if (!shape->isVisible()) shape->show();
+    }
+}
+
+void Somata::startCorpuscles(Mode mode) {
+    mode_ = mode;
+    showBodies(false);
+    Label1->hide();
+    applyField();
+    buildTrack(mode == Mode::Descartes ? kymatiko::CorpuscleModel::Descartes : newtonModel());
+    showCriticalAngle(false);
+    drawTrackPicture();
+    tick_ = 0;
+    hideCorpuscles();
+}
+
+void Somata::SOMATIDIA_Click() {
+    Timer2->setEnabled(false);
+    startCorpuscles(Mode::Newton);
+    Timer1->setInterval(10);
+    Timer1->setEnabled(true);
+}
+
+void Somata::xekina_Click() {
+    Timer1->setEnabled(false);
+    startCorpuscles(Mode::Descartes);
+    form<Rixotext>().Text1->setText(texts::nrefra(trackValues_.n));
+    Timer2->setInterval(50);
+    Timer2->setEnabled(true);
+}
+
+void Somata::corpuscleTick(int intervalMs) {
+    const PanelValues now = readPanel();
+    if (!(now == trackValues_)) {  // the panel moved: the new path from here on
+        buildTrack(model_ == kymatiko::CorpuscleModel::Descartes ? model_ : newtonModel());
+        drawTrackPicture();
+    }
+    ++tick_;
+    // When the last corpuscle has gone, the stream starts again.
+    const int lastOfStream = kCorpuscles / kStreams - 1;
+    if (kymatiko::corpuscleIndex(tick_, intervalMs, lastOfStream, kCorpuscleSpacing) >=
+        static_cast<double>(track_.points.size()))
+        tick_ = 0;
+    moveCorpuscles(intervalMs);
+}
+
+void Somata::Timer1_Timer() {
+    showCriticalAngle(true);
+    corpuscleTick(Timer1->interval());
+}
+
+void Somata::Timer2_Timer() { corpuscleTick(Timer2->interval()); }
+
+void Somata::STAMATHMA_Click() {
+    resetFirstCorpuscle();
+    Timer1->setEnabled(false);
+    Timer2->setEnabled(false);
+}
+
+void Somata::resetFirstCorpuscle() {
+    if (track_.points.empty()) return;
+    soma[0]->setCentre(toWidget(track_.points.front()));
+}

@@ -1,0 +1,138 @@
+// Fermat's principle on the corpuscle screen: three bodies, the travel
+// time of light through them, and the search for the least time.
+#include <algorithm>
+#include <cmath>
+
+#include "app/forms.h"
+#include "models/model_texts.h"
+#include "models/rixotext_screen.h"
+#include "models/somata_screen.h"
+
+namespace {
+const QColor kPlainPath(0, 0, 0);
+const QColor kHeroPath(255, 0, 0);
+const QColor kFermatPath(0, 255, 0);
+}  // namespace
+
+kymatiko::Point Somata::bodyCentre(Body body) const {
+    const kymatiko::Field f = field();
+    const kymatiko::Point p = bodies_[static_cast<std::size_t>(body)];
+    return {p.x * f.width, p.y * f.height};
+}
+
+void Somata::setBodyCentre(Body body, kymatiko::Point p) {
+    const kymatiko::Field f = field();
+    if (!std::isfinite(p.x) || !std::isfinite(p.y)) return;
+    // Bodies stay within the field, so they can always be seen and clicked.
+    bodies_[static_cast<std::size_t>(body)] = {std::clamp(p.x / f.width, 0.0, 1.0), std::clamp(p.y / f.height, 0.0, 1.0)};
+    placeBodies();
+}
+
+kymatiko::Speeds Somata::speeds() const {
+    return kymatiko::speedsFor(descartes->isChecked() ? kymatiko::SpeedLaw::Descartes : kymatiko::SpeedLaw::Fermat,
+                               readPanel().n);
+}
+
+void Somata::showBodies(bool visible) {
+    for (ShapeWidget* b : {fermat1, fermat2, fermat3}) b->setVisible(visible);
+    if (!visible) fermatscr->hide();
+    if (visible) placeBodies();
+}
+
+void Somata::placeBodies() {
+    fermat1->setCentre(toWidget(bodyCentre(Magenta)));
+    fermat2->setCentre(toWidget(bodyCentre(Blue)));
+    fermat3->setCentre(toWidget(bodyCentre(Green)));
+}
+
+void Somata::drawFermatPicture(kymatiko::Point blue, const QColor& pathColour) {
+    applyField();
+    drawMedium();
+    const kymatiko::Point a = bodyCentre(Magenta), c = bodyCentre(Green);
+    canvas->setDrawWidth(2);
+    canvas->line(a.x, a.y, blue.x, blue.y, pathColour);
+    canvas->line(blue.x, blue.y, c.x, c.y, pathColour);
+    canvas->setDrawWidth(1);
+    placeBodies();
+}
+
+void Somata::showTravelTime() {
+    leastTimeShown_ = false;
+    const kymatiko::Field f = field();
+    const kymatiko::Point a = bodyCentre(Magenta), b = bodyCentre(Blue), c = bodyCentre(Green);
+    const double n = readPanel().n;
+    const kymatiko::PathTime t = kymatiko::travelTime(a, b, c, f.boundary(), speeds());
+    const kymatiko::PathKind kind = kymatiko::classifyPath(a, b, c, f.boundary(), n, fermalaw->isChecked());
+    const QColor colour = kind == kymatiko::PathKind::Reflection   ? kHeroPath
+                          : kind == kymatiko::PathKind::Refraction ? kFermatPath
+                                                                   : kPlainPath;
+    drawFermatPicture(b, colour);
+    Label1->setText(texts::fermatTime(kind, t.time, t.distance()));
+    Label1->setAccessibleName(Label1->text());
+    Label1->show();
+}
+
+void Somata::redrawFermat() {
+    if (leastTimeShown_) evresielaxistoy_Click();
+    else showTravelTime();
+}
+
+void Somata::fermat_Click() {
+    Timer1->setEnabled(false);
+    Timer2->setEnabled(false);
+    hideCorpuscles();
+    mode_ = Mode::Fermat;
+    applyField();
+    showBodies(true);
+    fermatscr->show();
+    showTravelTime();
+    Label1->setText(texts::fermatInstruction());
+    Label1->setAccessibleName(Label1->text());
+}
+
+void Somata::Form_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers shift, double x, double y) {
+    if (mode_ != Mode::Fermat || button != Qt::LeftButton) return;
+    const bool withShift = shift.testFlag(Qt::ShiftModifier);
+    const bool withControl = shift.testFlag(Qt::ControlModifier);
+    if (withShift && withControl) setBodyCentre(Blue, {x, y});
+    else if (withShift) setBodyCentre(Magenta, {x, y});
+    else if (withControl) setBodyCentre(Green, {x, y});
+    else return;
+    showTravelTime();
+}
+
+void Somata::fermatscr_Change() {
+    if (mode_ != Mode::Fermat) return;
+    const kymatiko::Field f = field();
+    const double x = f.width * fermatscr->value() / fermatscr->maximum();
+    bodies_[Blue] = {std::clamp(x / f.width, 0.0, 1.0), 0.5};  // on the boundary
+    placeBodies();
+    showTravelTime();
+}
+
+void Somata::fermatscr_GotFocus() {
+    // The bar takes the blue body's place, so that the two agree.
+    const int value = static_cast<int>(std::lround(bodies_[Blue].x * fermatscr->maximum()));
+    if (value != fermatscr->value()) fermatscr->setValue(value);
+}
+
+void Somata::evresielaxistoy_Click() {
+    Timer1->setEnabled(false);
+    Timer2->setEnabled(false);
+    hideCorpuscles();
+    mode_ = Mode::Fermat;
+    fermatscr->hide();
+    showBodies(true);
+    fermatscr->hide();
+    applyField();
+    const kymatiko::Field f = field();
+    const kymatiko::LeastTimeSearch s =
+        kymatiko::findLeastTime(bodyCentre(Magenta), bodyCentre(Green), f.boundary(), speeds());
+    if (s.best == 0) return;
+    bodies_[Blue] = {s.bestX / f.width, 0.5};
+    drawFermatPicture(bodyCentre(Blue), kFermatPath);
+    Label1->setText(texts::leastTime(s.bestTime));
+    Label1->setAccessibleName(Label1->text());
+    Label1->show();
+    leastTimeShown_ = true;
+}

@@ -1,0 +1,204 @@
+#include "models/somata_screen.h"
+
+#include <QFocusEvent>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QVBoxLayout>
+
+#include "app/forms.h"
+#include "app/shared_state.h"
+#include "canvas/fonts.h"
+#include "models/rixotext_screen.h"
+
+namespace {
+const QColor kSecondMedium(200, 150, 90);
+}  // namespace
+
+Somata::Somata() {
+    setObjectName(QStringLiteral("somata"));
+    setWindowTitle(QStringLiteral("CORPUSCULAR AND FERMAT ΣΩMATIΔIA KAI FERMAT"));
+    setFont(programFont(QStringLiteral("Arial Greek"), 9.0));
+
+    canvas = new Canvas;
+    canvas->setObjectName(QStringLiteral("corpuscleField"));
+    canvas->setAccessibleName(QStringLiteral("Corpuscles and Fermat's principle  Σωμάτια και αρχή του Fermat"));
+    canvas->setFontName(QStringLiteral("Arial Greek"));
+    canvas->setMinimumSize(1, 1);
+    fermatscr = new QScrollBar(Qt::Horizontal);
+    fermatscr->setObjectName(QStringLiteral("fermatscr"));
+    fermatscr->setRange(0, 1000);
+    fermatscr->setValue(500);
+    fermatscr->setSingleStep(1);
+    fermatscr->setPageStep(20);
+    fermatscr->setFocusPolicy(Qt::StrongFocus);
+    fermatscr->setAccessibleName(
+        QStringLiteral("Blue body along the boundary  Το μπλε σώμα πάνω στη διαχωριστική επιφάνεια"));
+    Label1 = new QLabel;
+    Label1->setObjectName(QStringLiteral("Label1"));
+    Label1->setWordWrap(true);
+    Label1->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* central = new QWidget;
+    auto* layout = new QVBoxLayout(central);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(canvas, 1);
+    layout->addWidget(fermatscr);
+    layout->addWidget(Label1);
+    setCentralWidget(central);
+
+    fermat1 = new ShapeWidget(canvas, QColor(255, 0, 255), 16);
+    fermat2 = new ShapeWidget(canvas, QColor(0, 0, 255), 16);
+    fermat3 = new ShapeWidget(canvas, QColor(0, 255, 0), 16);
+    fermat1->setObjectName(QStringLiteral("fermat1"));
+    fermat2->setObjectName(QStringLiteral("fermat2"));
+    fermat3->setObjectName(QStringLiteral("fermat3"));
+    for (int k = 0; k < kCorpuscles; ++k) {
+        soma[static_cast<std::size_t>(k)] = new ShapeWidget(canvas, QColor(220, 0, 0), 9);
+        soma[static_cast<std::size_t>(k)]->hide();
+    }
+
+    // --- menus ------------------------------------------------------------------
+    QMenuBar* bar = menuBar();
+    auto named = [](QAction* a, const char* name) {
+        a->setObjectName(QString::fromLatin1(name));
+        return a;
+    };
+    xekina = named(bar->addAction(QStringLiteral("Descarte's")), "xekina");
+    fermat = named(bar->addAction(QStringLiteral("FERMAT'S PRINCIPLE")), "fermat");
+    lawMenu = bar->addMenu(QStringLiteral("LAW  Νόμος"));
+    lawMenu->setObjectName(QStringLiteral("lawMenu"));
+    descartes = named(lawMenu->addAction(QStringLiteral("Νόμος διάθλασης Descartes")), "descartes");
+    fermalaw = named(lawMenu->addAction(QStringLiteral("Νόμος διάθλασης Fermat")), "fermalaw");
+    evresielaxistoy = named(bar->addAction(QStringLiteral("FIND MINIMUM")), "evresielaxistoy");
+    GENERAL = bar->addMenu(QStringLiteral("NEWTON"));
+    GENERAL->setObjectName(QStringLiteral("GENERAL"));
+    neftonas = named(GENERAL->addAction(QStringLiteral("NEWTON  ONE LAYER")), "neftonas");
+    NEWTON2STROMATA = named(GENERAL->addAction(QStringLiteral("NEWTON: PARALLEL")), "NEWTON2STROMATA");
+    GENERAL->addSeparator();
+    SOMATIDIA = named(GENERAL->addAction(QStringLiteral("PARTICLES")), "SOMATIDIA");
+    STAMATHMA = named(bar->addAction(QStringLiteral("STOP")), "STAMATHMA");
+    lawGroup_ = new QActionGroup(this);
+    newtonGroup_ = new QActionGroup(this);
+    for (QAction* a : {descartes, fermalaw}) {
+        a->setCheckable(true);
+        lawGroup_->addAction(a);
+    }
+    for (QAction* a : {neftonas, NEWTON2STROMATA}) {
+        a->setCheckable(true);
+        newtonGroup_->addAction(a);
+    }
+    fermalaw->setChecked(true);
+    neftonas->setChecked(true);
+
+    Timer1 = new FormTimer(this, [this] { Timer1_Timer(); }, 10);
+    Timer2 = new FormTimer(this, [this] { Timer2_Timer(); }, 50);
+
+    connect(xekina, &QAction::triggered, this, &Somata::xekina_Click);
+    connect(fermat, &QAction::triggered, this, &Somata::fermat_Click);
+    connect(descartes, &QAction::triggered, this, &Somata::descartes_Click);
+    connect(fermalaw, &QAction::triggered, this, &Somata::fermalaw_Click);
+    connect(evresielaxistoy, &QAction::triggered, this, &Somata::evresielaxistoy_Click);
+    connect(neftonas, &QAction::triggered, this, &Somata::neftonas_Click);
+    connect(NEWTON2STROMATA, &QAction::triggered, this, &Somata::NEWTON2STROMATA_Click);
+    connect(SOMATIDIA, &QAction::triggered, this, &Somata::SOMATIDIA_Click);
+    connect(STAMATHMA, &QAction::triggered, this, &Somata::STAMATHMA_Click);
+    connect(fermatscr, &QScrollBar::valueChanged, this, &Somata::fermatscr_Change);
+    canvas->installEventFilter(this);
+    fermatscr->installEventFilter(this);
+
+    resize(720, 560);
+    Form_Load();
+}
+
+kymatiko::Field Somata::field() const { return kymatiko::fieldFor(canvas->width(), canvas->height()); }
+
+Somata::PanelValues Somata::readPanel() const {
+    const Rixotext& panel = form<Rixotext>();
+    return {panel.ratio(), panel.incidenceDegrees(), panel.newtonValue()};
+}
+
+void Somata::applyField() {
+    const kymatiko::Field f = field();
+    canvas->scale(0.0, f.height, f.width, 0.0);
+}
+
+QPointF Somata::toWidget(kymatiko::Point p) const { return canvas->toLogical(p.x, p.y); }
+
+void Somata::drawMedium() {
+    const kymatiko::Field f = field();
+    canvas->cls();
+    canvas->filledBox(0.0, 0.0, f.width, f.boundary(), kSecondMedium);
+    canvas->setDrawWidth(1);
+    canvas->line(0.0, f.boundary(), f.width, f.boundary(), QColor(0, 0, 0));
+}
+
+void Somata::Form_Load() {
+    showBodies(false);
+    Label1->hide();
+    applyField();
+    module1().pi = 4.0 * std::atan(1.0);
+    buildTrack(newtonModel());
+    showCriticalAngle(false);
+    drawTrackPicture();
+}
+
+void Somata::neftonas_Click() {
+    neftonas->setChecked(true);
+    showBodies(false);
+    Label1->hide();
+    form<Rixotext>().showNewtonControls(true);
+    DrawNewtonOneLayer();
+}
+
+void Somata::NEWTON2STROMATA_Click() {
+    NEWTON2STROMATA->setChecked(true);
+    showBodies(false);
+    Label1->hide();
+    form<Rixotext>().showNewtonControls(true);
+    DrawNewtonParallelLayers();
+}
+
+void Somata::descartes_Click() {
+    descartes->setChecked(true);
+    if (mode_ == Mode::Fermat) redrawFermat();  // the path with the new speeds
+    fermatscr->hide();
+    Label1->hide();
+}
+
+void Somata::fermalaw_Click() {
+    fermalaw->setChecked(true);
+    if (mode_ == Mode::Fermat) redrawFermat();  // the path with the new speeds
+    fermatscr->hide();
+    Label1->hide();
+}
+
+void Somata::panelChanged() {
+    if (mode_ == Mode::Fermat) {
+        redrawFermat();
+        return;
+    }
+    // A running animation picks the change up at its next tick.
+    if (Timer1->isRunning() || Timer2->isRunning()) return;
+    buildTrack(mode_ == Mode::Descartes ? kymatiko::CorpuscleModel::Descartes : newtonModel());
+    showCriticalAngle(false);
+    drawTrackPicture();
+}
+
+bool Somata::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == canvas && event->type() == QEvent::Resize) {
+        applyField();
+        if (mode_ == Mode::Fermat) {
+            redrawFermat();
+        } else {
+            buildTrack(model_);  // the field changed: the same path in the new field
+            drawTrackPicture();
+            if (Timer1->isEnabled() || Timer2->isEnabled()) moveCorpuscles(Timer2->isEnabled() ? 50 : 10);
+        }
+    } else if (watched == canvas && event->type() == QEvent::MouseButtonPress) {
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        const QPointF u = canvas->toUser(mouse->position());
+        Form_MouseDown(mouse->button(), mouse->modifiers(), u.x(), u.y());
+    } else if (watched == fermatscr && event->type() == QEvent::FocusIn) {
+        fermatscr_GotFocus();
+    }
+    return QMainWindow::eventFilter(watched, event);
+}

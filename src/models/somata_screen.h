@@ -1,0 +1,138 @@
+#pragma once
+#include <QAction>
+#include <QActionGroup>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QScrollBar>
+
+#include <array>
+
+#include "canvas/canvas.h"
+#include "models/corpuscles.h"
+#include "models/fermat.h"
+#include "models/model_widgets.h"
+
+// "somata": light as corpuscles (Newton's model with one layer or with
+// parallel layers, Descartes' model) and Fermat's principle of least time
+// with three movable bodies. The ratio of the indices, the angle and
+// Newton's value come from the control panel's scroll bars, read afresh at
+// every event; the figures go into the panel's labels.
+//
+// The field is 1500 units shared between width and height as the window is
+// shaped, y upwards; the lower half is the second medium. The corpuscles
+// and the bodies are small shapes over the drawing, so moving them leaves
+// the drawing as it is.
+class Somata : public QMainWindow {
+    Q_OBJECT
+public:
+    static constexpr int kCorpuscles = 54;
+    static constexpr int kStreams = 3;              // parallel tracks of the beam
+    static constexpr double kCorpuscleSpacing = 3;  // table steps between corpuscles of a stream
+
+    Somata();
+
+    Canvas* canvas;
+    QScrollBar* fermatscr;  // the blue body along the boundary, 0 … Max over the field's width
+    QLabel* Label1;         // times and instructions of the Fermat demonstration
+    FormTimer* Timer1;      // Newton's corpuscles, 10 ms
+    FormTimer* Timer2;      // Descartes' corpuscles, 50 ms
+    ShapeWidget* fermat1;   // magenta: start
+    ShapeWidget* fermat2;   // blue: on the boundary
+    ShapeWidget* fermat3;   // green: end
+    std::array<ShapeWidget*, kCorpuscles> soma{};
+
+    QAction* xekina;           // Descarte's
+    QAction* fermat;           // FERMAT'S PRINCIPLE
+    QMenu* lawMenu;
+    QAction* descartes;        // Νόμος διάθλασης Descartes
+    QAction* fermalaw;         // Νόμος διάθλασης Fermat
+    QAction* evresielaxistoy;  // FIND MINIMUM
+    QMenu* GENERAL;            // NEWTON
+    QAction* neftonas;         // NEWTON  ONE LAYER
+    QAction* NEWTON2STROMATA;  // NEWTON: PARALLEL
+    QAction* SOMATIDIA;        // PARTICLES
+    QAction* STAMATHMA;        // STOP
+
+    enum class Mode { Newton, Descartes, Fermat };
+    Mode mode() const { return mode_; }
+    kymatiko::Field field() const;
+    const kymatiko::Track& track() const { return track_; }
+    long tick() const { return tick_; }
+
+    // --- the Fermat bodies, in field units ----------------------------------
+    enum Body { Magenta = 0, Blue = 1, Green = 2 };
+    kymatiko::Point bodyCentre(Body body) const;
+    void setBodyCentre(Body body, kymatiko::Point p);
+    kymatiko::Speeds speeds() const;
+
+    // --- called by the control panel ------------------------------------------
+    void panelChanged();
+    void resetFirstCorpuscle();
+
+    // --- public procedures ------------------------------------------------------
+    void DrawNewtonOneLayer();
+    void DrawNewtonParallelLayers();
+    // The Newton construction that the menu's check marks choose.
+    void drawNewtonConstruction();
+
+    // --- handlers -----------------------------------------------------------------
+    void Form_Load();
+    void descartes_Click();
+    void fermalaw_Click();
+    void fermat_Click();
+    void Form_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers shift, double x, double y);
+    void fermatscr_Change();
+    void fermatscr_GotFocus();
+    void evresielaxistoy_Click();
+    void neftonas_Click();
+    void NEWTON2STROMATA_Click();
+    void SOMATIDIA_Click();
+    void xekina_Click();
+    void STAMATHMA_Click();
+    void Timer1_Timer();
+    void Timer2_Timer();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    struct PanelValues {
+        double n = 1.5, incidence = 30.0, pull = 0.2;
+        bool operator==(const PanelValues&) const = default;
+    };
+    PanelValues readPanel() const;
+    void applyField();
+    void drawMedium();
+    QPointF toWidget(kymatiko::Point p) const;
+
+    // Corpuscles (somata_corpuscles.cpp).
+    kymatiko::CorpuscleModel newtonModel() const;
+    void buildTrack(kymatiko::CorpuscleModel model);
+    void drawTrackPicture();
+    void showCriticalAngle(bool tickWording);
+    void moveCorpuscles(int intervalMs);
+    void hideCorpuscles();
+    void corpuscleTick(int intervalMs);
+    void startCorpuscles(Mode mode);
+    double streamOffset(int stream) const;
+
+    // Fermat (somata_fermat.cpp).
+    void showBodies(bool visible);
+    void placeBodies();
+    void showTravelTime();
+    void drawFermatPicture(kymatiko::Point blue, const QColor& pathColour);
+    void redrawFermat();
+
+    Mode mode_ = Mode::Newton;
+    kymatiko::CorpuscleModel model_ = kymatiko::CorpuscleModel::NewtonOneLayer;
+    kymatiko::Track track_;
+    PanelValues trackValues_;
+    long tick_ = 0;
+    bool warnedMismatch_ = false;
+    // Bodies as fractions of the field, so a resized window keeps them in place.
+    std::array<kymatiko::Point, 3> bodies_{{{0.2, 0.8}, {0.5, 0.5}, {0.75, 0.15}}};
+    bool leastTimeShown_ = false;
+    QActionGroup* lawGroup_;
+    QActionGroup* newtonGroup_;
+};
