@@ -179,6 +179,7 @@ void Diathlasimeleti::Command1_Click() {
 void Diathlasimeleti::Command2_Click() {
     hideIfCreated<Hmiky>();
     hideIfCreated<Errors>();
+    hideIfCreated<ListOfData>();
     openDataScreen();
 }
 

@@ -114,6 +114,7 @@ Hmiky::Hmiky() {
     Command2 = button(QStringLiteral("erase ΚΑΘΑΡΙΣΕ"), "Command2");
     Command3 = button(QStringLiteral("BACK ΠΙΣΩ"), "Command3");
     cmdend = button(QStringLiteral("END Τέλος"), "cmdend");
+    listOfData = button(QStringLiteral("LIST OF DATA  Λίστα δεδομένων"), "listOfData");
 
     // --- scroll bars and their displays -----------------------------------------
     HScroll1 = makeScrollBar(10, 120, 100, 1, 10, QStringLiteral("HScroll1"),
@@ -177,13 +178,13 @@ Hmiky::Hmiky() {
 
     auto* buttonColumn = new QVBoxLayout;
     buttonColumn->setSpacing(8);
-    for (CaptionButton* b : {Command1, Command4, Command2}) buttonColumn->addWidget(b);
+    for (CaptionButton* b : {Command1, Command4, listOfData, Command2}) buttonColumn->addWidget(b);
     buttonColumn->addStretch(1);
     for (CaptionButton* b : {Command3, cmdend}) buttonColumn->addWidget(b);
     // The captions wrap in the narrow column: each button is as tall as
     // its wrapped caption.
     constexpr int kButtonColumnWidth = 170;
-    for (CaptionButton* b : {Command1, Command4, Command2, Command3, cmdend}) {
+    for (CaptionButton* b : {Command1, Command4, listOfData, Command2, Command3, cmdend}) {
         const QRect text = QFontMetrics(b->font()).boundingRect(QRect(0, 0, kButtonColumnWidth - 14, 2000),
                                                                 Qt::AlignCenter | Qt::TextWordWrap, b->text());
         b->setMinimumHeight(text.height() + 20);
@@ -206,7 +207,7 @@ Hmiky::Hmiky() {
 
     // The keyboard walks the scroll bars row by row, then the buttons.
     QWidget* order[] = {HScroll1, aktis, xcoor, ycoor, angle, gon, hvalue, Indexn,
-                        Command1, Command4, Command2, Command3, cmdend};
+                        Command1, Command4, listOfData, Command2, Command3, cmdend};
     for (std::size_t i = 0; i + 1 < std::size(order); ++i) setTabOrder(order[i], order[i + 1]);
 
     // --- menus, in design order -----------------------------------------------
@@ -243,6 +244,7 @@ Hmiky::Hmiky() {
     connect(Command3, &QPushButton::clicked, this, &Hmiky::Command3_Click);
     connect(Command4, &QPushButton::clicked, this, &Hmiky::Command4_Click);
     connect(cmdend, &QPushButton::clicked, this, &Hmiky::cmdend_Click);
+    connect(listOfData, &QPushButton::clicked, this, &Hmiky::listOfData_Click);
     connect(HScroll1, &QScrollBar::valueChanged, this, &Hmiky::HScroll1_Change);
     connect(xcoor, &QScrollBar::valueChanged, this, &Hmiky::xcoor_Change);
     connect(ycoor, &QScrollBar::valueChanged, this, &Hmiky::ycoor_Change);
@@ -506,6 +508,8 @@ void Hmiky::Command1_Click() {
     if (hasDirection(block)) {
         trace = traceRay(block, s.rayHeight, s.incidenceAngle);
         keepMeasurement(*trace);
+        series_.recordGivenAngle(block, s.incidenceAngle, *trace);
+        seriesChanged();
     }
     const QStringList lines{QStringLiteral("angle φ=") + fmt(s.incidenceAngle, "0.00"),
                             QStringLiteral("h=") + fmt(s.rayHeight, "0.00"), QStringLiteral("xc=") + fmt(s.xc, "0.00"),
@@ -529,11 +533,14 @@ void Hmiky::Command2_Click() {
     s.yc = 0.0;
     showValues();
     paint([this] { canvas->cls(); });
+    series_.clear();  // the typed angles start afresh
+    seriesChanged();
 }
 
 void Hmiky::Command3_Click() {
     hide();
     hideIfCreated<Errors>();
+    hideIfCreated<ListOfData>();
     showScreen(form<Diathlasimeleti>());
 }
 
@@ -550,6 +557,8 @@ void Hmiky::Command4_Click() {
     }
     const RaysSeries series = runIncidenceSeries(block, s.rayHeight);
     for (const SeriesRay& ray : series.rays) keepMeasurement(ray.trace);
+    series_.recordSweep(block, series);
+    seriesChanged();
     const QStringList lines{QStringLiteral("ANGLE φ=") + fmt(s.angleWithY, "0.00"),
                             QStringLiteral("MEAN VALUE OF INDEX Μέσος όρος δείκτη διάθλασης"),
                             series.meanIndex ? fmt(*series.meanIndex, "0.0000")
@@ -564,6 +573,16 @@ void Hmiky::Command4_Click() {
 }
 
 void Hmiky::cmdend_Click() { endProgram(0); }
+
+void Hmiky::listOfData_Click() {
+    ListOfData& list = form<ListOfData>();
+    list.showSeries(series_);
+    showScreen(list);
+}
+
+void Hmiky::seriesChanged() {
+    if (Forms::instance().exists<ListOfData>()) form<ListOfData>().showSeries(series_);
+}
 
 void Hmiky::moredens_Click() {
     moredens->setChecked(true);

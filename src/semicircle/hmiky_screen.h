@@ -15,6 +15,10 @@
 #include "canvas/caption_button.h"
 #include "semicircle/bench_experiments.h"
 #include "semicircle/bench_random.h"
+#include "semicircle/bench_series.h"
+// The list of data belongs with the bench: whatever hides the bench can
+// hide the list too.
+#include "semicircle/list_of_data_screen.h"
 
 // "hmiky": the simulated laboratory bench. A semicircular glass block on a
 // square drawing area (x and y from −200 to 200, y up, origin in the middle),
@@ -34,6 +38,7 @@ public:
     CaptionButton* Command3;  // BACK
     CaptionButton* Command4;  // RAYS FOR incidence = 0° to 90°
     CaptionButton* cmdend;    // END
+    CaptionButton* listOfData;  // LIST OF DATA: opens List_of_Data
 
     // Control units: HScroll1 in bench units, xcoor/ycoor in fifths of a
     // unit, angle in tenths of a degree, hvalue and Indexn in tenths.
@@ -92,6 +97,7 @@ public:
     void Command3_Click();
     void Command4_Click();
     void cmdend_Click();
+    void listOfData_Click();
     void moredens_Click();
     void Raref_Click();
     void Paral_Click();
@@ -136,8 +142,13 @@ private:
     static bool hasDirection(const Block& block) { return block.direction == 1 || block.direction == 2; }
     static void keepMeasurement(const RayTrace& trace);
     void parallelBeam(bool fromTheRight);
+    // Brings the list of data up to date, if the pupil ever opened it.
+    void seriesChanged();
 
     QActionGroup* directionGroup_;
     std::function<void()> picture_;
     BenchRandom random_;
+    // The last series: RAYS FOR incidence = 0° to 90°, or the angles given
+    // one by one since the last erase.
+    BenchSeries series_;
 };
