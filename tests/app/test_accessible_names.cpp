@@ -16,6 +16,7 @@
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
 #include "models/interpretation_openers.h"
+#include "semicircle/hmiky_screen.h"
 #include "test_support.h"
 
 namespace {
@@ -25,9 +26,9 @@ QString describe(const QWidget* w) {
                                                 w->window()->objectName());
 }
 
-bool insideScrollArea(const QWidget* w) {
+bool inside(const QWidget* w, const char* className) {
     for (const QWidget* p = w->parentWidget(); p; p = p->parentWidget())
-        if (p->inherits("QAbstractScrollArea")) return true;
+        if (p->inherits(className)) return true;
     return false;
 }
 
@@ -46,6 +47,8 @@ private slots:
         Main();
         Diathlasimeleti& menu = form<Diathlasimeleti>();
         menu.Command1_Click();
+        form<Hmiky>().Command4_Click();
+        form<Hmiky>().listOfData_Click();
         menu.Command4_Click();
         menu.Command2_Click();
         form<Inpdat>().Ptolemy_Click();
@@ -65,8 +68,11 @@ private slots:
                                      qobject_cast<QLineEdit*>(w) || qobject_cast<QTextEdit*>(w) ||
                                      qobject_cast<Canvas*>(w) ||
                                      (qobject_cast<QAbstractItemView*>(w) && !w->parentWidget()->inherits("QComboBox"));
-                if (!control || (w->inherits("QScrollBar") && insideScrollArea(w)))
-                    continue;  // the scroll bars of a list or a text box belong to it
+                // The scroll bars of a list or a text box, the headers of a
+                // table: parts of a control that is itself checked.
+                if (!control || (w->inherits("QScrollBar") && inside(w, "QAbstractScrollArea")) ||
+                    inside(w, "QAbstractItemView"))
+                    continue;
                 if (w->objectName().startsWith(QLatin1String("qt_"))) continue;  // Qt's own parts
                 ++controls;
                 QAccessibleInterface* a = QAccessible::queryAccessibleInterface(w);
