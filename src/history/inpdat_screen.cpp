@@ -133,13 +133,15 @@ void Inpdat::buildControls() {
     fileView->setObjectName(QStringLiteral("fileView"));
     fileView->setAccessibleName(QStringLiteral("Stored set-up of the bench  Αποθηκευμένη διάταξη του πάγκου"));
     fileView->setMinimumHeight(90);
+    fileView->setMaximumHeight(150);  // a few lines of the stored set-up
     fileView->setFontName(QStringLiteral("Arial Greek"));
 
     auto* layout = new QVBoxLayout(central);
     layout->addLayout(grid);
     layout->addWidget(Label3);
     layout->addLayout(buttons);
-    layout->addWidget(fileView, 1);
+    layout->addWidget(fileView);
+    layout->addStretch(1);
 
     connect(Command1, &QPushButton::clicked, this, &Inpdat::Command1_Click);
     connect(Command2, &QPushButton::clicked, this, &Inpdat::Command2_Click);
