@@ -26,7 +26,12 @@ QString figureTitle(const Canvas& canvas) {
 
 QImage figureImage(const Canvas& canvas, double scale) {
     const QSize logical = canvas.size().expandedTo(QSize(1, 1));
-    const double s = std::isfinite(scale) ? std::clamp(scale, 0.1, 8.0) : 2.0;
+    double s = std::isfinite(scale) ? std::clamp(scale, 0.1, 8.0) : 2.0;
+    // A window as large as a 4K screen at twice its size would be a
+    // 48-megapixel PNG, seconds of encoding and hundreds of megabytes: the
+    // long side stays within what any screen or printer can use.
+    constexpr double kLongestSide = 4096.0;
+    s = std::min(s, kLongestSide / std::max(logical.width(), logical.height()));
     QImage image(QSize(static_cast<int>(std::lround(logical.width() * s)), static_cast<int>(std::lround(logical.height() * s))),
                  QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(s);

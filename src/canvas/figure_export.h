@@ -12,7 +12,8 @@ class QPrinter;
 // the focus. All of it replays what the canvas recorded; nothing is a
 // screenshot.
 
-// The figure as an image `scale` times the canvas's logical size.
+// The figure as an image `scale` times the canvas's logical size, its long
+// side at most 4096 pixels.
 QImage figureImage(const Canvas& canvas, double scale = 2.0);
 // The figure as an SVG document.
 QByteArray figureSvg(const Canvas& canvas, const QString& title);

@@ -55,6 +55,17 @@ private slots:
         QCOMPARE(image.pixelColor(700, 500), QColor(Qt::white));
     }
 
+    // A window as large as a 4K screen does not become a 48-megapixel
+    // image: the long side is capped, the proportions kept.
+    void hugeCanvasPngIsCapped() {
+        Canvas c;
+        drawFigure(c);
+        c.resize(4000, 3000);
+        const QImage image = figureImage(c);
+        QCOMPARE(image.width(), 4096);
+        QCOMPARE(image.height(), 3072);
+    }
+
     // SVG keeps texts as text and lines as vector paths.
     void svgIsVector() {
         QTemporaryDir dir;
