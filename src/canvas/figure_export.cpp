@@ -84,9 +84,13 @@ QString saveFigureFile(const Canvas& canvas, const QString& path) {
     }
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) return file.errorString();
-    if (file.write(bytes) != bytes.size()) {
+    // QSaveFile buffers: a full disk shows when the buffer is flushed, and
+    // commit() does not report a failed flush, it would put an empty or cut
+    // file in place of the old one. Flush first and give up on failure.
+    if (file.write(bytes) != bytes.size() || !file.flush()) {
+        const QString reason = file.errorString();
         file.cancelWriting();
-        return file.errorString();
+        return reason;
     }
     if (!file.commit()) return file.errorString();
     return QString();

@@ -85,10 +85,13 @@ bool Inpdat::saveTableFile(const QString& path) {
     }
     const std::string text = history::writeTableFile(rows);
     // Written whole or not at all: an old file stays as it was on failure.
+    // QSaveFile's commit() does not report a failed flush of its buffer (a
+    // full disk): it would replace the old file with an empty one, so the
+    // flush is checked first.
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) ||
         file.write(text.data(), static_cast<qint64>(text.size())) != static_cast<qint64>(text.size()) ||
-        !file.commit()) {
+        !file.flush() || !file.commit()) {
         messageBox(QStringLiteral("The table could not be saved in %1 (%2); nothing was changed.  "
                                   "Ο πίνακας δεν αποθηκεύτηκε στο %1· δεν άλλαξε τίποτα.")
                        .arg(QFileInfo(path).fileName(), file.errorString()));

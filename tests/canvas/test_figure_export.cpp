@@ -7,6 +7,10 @@
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 
+#include <sys/resource.h>
+
+#include <csignal>
+
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"
 #include "canvas/fonts.h"
@@ -64,6 +68,32 @@ private slots:
         const QImage image = figureImage(c);
         QCOMPARE(image.width(), 4096);
         QCOMPARE(image.height(), 3072);
+    }
+
+    // A full disk shows only when the file's buffer is flushed, which
+    // QSaveFile's commit does not check: the old figure was replaced by an
+    // empty file and the save reported success.
+    void fullDiskKeepsTheOldFigure() {
+        QTemporaryDir dir;
+        Canvas c;
+        drawFigure(c);
+        const QString path = dir.filePath("figure.png");
+        {
+            QFile old(path);
+            QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
+        }
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit normal{};
+        ::getrlimit(RLIMIT_FSIZE, &normal);
+        rlimit full = normal;
+        full.rlim_cur = 0;
+        ::setrlimit(RLIMIT_FSIZE, &full);
+        const QString error = saveFigureFile(c, path);
+        ::setrlimit(RLIMIT_FSIZE, &normal);
+        QVERIFY(!error.isEmpty());
+        QFile back(path);
+        QVERIFY(back.open(QIODevice::ReadOnly) && back.readAll() == "old");
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
     }
 
     // SVG keeps texts as text and lines as vector paths.

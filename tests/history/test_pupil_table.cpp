@@ -4,6 +4,10 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <sys/resource.h>
+
+#include <csignal>
+
 #include "app/forms.h"
 #include "app/main_menu.h"
 #include "canvas/fonts.h"
@@ -132,6 +136,32 @@ private slots:
         QFile::setPermissions(locked, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
         // A name that cannot be a file at all fails whatever the user.
         QVERIFY(!d.saveTableFile(dir.filePath("no/such/folder/t.csv")));
+    }
+
+    // A full disk shows only when the written text is flushed, which the
+    // save's commit does not check: the old table was replaced by an empty
+    // file and the pupil told nothing.
+    void fullDiskKeepsTheOldTable() {
+        ScreenTestScope scope;
+        QTemporaryDir dir;
+        form<Diathlasimeleti>().Command2_Click();
+        Inpdat& d = form<Inpdat>();
+        d.Text1[0]->setText("10");
+        d.Refr[0]->setText("6.5");
+        const QString path = dir.filePath("old.csv");
+        QVERIFY(writeAll(path, "incidence,refraction\n1,1\n"));
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit normal{};
+        ::getrlimit(RLIMIT_FSIZE, &normal);
+        rlimit full = normal;
+        full.rlim_cur = 0;
+        ::setrlimit(RLIMIT_FSIZE, &full);
+        const bool saved = d.saveTableFile(path);
+        ::setrlimit(RLIMIT_FSIZE, &normal);
+        QVERIFY(!saved);
+        QCOMPARE(readAll(path), QByteArray("incidence,refraction\n1,1\n"));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+        QVERIFY(scope.dialogs().messages.last().contains("δεν άλλαξε τίποτα"));
     }
 };
 

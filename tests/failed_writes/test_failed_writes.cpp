@@ -1,0 +1,224 @@
+// Every file the pupil writes — the bench's measurement file, the data
+// screen's table, a figure as PNG or SVG — fails the same way whatever goes
+// wrong: the old file stays byte for byte, nothing else appears in its
+// folder, and the pupil is told why in English and Greek.
+//
+// The failures: a full disk and a write stopped half way (a file-size limit
+// on the process: the temporary grows to the limit, then writing fails, as
+// on a full disk), the name taken by a folder, a folder that does not exist
+// or whose "folder" is a file, and a read-only folder. The superuser writes
+// into read-only folders, so when the tests run as root that row proves
+// nothing and is left out; the others fail for root as for anyone.
+#include <QtTest>
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <functional>
+
+#include "app/forms.h"
+#include "app/main_menu.h"
+#include "canvas/canvas.h"
+#include "canvas/figure_export.h"
+#include "canvas/fonts.h"
+#include "history/inpdat_screen.h"
+#include "semicircle/hmiky_screen.h"
+#include "semicircle/measurement_file.h"
+#include "test_support.h"
+
+namespace {
+
+const QByteArray kOld("old file\n");
+
+QByteArray readAll(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+bool writeAll(const QString& path, const QByteArray& bytes) {
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
+}
+
+bool bilingual(const QString& text) {
+    bool latin = false, greek = false;
+    for (const QChar c : text) {
+        latin = latin || (c >= QLatin1Char('a') && c <= QLatin1Char('z'));
+        greek = greek || (c.unicode() >= 0x0370 && c.unicode() <= 0x03FF);
+    }
+    return latin && greek;
+}
+
+// While alive, no file of this process may grow beyond `bytes`: writing
+// past it fails (EFBIG) as it would on a full disk.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &normal_);
+        rlimit limited = normal_;
+        limited.rlim_cur = bytes;
+        ::setrlimit(RLIMIT_FSIZE, &limited);
+    }
+    ~FileSizeLimit() { ::setrlimit(RLIMIT_FSIZE, &normal_); }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit normal_{};
+};
+
+// One of the program's writers, as the pupil starts it: `save(path)` writes
+// the file the pupil chose (the measurement file is always "fylaxi" in the
+// current folder, so `path` must be named so).
+struct Writer {
+    QString name;
+    QString fileName;
+    std::function<void(const QString& path)> save;
+};
+
+}  // namespace
+
+class TestFailedWrites : public QObject {
+    Q_OBJECT
+    std::unique_ptr<ScreenTestScope> scope_;
+    Canvas* figure_ = nullptr;
+
+    std::vector<Writer> writers() {
+        std::vector<Writer> list;
+        list.push_back({QStringLiteral("measurement file"), QString::fromLatin1(kMeasurementFileName),
+                        [](const QString& path) {
+                            const QString previous = QDir::currentPath();
+                            QDir::setCurrent(QFileInfo(path).absolutePath());
+                            form<Hmiky>().fylaxe_Click();
+                            QDir::setCurrent(previous);
+                        }});
+        list.push_back({QStringLiteral("table"), QStringLiteral("table.csv"), [this](const QString& path) {
+                            scope_->dialogs().saveFiles = {path};
+                            form<Inpdat>().saveTable();
+                        }});
+        for (const char* suffix : {"png", "svg"})
+            list.push_back({QStringLiteral("figure ") + QLatin1String(suffix),
+                            QStringLiteral("figure.") + QLatin1String(suffix), [this](const QString& path) {
+                                scope_->dialogs().saveFiles = {path};
+                                saveFigureInteractive(*figure_);
+                            }});
+        return list;
+    }
+
+    QString lastMessage() const {
+        const QStringList& m = scope_->dialogs().messages;
+        return m.isEmpty() ? QString() : m.last();
+    }
+
+private slots:
+    void initTestCase() { installFontSubstitutions(); }
+
+    void init() {
+        scope_ = std::make_unique<ScreenTestScope>();
+        form<Diathlasimeleti>().Command1_Click();  // the bench, ready to write its series
+        form<Diathlasimeleti>().Command2_Click();
+        Inpdat& data = form<Inpdat>();
+        data.Text1[0]->setText(QStringLiteral("10"));
+        data.Refr[0]->setText(QStringLiteral("6.5"));
+        data.Text1[1]->setText(QStringLiteral("20"));
+        data.Refr[1]->setText(QStringLiteral("13"));
+        figure_ = new Canvas;
+        figure_->resize(300, 200);
+        figure_->scale(0, 0, 10, 10);
+        figure_->line(0, 0, 10, 10, QColor(255, 0, 0));
+        figure_->print(QStringLiteral("n = 1.5"));
+    }
+    void cleanup() {
+        delete figure_;
+        scope_.reset();
+    }
+
+    // Each writer works at all, so that a refusal below is the failure's.
+    void everyWriterWrites() {
+        for (const Writer& w : writers()) {
+            QTemporaryDir dir;
+            const QString path = dir.filePath(w.fileName);
+            QVERIFY(writeAll(path, kOld));
+            w.save(path);
+            QVERIFY2(readAll(path) != kOld && !readAll(path).isEmpty(), qPrintable(w.name));
+            QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+        }
+    }
+
+    // A full disk, and one that fills half way through the new contents.
+    void fullDiskAndHalfWay() {
+        for (const Writer& w : writers()) {
+            QTemporaryDir sized;
+            w.save(sized.filePath(w.fileName));
+            const qint64 size = QFileInfo(sized.filePath(w.fileName)).size();
+            QVERIFY2(size > 2 * kOld.size(), qPrintable(w.name));
+            for (const rlim_t limit : {rlim_t(0), static_cast<rlim_t>(size / 2)}) {
+                QTemporaryDir dir;
+                const QString path = dir.filePath(w.fileName);
+                QVERIFY(writeAll(path, kOld));
+                const qsizetype messages = scope_->dialogs().messages.size();
+                {
+                    FileSizeLimit full(limit);
+                    w.save(path);
+                }
+                const QString what = w.name + QStringLiteral(", limit ") + QString::number(limit);
+                QVERIFY2(readAll(path) == kOld, qPrintable(what));
+                QVERIFY2(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size() == 1,
+                         qPrintable(what + QStringLiteral(": a temporary was left behind")));
+                QVERIFY2(scope_->dialogs().messages.size() == messages + 1 && bilingual(lastMessage()),
+                         qPrintable(what + QStringLiteral(": ") + lastMessage()));
+            }
+        }
+    }
+
+    // The name taken by a folder; a read-only folder (not for root).
+    void nameTakenOrFolderReadOnly() {
+        for (const Writer& w : writers()) {
+            QTemporaryDir dir;
+            const QString path = dir.filePath(w.fileName);
+            QVERIFY(QDir(dir.path()).mkdir(w.fileName));
+            w.save(path);
+            QVERIFY2(QFileInfo(path).isDir() && QDir(path).isEmpty(), qPrintable(w.name));
+            QCOMPARE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 1);
+            QVERIFY2(bilingual(lastMessage()), qPrintable(w.name + QStringLiteral(": ") + lastMessage()));
+
+            QTemporaryDir locked;
+            const QString old = locked.filePath(w.fileName);
+            QVERIFY(writeAll(old, kOld));
+            QFile::setPermissions(locked.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+            if (::access(qPrintable(locked.path()), W_OK) != 0) {
+                const qsizetype messages = scope_->dialogs().messages.size();
+                w.save(old);
+                QVERIFY2(readAll(old) == kOld, qPrintable(w.name));
+                QCOMPARE(QDir(locked.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 1);
+                QVERIFY2(scope_->dialogs().messages.size() == messages + 1 && bilingual(lastMessage()),
+                         qPrintable(w.name));
+            }
+            QFile::setPermissions(locked.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        }
+    }
+
+    // Chosen in a file dialog: a folder that is gone, or a "folder" that is
+    // a file. The measurement file's place is fixed, so it is not asked.
+    void impossibleFolders() {
+        for (const Writer& w : writers()) {
+            if (w.fileName == QLatin1String(kMeasurementFileName)) continue;
+            QTemporaryDir dir;
+            QVERIFY(writeAll(dir.filePath("plain"), kOld));
+            for (const QString& path : {dir.filePath("gone/" + w.fileName), dir.filePath("plain/" + w.fileName)}) {
+                const qsizetype messages = scope_->dialogs().messages.size();
+                w.save(path);
+                QVERIFY2(scope_->dialogs().messages.size() == messages + 1 && bilingual(lastMessage()),
+                         qPrintable(path));
+            }
+            QCOMPARE(readAll(dir.filePath("plain")), kOld);
+            QCOMPARE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                     QStringList{QStringLiteral("plain")});
+        }
+    }
+};
+
+QTEST_MAIN(TestFailedWrites)
+#include "test_failed_writes.moc"
