@@ -602,10 +602,16 @@ void Canvas::renderFigure(QPainter& painter) const {
 
 // --------------------------------------------------------------- events ---
 
-void Canvas::paintEvent(QPaintEvent*) {
+void Canvas::paintEvent(QPaintEvent* event) {
     syncImage();  // a new size or another screen's pixel ratio: redraw sharply first
     QPainter painter(this);
-    painter.drawImage(QPointF(0, 0), image_);
+    // The image is opaque: copy the asked-for rectangle without blending,
+    // which is what an animation over the drawing repaints on every tick.
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    const QRect area = event->rect().intersected(rect());
+    const qreal dpr = image_.devicePixelRatio();
+    const QRectF source(QPointF(area.topLeft()) * dpr, QSizeF(area.size()) * dpr);
+    painter.drawImage(QRectF(area), image_, source);
 }
 
 void Canvas::resizeEvent(QResizeEvent*) {

@@ -132,8 +132,14 @@ void MovingLayer::paintEvent(QPaintEvent* event) {
     for (const auto& l : layers_)
         for (const Stroke& s : l) {
             QPen pen(s.colour, s.width);
-            pen.setCapStyle(Qt::RoundCap);
+            pen.setCapStyle(s.smooth ? Qt::RoundCap : Qt::FlatCap);
+            p.setRenderHint(QPainter::Antialiasing, s.smooth);
             p.setPen(pen);
-            p.drawLines(s.lines.data(), static_cast<int>(s.lines.size()));
+            // Only the lines that cross the repainted rectangle: a pulse
+            // moving along a ray repaints a small patch among many fronts.
+            const double pad = s.width / 2.0 + 2.0;
+            for (const QLineF& line : s.lines)
+                if (QRectF(line.p1(), line.p2()).normalized().adjusted(-pad, -pad, pad, pad).intersects(event->rect()))
+                    p.drawLine(line);
         }
 }

@@ -74,6 +74,7 @@ public:
         std::vector<QLineF> lines;  // widget coordinates
         QColor colour;
         double width = 1.0;
+        bool smooth = true;  // antialiased; many long lines draw several times faster without
     };
     static constexpr int kLayers = 3;
 

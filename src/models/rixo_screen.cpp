@@ -286,6 +286,7 @@ void Rixo::updateFronts() {
         MovingLayer::Stroke s;
         s.colour = colour;
         s.width = 2.0;
+        s.smooth = false;  // a whole field of fronts every tick: the sharp pen keeps it cheap
         s.lines.reserve(segments.size());
         for (const kymatiko::Segment& seg : segments) s.lines.emplace_back(toWidget(seg.a), toWidget(seg.b));
         return s;

@@ -238,6 +238,22 @@ private slots:
         QVERIFY(ink(c.image(), QRect(0, 52, 70, 70)).bounds.height() <= text.height() / 2 + 2);
     }
 
+    void aPartOfTheAreaRepaintsFromTheSamePlaceOfTheImage() {
+        Canvas& c = *bench;
+        c.filledBox(-200, 200, 0, 0, kRed);  // top-left quarter
+        c.filledCircle(100, -100, 30, kBlue);
+        c.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&c));
+        // A repaint of one patch (what an animation over the drawing asks
+        // for) shows the image's pixels of that patch, not of its corner.
+        for (const QRect patch : {QRect(150, 150, 100, 100), QRect(270, 270, 60, 60), QRect(0, 0, 400, 400)}) {
+            const QImage shown = c.grab(patch).toImage();
+            for (const QPoint p : {QPoint(0, 0), QPoint(patch.width() / 2, patch.height() / 2),
+                                   QPoint(patch.width() - 1, patch.height() - 1)})
+                QCOMPARE(shown.pixelColor(p), c.image().pixelColor(patch.topLeft() + p));
+        }
+    }
+
     void controlsAndMouseInUserUnits() {
         Canvas& c = *bench;
         auto* button = new QPushButton(QStringLiteral("OK"));
