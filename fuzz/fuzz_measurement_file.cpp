@@ -1,12 +1,15 @@
 // The measurement file's readers on any bytes: the sequential reader, the
 // last-record reader, the recall reader with the position the pupil types.
 // Input: an optional first line with the typed position, then the file.
+#include <signal.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -22,10 +25,19 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// A file per fuzzing process. libFuzzer ends without running exit
+// handlers, so each run clears the files of runs that have ended.
 fs::path scratchFile() {
     std::error_code ec;
     const fs::path folder = fs::is_directory("/dev/shm", ec) ? fs::path("/dev/shm") : fs::temp_directory_path();
-    return folder / ("fylaxi-fuzz-" + std::to_string(::getpid()));
+    const std::string prefix = "fylaxi-fuzz-";
+    for (const auto& entry : fs::directory_iterator(folder, ec)) {
+        const std::string name = entry.path().filename().string();
+        if (name.rfind(prefix, 0) != 0) continue;
+        const long pid = std::strtol(name.c_str() + prefix.size(), nullptr, 10);
+        if (pid > 0 && ::kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH) fs::remove(entry.path(), ec);
+    }
+    return folder / (prefix + std::to_string(::getpid()));
 }
 
 // The 48 bytes at `offset`, zeros where the file has ended.
