@@ -19,11 +19,11 @@ KeplerModel keplerModel(const std::vector<AnglePair>& pairs) {
     std::vector<double> y{0.0};
     for (const AnglePair& p : pairs) {
         if (!(p.incidence < kKeplerLimit)) break;
-        x.push_back(p.incidence);
-        y.push_back(p.refraction);
+        x.push_back(static_cast<double>(p.incidence));
+        y.push_back(static_cast<double>(p.refraction));
     }
     model.runLength = static_cast<int>(x.size()) - 1;
-    if (const auto line = leastSquaresLine(x, y, model.runLength)) model.ratio = line->slope;
+    if (const auto line = leastSquaresLine(x, y, model.runLength)) model.ratio = static_cast<double>(line->slope);
     return model;
 }
 
