@@ -337,7 +337,6 @@ bool Rixo::pulseStep() {
 
 void Rixo::Form_Load() {
     readPanel();
-    okitis1->setChecked(false);
     Timer1->setEnabled(true);
     DrawRaysAtBoundary();
 }

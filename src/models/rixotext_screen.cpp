@@ -22,6 +22,7 @@ QScrollBar* makeBar(int minimum, int maximum, int value, int page, const char* n
     bar->setSingleStep(1);
     bar->setPageStep(page);
     bar->setFocusPolicy(Qt::StrongFocus);
+    bar->setInvertedControls(false);  // a scroll bar's keys run backwards otherwise: Right must increase
     bar->setAccessibleName(accessible);
     bar->setMinimumWidth(160);
     return bar;

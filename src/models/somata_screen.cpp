@@ -31,6 +31,7 @@ Somata::Somata() {
     fermatscr->setSingleStep(1);
     fermatscr->setPageStep(20);
     fermatscr->setFocusPolicy(Qt::StrongFocus);
+    fermatscr->setInvertedControls(false);  // Right moves the blue body right
     fermatscr->setAccessibleName(
         QStringLiteral("Blue body along the boundary  Το μπλε σώμα πάνω στη διαχωριστική επιφάνεια"));
     Label1 = new QLabel;

@@ -271,6 +271,45 @@ private slots:
         QCOMPARE(c->skippedOperations(), 0);
     }
 
+    void picturesFollowTheWindowTheControlsAndTheKeyboard() {
+        ScreenTestScope scope;
+        Screens s = openFromMenu();
+        // A wide window: a wide field, the bodies where they were in it.
+        s.somata.fermat_Click();
+        const kymatiko::Point before = s.somata.bodyCentre(Somata::Green);
+        const kymatiko::Field small = s.somata.field();
+        s.somata.resize(1000, 400);
+        QCoreApplication::processEvents();
+        const kymatiko::Field wide = s.somata.field();
+        QVERIFY(std::fabs(wide.width / wide.height - double(s.somata.canvas->width()) / s.somata.canvas->height()) < 1e-9);
+        const kymatiko::Point after = s.somata.bodyCentre(Somata::Green);
+        QVERIFY(std::fabs(after.x / wide.width - before.x / small.width) < 1e-9);
+        QVERIFY(QLineF(s.somata.fermat3->centre(), s.somata.canvas->toLogical(after.x, after.y)).length() <= 1.0);
+        // The arrow keys move the blue body along the boundary.
+        s.somata.fermatscr->setFocus();
+        s.somata.fermatscr->setValue(500);
+        const double blue = s.somata.bodyCentre(Somata::Blue).x;
+        QTest::keyClick(s.somata.fermatscr, Qt::Key_Right);
+        QVERIFY(s.somata.bodyCentre(Somata::Blue).x > blue);
+        // The corpuscles ride on their track.
+        s.somata.SOMATIDIA_Click();
+        for (int t = 0; t < 200; ++t) s.somata.Timer1_Timer();
+        const auto& track = s.somata.track().points;
+        const QPointF first = s.somata.soma[1]->centre();  // the middle stream, unshifted
+        QVERIFY(s.somata.soma[1]->isVisible());
+        const bool onTrack = std::any_of(track.begin(), track.end(), [&](const kymatiko::Point& p) {
+            return QLineF(s.somata.canvas->toLogical(p.x, p.y), first).length() < 3.0;
+        });
+        QVERIFY(onTrack);
+        // Without the reflected wave no reflected fronts move.
+        s.rixo.Timer1_Timer();
+        QVERIFY(!s.rixo.moving->layer(0)[1].lines.empty());
+        s.panel.reflected->setChecked(false);
+        s.rixo.Timer1_Timer();
+        QVERIFY(s.rixo.moving->layer(0)[1].lines.empty());
+        QVERIFY(!s.rixo.moving->layer(0)[2].lines.empty());
+    }
+
     void longAnimationsStayBoundedAndSurviveASliver() {
         ScreenTestScope scope;
         Screens s = openFromMenu();
