@@ -41,6 +41,7 @@ QScrollBar* makeScrollBar(Qt::Orientation orientation, int minimum, int maximum,
     bar->setPageStep(largeChange);
     bar->setValue(value);
     bar->setFocusPolicy(Qt::StrongFocus);  // the arrow keys move it
+    bar->setInvertedControls(false);        // Right raises the value, as the bar points
     bar->setAccessibleName(accessibleName);
     if (orientation == Qt::Horizontal) bar->setMinimumHeight(18);
     else bar->setMinimumWidth(18);

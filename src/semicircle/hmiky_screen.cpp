@@ -74,6 +74,7 @@ QScrollBar* makeScrollBar(int minimum, int maximum, int value, int single, int p
     bar->setSingleStep(single);
     bar->setPageStep(page);
     bar->setFocusPolicy(Qt::StrongFocus);  // arrow keys move the block too
+    bar->setInvertedControls(false);        // Right raises the value, as the bar points
     bar->setAccessibleName(accessible);
     bar->setMinimumHeight(18);
     return bar;

@@ -1,10 +1,12 @@
 #include <QtTest>
 
 #include <QMenuBar>
+#include <QScrollBar>
 
 #include "app/forms.h"
 #include "app/main_menu.h"
 #include "app/menu_keys.h"
+#include "apparatus/apparatus_openers.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
 #include "test_support.h"
@@ -18,6 +20,27 @@ private slots:
         const QList<QChar> letters = menuLetters(
             {"MODELS", "HISTORICAL DATA", "HISTORY NOTES", "FILE  Αρχείο", "INSTRUMENTS  Όργανα", "Ωμέγα", "M"});
         QCOMPARE(letters, (QList<QChar>{'M', 'H', 'I', 'F', 'N', QChar('\0'), QChar('\0')}));
+    }
+
+    // The arrow keys move every scroll bar the way it points.
+    void arrowKeysFollowTheBars() {
+        ScreenTestScope scope;
+        form<Diathlasimeleti>().Command1_Click();
+        openPtolemyInstrument();
+        int bars = 0;
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            if (!top->isVisible()) continue;
+            for (QScrollBar* bar : top->findChildren<QScrollBar*>()) {
+                if (bar->parentWidget() && bar->parentWidget()->inherits("QAbstractScrollArea")) continue;
+                if (bar->objectName().startsWith(QLatin1String("qt_"))) continue;
+                bar->setValue((bar->minimum() + bar->maximum()) / 2);
+                const int before = bar->value();
+                QTest::keyClick(bar, bar->orientation() == Qt::Horizontal ? Qt::Key_Right : Qt::Key_Down);
+                QVERIFY2(bar->value() > before, qPrintable(bar->objectName()));
+                ++bars;
+            }
+        }
+        QVERIFY(bars >= 6);
     }
 
     // Alt and the letter opens the menu on the data screen; captions stay
