@@ -2,6 +2,7 @@
 // Snell's law over Newton's glass table, each against a bare clearing of
 // the two graph canvases it draws on.
 #include <benchmark/benchmark.h>
+#include "screen_bench_main.h"
 
 #include <QApplication>
 
@@ -73,18 +74,4 @@ BENCHMARK(BM_BareClsOfBothGraphs)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    installFontSubstitutions();
-    setDialogs(std::make_unique<AnswerIndex>());
-    setProgramEnder([](int) {});
-    module1().pi = 4.0 * std::atan(1.0);
-
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    Forms::instance().destroyAll();
-    return 0;
-}
+int main(int argc, char** argv) { return runScreenBenchmarks(argc, argv, std::make_unique<AnswerIndex>()); }

@@ -2,6 +2,7 @@
 // of the bench against a bare clearing of the same canvas, the all-random
 // experiment, and the mean-error graph.
 #include <benchmark/benchmark.h>
+#include "screen_bench_main.h"
 
 #include <QApplication>
 
@@ -83,18 +84,4 @@ BENCHMARK(BM_MeanErrorScreen)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    installFontSubstitutions();
-    setDialogs(std::make_unique<SilentDialogs>());
-    setProgramEnder([](int) {});
-    module1().pi = 4.0 * std::atan(1.0);
-
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    Forms::instance().destroyAll();
-    return 0;
-}
+int main(int argc, char** argv) { return runScreenBenchmarks(argc, argv, std::make_unique<SilentDialogs>()); }

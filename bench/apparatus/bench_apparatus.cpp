@@ -2,6 +2,7 @@
 // control, each against a bare clearing of the same canvas (the counter
 // "x_cls" is the ratio), and the critical-angle guard from 88°.
 #include <benchmark/benchmark.h>
+#include "../screen_bench_main.h"
 
 #include <QApplication>
 
@@ -129,18 +130,4 @@ BENCHMARK(BM_PtolemyFittingOtherStart)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    installFontSubstitutions();
-    setDialogs(std::make_unique<ScriptedAnswer>());
-    setProgramEnder([](int) {});
-    module1().pi = 4.0 * std::atan(1.0);
-
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    Forms::instance().destroyAll();
-    return 0;
-}
+int main(int argc, char** argv) { return runScreenBenchmarks(argc, argv, std::make_unique<ScriptedAnswer>()); }

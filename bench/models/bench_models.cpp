@@ -5,6 +5,7 @@
 // ten seconds of all four animations running together, and the resident
 // memory before and after ten minutes' worth of ticks (60,000 ticks of 10 ms).
 #include <benchmark/benchmark.h>
+#include "../screen_bench_main.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -230,18 +231,4 @@ BENCHMARK(BM_TenMinutesOfTicksMemory)->Unit(benchmark::kMillisecond)->Iterations
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    installFontSubstitutions();
-    setDialogs(std::make_unique<SilentDialogs>());
-    setProgramEnder([](int) {});
-    module1().pi = 4.0 * std::atan(1.0);
-
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    Forms::instance().destroyAll();
-    return 0;
-}
+int main(int argc, char** argv) { return runScreenBenchmarks(argc, argv, std::make_unique<SilentDialogs>()); }

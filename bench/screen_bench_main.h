@@ -1,0 +1,32 @@
+#pragma once
+// The set-up every screen benchmark shares: an offscreen application with
+// the program's fonts, dialogs answered by the given provider, no program
+// end, then Google Benchmark, then the screens given back.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+
+#include <cmath>
+#include <memory>
+
+#include "app/dialogs.h"
+#include "app/forms.h"
+#include "app/program_exit.h"
+#include "app/shared_state.h"
+#include "canvas/fonts.h"
+
+inline int runScreenBenchmarks(int argc, char** argv, std::unique_ptr<DialogProvider> answers) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    installFontSubstitutions();
+    setDialogs(std::move(answers));
+    setProgramEnder([](int) {});
+    module1().pi = 4.0 * std::atan(1.0);
+
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    Forms::instance().destroyAll();
+    return 0;
+}
