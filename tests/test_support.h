@@ -44,7 +44,12 @@ public:
         return true;
     }
     QString openFileName(const QString&, const QString&) override { return next(openFiles); }
-    QString saveFileName(const QString&, const QString&, const QString&) override { return next(saveFiles); }
+    // The names the save dialogs were offered (in the folder they start in).
+    QStringList saveSuggestions;
+    QString saveFileName(const QString&, const QString&, const QString& suggested) override {
+        saveSuggestions.append(suggested);
+        return next(saveFiles);
+    }
 
 private:
     static QString next(std::deque<QString>& queue) {

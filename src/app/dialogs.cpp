@@ -1,6 +1,9 @@
 #include "app/dialogs.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -31,7 +34,7 @@ QString WidgetDialogs::input(const QString& prompt, const QString& title, const 
 }
 
 QString WidgetDialogs::openFileName(const QString& caption, const QString& filter) {
-    return QFileDialog::getOpenFileName(QApplication::activeWindow(), caption, QString(), filter);
+    return QFileDialog::getOpenFileName(QApplication::activeWindow(), caption, dialogFolders().startFolder(), filter);
 }
 
 QString WidgetDialogs::saveFileName(const QString& caption, const QString& filter, const QString& suggested) {
@@ -41,6 +44,35 @@ QString WidgetDialogs::saveFileName(const QString& caption, const QString& filte
 bool WidgetDialogs::choosePrinter(QPrinter& printer) {
     QPrintDialog dialog(&printer, QApplication::activeWindow());
     return dialog.exec() == QDialog::Accepted;
+}
+
+DialogFolders::DialogFolders(QString first) : first_(std::move(first)) {}
+
+QString DialogFolders::documentsOrHome() {
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    if (!documents.isEmpty() && QFileInfo(documents).isDir()) return documents;
+    return QDir::homePath();
+}
+
+QString DialogFolders::startFolder() const {
+    if (!last_.isEmpty() && QFileInfo(last_).isDir()) return last_;
+    return first_;
+}
+
+QString DialogFolders::startFor(const QString& suggested) const {
+    if (suggested.isEmpty()) return startFolder();
+    if (suggested.contains(QLatin1Char('/')) || QDir::isAbsolutePath(suggested)) return suggested;
+    return QDir(startFolder()).filePath(suggested);
+}
+
+QString DialogFolders::remember(const QString& chosen) {
+    if (!chosen.isEmpty()) last_ = QFileInfo(chosen).absolutePath();
+    return chosen;
+}
+
+DialogFolders& dialogFolders() {
+    static DialogFolders folders;
+    return folders;
 }
 
 DialogProvider& dialogs() { return *current(); }

@@ -45,16 +45,37 @@ public:
     bool choosePrinter(QPrinter& printer) override;
 };
 
+// Where the file dialogs start: the user's Documents folder (the home
+// folder when there is none) the first time, and afterwards the folder of
+// the last file chosen in this run, as long as it still exists.
+class DialogFolders {
+public:
+    explicit DialogFolders(QString first = documentsOrHome());
+    QString startFolder() const;
+    // A save dialog's starting name: a bare suggested file name is put in
+    // the start folder; a suggestion that names its folder is kept.
+    QString startFor(const QString& suggested) const;
+    // Remembers the folder of a chosen file (nothing on Cancel's empty
+    // name) and gives the name back.
+    QString remember(const QString& chosen);
+    static QString documentsOrHome();
+
+private:
+    QString first_;
+    QString last_;
+};
+DialogFolders& dialogFolders();
+
 DialogProvider& dialogs();
 // Installs another provider (tests); returns the one it replaces.
 std::unique_ptr<DialogProvider> setDialogs(std::unique_ptr<DialogProvider> provider);
 
 inline void messageBox(const QString& text, const QString& title = QString()) { dialogs().message(text, title); }
 inline QString openFileDialog(const QString& caption, const QString& filter) {
-    return dialogs().openFileName(caption, filter);
+    return dialogFolders().remember(dialogs().openFileName(caption, filter));
 }
 inline QString saveFileDialog(const QString& caption, const QString& filter, const QString& suggested = QString()) {
-    return dialogs().saveFileName(caption, filter, suggested);
+    return dialogFolders().remember(dialogs().saveFileName(caption, filter, dialogFolders().startFor(suggested)));
 }
 inline bool choosePrinterDialog(QPrinter& printer) { return dialogs().choosePrinter(printer); }
 inline QString inputBox(const QString& prompt, const QString& title = QString(), const QString& initial = QString()) {
