@@ -1,6 +1,8 @@
 // Every number the pupil types (input boxes, grid cells, position numbers)
 // goes through parseTypedNumber: it gives a finite number only for a plain
-// decimal text, and then the very number the C library reads from it.
+// decimal text (its decimal mark a point or a comma), and then the very
+// number the C library reads from it with the mark as a point.
+#include <algorithm>
 #include <cerrno>
 #include <cctype>
 #include <clocale>
@@ -18,8 +20,8 @@ namespace {
 bool blank(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 bool digit(char c) { return c >= '0' && c <= '9'; }
 
-// [sign] digits [. digits] [e [sign] digits], at least one mantissa digit,
-// between optional blanks.
+// [sign] digits [mark digits] [e [sign] digits], the mark '.' or ',', at
+// least one mantissa digit, between optional blanks.
 bool plainDecimal(std::string_view s) {
     while (!s.empty() && blank(s.front())) s.remove_prefix(1);
     while (!s.empty() && blank(s.back())) s.remove_suffix(1);
@@ -27,7 +29,7 @@ bool plainDecimal(std::string_view s) {
     if (i < s.size() && (s[i] == '+' || s[i] == '-')) ++i;
     std::size_t mantissaDigits = 0;
     while (i < s.size() && digit(s[i])) ++i, ++mantissaDigits;
-    if (i < s.size() && s[i] == '.') {
+    if (i < s.size() && (s[i] == '.' || s[i] == ',')) {
         ++i;
         while (i < s.size() && digit(s[i])) ++i, ++mantissaDigits;
     }
@@ -56,7 +58,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         // strtod in the "C" locale reads the same grammar (and more).
         errno = 0;
         char* end = nullptr;
-        const double expected = std::strtod(text.c_str(), &end);
+        std::string withPoint = text;
+        std::replace(withPoint.begin(), withPoint.end(), ',', '.');
+        const double expected = std::strtod(withPoint.c_str(), &end);
         const bool inRange = errno == 0 && std::isfinite(expected);
         // A finite, representable number is never refused, and is read exactly.
         if (inRange) FUZZ_REQUIRE(value && *value == expected);

@@ -69,6 +69,7 @@ SineFit fitSines(const std::vector<AnglePair>& pairs, bool leavesDenserMedium) {
     x.insert(x.end(), fit.sinIncidence.begin(), fit.sinIncidence.begin() + static_cast<std::ptrdiff_t>(fitted));
     y.insert(y.end(), fit.sinRefraction.begin(), fit.sinRefraction.begin() + static_cast<std::ptrdiff_t>(fitted));
     fit.line = leastSquaresLine(x, y, fit.fittedPairs);
+    fit.statistics = fitStatistics(fit.sinIncidence, fit.sinRefraction, fit.fittedPairs);
     if (fit.line && fit.line->slope != 0.0f) {
         const double index = 1.0 / static_cast<double>(fit.line->slope);
         if (std::isfinite(index)) fit.index = index;

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "history/fit_statistics.h"
 #include "history/least_squares.h"
 
 namespace history {
@@ -53,6 +54,7 @@ struct SineFit {
     int fittedPairs = 0;
     std::optional<FittedLine> line;     // none for fewer than two distinct sin i
     std::optional<double> index;        // none when there is no line or its slope is 0
+    FitStatistics statistics;           // of the fitted pairs: u(n), r²
 };
 SineFit fitSines(const std::vector<AnglePair>& pairs, bool leavesDenserMedium);
 

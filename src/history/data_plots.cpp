@@ -13,6 +13,7 @@ constexpr double kAngleLeft = -5.0, kAngleRight = 110.0, kAngleBottom = -30.0, k
 constexpr double kSineLeft = -0.3, kSineTop = 1.2, kSineRight = 1.5, kSineBottom = -0.2;
 const QColor kBlue(0, 0, 255);
 const QColor kGreen(0, 160, 0);
+const QColor kResidual(220, 0, 0);
 constexpr double kLabelPoints = 8.0;
 constexpr double kTitlePoints = 10.0;
 
@@ -68,8 +69,21 @@ void drawAngleGraph(Canvas& c, const std::vector<history::AnglePair>& pairs, con
     c.setForeColor(Qt::black);
 }
 
-void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& style, const QString& indexText,
-                   const QString& sinIncidenceTitle, const QString& sinRefractionTitle) {
+QString fitQualityText(const history::SineFit& fit, const char* indexFormat) {
+    if (!fit.index) return {};
+    const history::FitStatistics& s = fit.statistics;
+    if (s.indexError && s.rSquared)
+        return QStringLiteral("n = ") + fmt(*fit.index, indexFormat) + QStringLiteral(" ± ") +
+               fmt(*s.indexError, indexFormat) + QStringLiteral(", r² = ") + fmt(*s.rSquared, "0.0000");
+    if (s.points == 2)
+        return QStringLiteral("n = ") + fmt(*fit.index, indexFormat) +
+               QStringLiteral(": two points, no uncertainty can be given  "
+                              "δύο σημεία, δεν ορίζεται αβεβαιότητα");
+    return {};
+}
+
+void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& style, const SineGraphTexts& texts,
+                   bool residualBars) {
     c.cls();
     c.scale(kSineLeft, kSineTop, kSineRight, kSineBottom);
     c.setForeColor(Qt::black);
@@ -112,11 +126,36 @@ void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& styl
         c.filledCircle(x, y, 0.012, style.colour);
     }
 
+    if (residualBars && fit.line) {
+        const double a = fit.line->slope;
+        const double b = fit.line->intercept;
+        const std::size_t fitted = std::min(n, static_cast<std::size_t>(std::max(fit.fittedPairs, 0)));
+        const auto e = history::residuals(fit.sinIncidence, fit.sinRefraction, static_cast<int>(fitted), a, b);
+        c.setDrawWidth(3);
+        for (std::size_t k = 0; k < e.size(); ++k) {
+            const double x = fit.sinIncidence[k];
+            if (!std::isfinite(x) || !std::isfinite(e[k])) continue;
+            c.line(x, a * x + b, x, a * x + b + kResidualMagnification * e[k], kResidual);
+        }
+        c.setDrawWidth(1);
+        c.setForeColor(kResidual);
+        printFitted(c, 1.12, 0.45, QStringLiteral("residuals ×10  υπόλοιπα ×10"), 0.37, kLabelPoints);
+    }
+
     c.setFontBold(true);
     c.setForeColor(Qt::black);
-    printFitted(c, 0.05, 1.19, indexText, 1.4, kTitlePoints + 1.0);
-    printFitted(c, 0.02, 1.12, sinRefractionTitle, 0.9, kTitlePoints);
-    printFitted(c, 0.55, -0.09, sinIncidenceTitle, 0.9, kTitlePoints);
+    printFitted(c, 0.05, 1.19, texts.index, 1.4, kTitlePoints + 1.0);
+    // The fit's quality, and the sine title under it, each a line lower.
+    double next = 1.12;
+    if (!texts.fitQuality.isEmpty()) {
+        const double below = 1.19 - c.textHeight();
+        c.setFontBold(false);
+        printFitted(c, 0.05, below, texts.fitQuality, 1.4, kTitlePoints);
+        c.setFontBold(true);
+        next = std::min(next, below - c.textHeight() * 1.15);
+    }
+    printFitted(c, 0.02, next, texts.sinRefractionTitle, 0.9, kTitlePoints);
+    printFitted(c, 0.55, -0.09, texts.sinIncidenceTitle, 0.9, kTitlePoints);
     if (!style.setLabel.isEmpty()) {
         c.setForeColor(style.colour);
         printFitted(c, 1.12, 0.6, style.setLabel, 0.37, kTitlePoints + 1.0);

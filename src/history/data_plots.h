@@ -25,12 +25,32 @@ double angleGraphTop(const std::vector<history::AnglePair>& pairs);
 void drawAngleGraph(Canvas& canvas, const std::vector<history::AnglePair>& pairs, const PlotStyle& style,
                     const QString& refractionTitle, const QString& incidenceTitle);
 
+// The texts of the sine graph.
+struct SineGraphTexts {
+    QString index;       // the index line at the top
+    QString fitQuality;  // printed under it when not empty (fitQualityText)
+    QString sinIncidenceTitle;
+    QString sinRefractionTitle;
+};
+
 // sin r against sin i: the scale (x −0.3 … 1.5, y 1.2 … −0.2), axes with
 // blue ticks to 1.1, the green line sin r = sin i for comparison, the
-// fitted line from sin i = 0 to 1, the points, the index text and the
-// axis titles. Non-finite values are left out.
-void drawSineGraph(Canvas& canvas, const history::SineFit& fit, const PlotStyle& style, const QString& indexText,
-                   const QString& sinIncidenceTitle, const QString& sinRefractionTitle);
+// fitted line from sin i = 0 to 1, the points, the index text with the
+// fit's quality under it and the axis titles. Non-finite values are left
+// out. With residualBars each fitted point's distance from the line is
+// drawn as a bar standing on the line, magnified ten times so that a
+// scatter of a few thousandths shows.
+void drawSineGraph(Canvas& canvas, const history::SineFit& fit, const PlotStyle& style, const SineGraphTexts& texts,
+                   bool residualBars = false);
+
+// How many times the residual bars are magnified.
+inline constexpr double kResidualMagnification = 10.0;
+
+// The line under the index: "n = 1.519 ± 0.012, r² = 0.9987" (the index and
+// its standard uncertainty in the given format, r² in four decimals); with
+// two fitted pairs a bilingual sentence that the uncertainty is not defined
+// instead of a number; empty when there is no index.
+QString fitQualityText(const history::SineFit& fit, const char* indexFormat);
 
 // Prints the text with its top-left corner at (x, y) in the given type
 // size, smaller if needed so that it is no wider than maxWidth user units.

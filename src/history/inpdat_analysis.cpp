@@ -23,8 +23,8 @@ QString typedRowMessage(const history::TypedRowError& e) {
     const QString columnEn = e.inRefraction ? QStringLiteral("refraction") : QStringLiteral("incidence");
     const QString columnEl = e.inRefraction ? QStringLiteral("διάθλαση") : QStringLiteral("πρόσπτωση");
     if (e.kind == history::TypedRowError::Kind::NotANumber)
-        return QStringLiteral("Row %1, %2: \"%3\" is not a number (write e.g. 30 or 19.5).  "
-                              "Γραμμή %1, %4: το \"%3\" δεν είναι αριθμός (γράψε π.χ. 30 ή 19.5).")
+        return QStringLiteral("Row %1, %2: \"%3\" is not a number (write e.g. 30, 19.5 or 19,5).  "
+                              "Γραμμή %1, %4: το \"%3\" δεν είναι αριθμός (γράψε π.χ. 30, 19.5 ή 19,5).")
             .arg(e.row)
             .arg(columnEn, typed, columnEl);
     return QStringLiteral("Row %1, %2: %3 is not an angle between -180 and 180 degrees.  "
@@ -113,14 +113,19 @@ bool Inpdat::analyse(const std::vector<AnglePair>& pairs, const AnalysisTexts& t
     // size the pupil sees.
     showGraphScreens();
     drawAngleGraph(*incref.canvas, pairs, texts.style, texts.refractionTitle, texts.incidenceTitle);
-    drawSineGraph(*analysis.canvas, fit, texts.style, texts.indexPrefix + fmt(*fit.index, texts.indexFormat),
-                  texts.sinIncidenceTitle, texts.sinRefractionTitle);
+    const SineGraphTexts sineTexts{texts.indexPrefix + fmt(*fit.index, texts.indexFormat),
+                                   fitQualityText(fit, texts.indexFormat), texts.sinIncidenceTitle,
+                                   texts.sinRefractionTitle};
+    drawSineGraph(*analysis.canvas, fit, texts.style, sineTexts, residualsItem->isChecked());
+    lastAnalysis_ = Analysed{pairs, fit, texts.style, sineTexts, sineTexts.index};
     return true;
 }
 
-void Inpdat::analysisdata() {
+void Inpdat::analysisdata() { analyseCurrentPairs(); }
+
+bool Inpdat::analyseCurrentPairs() {
     const auto pairs = currentPairs(false);
-    if (!pairs) return;
+    if (!pairs) return false;
     AnalysisTexts texts{{},
                         QStringLiteral("REFRACTION INDEX Δείκτης Διάθλασης= "),
                         "0.000",
@@ -139,7 +144,7 @@ void Inpdat::analysisdata() {
             texts.style = {QColor(255, 0, 0), QStringLiteral("Newton")};
     }
     texts.style.colour = historicalDataFlag ? texts.style.colour : drawingColour_;
-    analyse(*pairs, texts);
+    return analyse(*pairs, texts);
 }
 
 void Inpdat::Command1_Click() {
@@ -156,6 +161,16 @@ void Inpdat::Command1_Click() {
         form<Incref>().setTitle(QStringLiteral("REFRACTION ANGLE VS INCIDENCE ANGLE"));
         form<Analysis>().setTitle(QStringLiteral("SIN(REFRACTION) VS SIN(INCIDENCE)"));
     }
+}
+
+void Inpdat::residuals_Toggled() {
+    // Redrawn at once when the sine graph shows the last analysis; otherwise
+    // the choice waits for the next one.
+    Canvas& c = *form<Analysis>().canvas;
+    const bool showsSineGraph =
+        std::fabs(c.scaleLeft() + 0.3) < 1e-9 && std::fabs(c.scaleLeft() + c.scaleWidth() - 1.5) < 1e-9;
+    if (!lastAnalysis_ || !showsSineGraph || !form<Analysis>().isVisible()) return;
+    drawSineGraph(c, lastAnalysis_->fit, lastAnalysis_->style, lastAnalysis_->sineTexts, residualsItem->isChecked());
 }
 
 void Inpdat::loadTable(TableId id) {

@@ -6,7 +6,7 @@
 #include "analysis/graph_screens.h"
 #include "app/dialogs.h"
 #include "app/forms.h"
-#include "app/number_input.h"
+#include "app/index_prompt.h"
 #include "app/shared_state.h"
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"
@@ -42,31 +42,18 @@ void printAt(Canvas& c, double x, double y, const QString& text) {
 
 }  // namespace
 
-std::optional<double> Inpdat::askIndex(const QString& prompt) {
-    const QString answer = inputBox(prompt);
-    if (answer.trimmed().isEmpty()) return std::nullopt;  // Cancel
-    const auto value = parseTypedNumber(answer.toStdString());
-    if (!value) {
-        messageBox(QStringLiteral("\"%1\" is not a number: write the index like 1.5.  "
-                                  "Το \"%1\" δεν είναι αριθμός: γράψε το δείκτη όπως 1.5.")
-                       .arg(answer.left(40)));
-        return std::nullopt;
-    }
-    if (!history::usableIndex(*value)) {
-        messageBox(QStringLiteral("The index of refraction must be a positive number (for example 1.33 or 1.5).  "
-                                  "Ο δείκτης διάθλασης πρέπει να είναι θετικός αριθμός (για παράδειγμα 1.33 ή 1.5)."));
-        return std::nullopt;
-    }
-    return value;
-}
+std::optional<double> Inpdat::askIndex(const QString& prompt) { return askTypedIndex(prompt); }
 
 bool Inpdat::redrawDataIfAsked() {
-    showGraphScreens();
-    if (!svinograf->isChecked() && showsAngleGraph(*form<Incref>().canvas)) return true;
-    analysisdata();
-    // When the data cannot be fitted analysisdata leaves the graph screen as
-    // it was: a law is drawn only on the angle graph.
-    return showsAngleGraph(*form<Incref>().canvas);
+    // Without ERASE a law goes over the data already drawn, if there are any:
+    // the graph screen starts with the angle graph's scale but no data.
+    if (!svinograf->isChecked() && lastAnalysis_ && showsAngleGraph(*form<Incref>().canvas)) {
+        showGraphScreens();
+        return true;
+    }
+    // Pairs that cannot be fitted are refused with the analysis's own message
+    // before any graph screen opens: a law needs the data drawn under it.
+    return analyseCurrentPairs() && showsAngleGraph(*form<Incref>().canvas);
 }
 
 void Inpdat::Kepler_Click() {

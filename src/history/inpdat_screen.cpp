@@ -181,6 +181,11 @@ void Inpdat::buildMenus() {
     connect(pyknoareo, &QAction::triggered, this, &Inpdat::pyknoareo_Click);
     connect(toentrito1, &QAction::triggered, this, &Inpdat::toentrito1_Click);
     connect(theoretikes, &QAction::triggered, this, &Inpdat::theoretikes_Click);
+    Models->addSeparator();
+    residualsItem = addItem(Models, QStringLiteral("residuals"),
+                            QStringLiteral("RESIDUALS ON THE SINE GRAPH  Υπόλοιπα στο γράφημα ημιτόνων"));
+    residualsItem->setCheckable(true);
+    connect(residualsItem, &QAction::toggled, this, &Inpdat::residuals_Toggled);
 
     using history::TableId;
     Histoire = menuBar()->addMenu(QStringLiteral("HISTORICAL DATA"));

@@ -14,6 +14,7 @@
 #include "canvas/canvas.h"
 #include "canvas/caption_button.h"
 #include "history/data_pairs.h"
+#include "history/data_plots.h"
 #include "history/historical_tables.h"
 #include "history/history_notes.h"
 
@@ -53,6 +54,7 @@ public:
     QAction* pyknoareo;
     QAction* toentrito1;
     QAction* theoretikes;
+    QAction* residualsItem;  // residual bars on the sine graph (checkable)
 
     QMenu* Histoire;
     QAction* newt2;
@@ -118,6 +120,7 @@ public:
     void pyknoareo_Click();
     void toentrito1_Click();
     void theoretikes_Click();
+    void residuals_Toggled();
     void showNote(int noteIndex);  // one of the HISTORY NOTES items
     void empiricalFit();
     void recallSetup();            // the recall reader
@@ -127,6 +130,16 @@ public:
     // The two without the file dialog; false after a message.
     bool openTableFile(const QString& path);
     bool saveTableFile(const QString& path);
+
+    // The last analysis that was drawn: its pairs, fit and texts.
+    struct Analysed {
+        std::vector<history::AnglePair> pairs;
+        history::SineFit fit;
+        PlotStyle style;
+        SineGraphTexts sineTexts;
+        QString indexText;  // the index line as printed
+    };
+    const std::optional<Analysed>& lastAnalysis() const { return lastAnalysis_; }
 
     // The pairs of the grid as the pupil typed them (for tests and screens).
     std::vector<history::TypedRow> typedRows() const;
@@ -151,7 +164,10 @@ private:
     struct AnalysisTexts;
     bool analyse(const std::vector<history::AnglePair>& pairs, const AnalysisTexts& texts);
     void showGraphScreens();
-    // Redraws the data first when "ERASE" is ticked; false when that failed.
+    // analysisdata; false (after a message) when the pairs cannot be fitted.
+    bool analyseCurrentPairs();
+    // Redraws the data first when "ERASE" is ticked or the graph shows
+    // something else; false when that failed.
     bool redrawDataIfAsked();
     void hideAnalysisText();
     // The index the pupil types; none on Cancel or (after a message) a bad one.
@@ -159,4 +175,5 @@ private:
     void printFileLines(const QStringList& lines, const std::vector<QColor>& colours);
 
     QColor drawingColour_{Qt::black};
+    std::optional<Analysed> lastAnalysis_;
 };

@@ -58,7 +58,7 @@ TableFileError errorAt(int line, std::string english, std::string greek) {
 std::optional<std::string> angleCell(const std::string& cell, bool decimalComma) {
     std::string text = cell;
     if (decimalComma) std::replace(text.begin(), text.end(), ',', '.');
-    const auto value = parseTypedNumber(text);
+    const auto value = parsePointNumber(text);
     if (!value || std::fabs(*value) > 180.0) return std::nullopt;
     return shortestDecimal(*value);
 }

@@ -4,7 +4,7 @@
 
 #include "app/dialogs.h"
 #include "app/forms.h"
-#include "app/number_input.h"
+#include "app/index_prompt.h"
 #include "app/program_exit.h"
 #include "app/shared_state.h"
 #include "canvas/fonts.h"
@@ -56,11 +56,6 @@ Epiloges::Epiloges() {
     Form_Load();
 }
 
-QString Epiloges::badIndexMessage() {
-    return QStringLiteral("The index must be a positive number, for example 1.5.  "
-                          "Ο δείκτης πρέπει να είναι θετικός αριθμός, για παράδειγμα 1.5.");
-}
-
 double Epiloges::drawnIndex() const { return samev->isChecked() ? 1.0 : index_; }
 
 void Epiloges::writeSummary() {
@@ -86,13 +81,9 @@ void Epiloges::drawOnWaveScreen() {
 }
 
 void Epiloges::deiktisdia_Click() {
-    const QString answer = inputBox(QStringLiteral("GIVE INDEX Δώσε δείκτη"));
-    if (answer.trimmed().isEmpty()) return;  // Cancel: nothing changes
-    const std::optional<double> n = parseTypedNumber(answer.toStdString());
-    if (!n || *n <= 0.0 || *n > 100.0) {
-        messageBox(badIndexMessage());
-        return;
-    }
+    // Cancel or a refused answer: nothing changes.
+    const std::optional<double> n = askTypedIndex(QStringLiteral("GIVE INDEX Δώσε δείκτη"));
+    if (!n) return;
     index_ = *n;
     // 30°, lowered by one degree before the waves start.
     incidence_ = 30.0 - 1.0;

@@ -30,8 +30,6 @@ public:
     // The index the wave screen draws with: the typed one, or 1 with IDIA V.
     double drawnIndex() const;
 
-    static QString badIndexMessage();
-
     void Form_Load();
     void deiktisdia_Click();
     void changev_Click();

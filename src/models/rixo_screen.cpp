@@ -10,7 +10,7 @@
 #include "app/dialogs.h"
 #include "app/forms.h"
 #include "app/main_menu.h"
-#include "app/number_input.h"
+#include "app/index_prompt.h"
 #include "app/program_exit.h"
 #include "app/shared_state.h"
 #include "canvas/fonts.h"
@@ -375,13 +375,9 @@ void Rixo::aktina_Click() {
 }
 
 void Rixo::deiktis_Click() {
-    const QString answer = inputBox(QStringLiteral("GIVE INDEX Δώσε δείκτη"));
-    if (answer.trimmed().isEmpty()) return;  // Cancel: the picture stays as it was
-    const std::optional<double> n = parseTypedNumber(answer.toStdString());
-    if (!n || *n <= 0.0 || *n > 100.0) {
-        messageBox(Epiloges::badIndexMessage());
-        return;
-    }
+    // Cancel or a refused answer: the picture stays as it was.
+    const std::optional<double> n = askTypedIndex(QStringLiteral("GIVE INDEX Δώσε δείκτη"));
+    if (!n) return;
     indexFromPanel_ = false;
     index_ = *n;
     redraw();

@@ -14,6 +14,12 @@ private slots:
         QTest::newRow("plus") << "+7" << 7.0;
         QTest::newRow("exponent") << "1.5e1" << 15.0;
         QTest::newRow("leading point") << ".5" << 0.5;
+        // Greek pupils write the decimal mark as a comma.
+        QTest::newRow("comma index") << "1,5" << 1.5;
+        QTest::newRow("comma angle") << " 30,5 " << 30.5;
+        QTest::newRow("comma sign") << "-0,25" << -0.25;
+        QTest::newRow("comma exponent") << "1,5e1" << 15.0;
+        QTest::newRow("comma leading") << ",5" << 0.5;
     }
     void accepted() {
         QFETCH(QString, text);
@@ -25,13 +31,38 @@ private slots:
 
     void refused_data() {
         QTest::addColumn<QString>("text");
-        for (const char* bad : {"", "   ", "abc", "1e999", "nan", "NaN", "inf", "-inf", "1,5", "12abc", "0x10", "--1",
-                                "1-", ".", "e5", "1.2.3"})
+        for (const char* bad : {"", "   ", "abc", "1e999", "nan", "NaN", "inf", "-inf", "12abc", "0x10", "--1", "1-",
+                                ".", "e5", "1.2.3",
+                                // A comma together with a point, or two commas: which one is the decimal mark
+                                // cannot be told, so neither reading is guessed.
+                                "1,5.2", "1.5,2", "1,,5", "1,2,3", ",", "1e1,5", "1,000.5"})
             QTest::newRow(bad[0] ? bad : "empty") << QString::fromLatin1(bad);
     }
     void refused() {
         QFETCH(QString, text);
         QVERIFY(!parseTypedNumber(text.toStdString()).has_value());
+    }
+
+    // A table file separates its cells with commas: there a comma is never
+    // a decimal mark.
+    void pointOnlyReading() {
+        QCOMPARE(parsePointNumber("19.5"), std::optional<double>(19.5));
+        QVERIFY(!parsePointNumber("19,5"));
+    }
+
+    void typedIndex() {
+        using Kind = TypedIndex::Kind;
+        QCOMPARE(readTypedIndex("  ").kind, Kind::Cancelled);
+        QCOMPARE(readTypedIndex("abc").kind, Kind::NotANumber);
+        QCOMPARE(readTypedIndex("1,,5").kind, Kind::NotANumber);
+        // Outside what the screens can print as n and 1/n.
+        for (const char* far : {"0", "-1.5", "1e7", "1e-320", "0.009", "100.5"})
+            QCOMPARE(readTypedIndex(far).kind, Kind::OutOfRange);
+        for (const auto& [text, value] : {std::pair{"0,01", 0.01}, std::pair{"100", 100.0}, std::pair{"1,33", 1.33}}) {
+            const TypedIndex typed = readTypedIndex(text);
+            QCOMPARE(typed.kind, Kind::Valid);
+            QCOMPARE(typed.value, value);
+        }
     }
 };
 

@@ -87,14 +87,16 @@ private slots:
     // refraction angle is left out, and anything that is not an angle stops
     // the reading with its row and column.
     void typedRows() {
-        const TypedReading ok = readTypedPairs({{"10", "7"}, {" 20 ", ""}, {"30", "19.5"}, {"", "99"}, {"40", "25"}});
+        const TypedReading ok = readTypedPairs({{"10", "7"}, {" 20 ", ""}, {"30", "19,5"}, {"", "99"}, {"40", "25"}});
         QCOMPARE(int(ok.pairs.size()), 2);
         QCOMPARE(ok.pairs[1].incidence, 30.0f);
+        QCOMPARE(ok.pairs[1].refraction, 19.5f);  // a Greek decimal comma
         QVERIFY(!ok.error);
 
         const std::string digits400(400, '9');
         struct Bad { std::string text; TypedRowError::Kind kind; };
-        for (const Bad& bad : {Bad{"abc", TypedRowError::Kind::NotANumber}, Bad{"1,5", TypedRowError::Kind::NotANumber},
+        for (const Bad& bad : {Bad{"abc", TypedRowError::Kind::NotANumber}, Bad{"1,5.0", TypedRowError::Kind::NotANumber},
+                               Bad{"1,,5", TypedRowError::Kind::NotANumber},
                                Bad{"1e999", TypedRowError::Kind::NotANumber}, Bad{"nan", TypedRowError::Kind::NotANumber},
                                Bad{digits400, TypedRowError::Kind::NotANumber},
                                Bad{"181", TypedRowError::Kind::OutOfRange}, Bad{"-1e300", TypedRowError::Kind::OutOfRange}}) {

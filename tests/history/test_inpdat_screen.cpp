@@ -74,9 +74,11 @@ private slots:
         QCOMPARE(histoire, QStringList({"newt2", "Newt", "Alhazen2", "Alhazen", "ptolemy2", "ptolemeosprosarmogidedo",
                                         "Ptolemy", "Vitello_water", "Vitello_Glass", "klinoistoria"}));
         QStringList models;
-        for (QAction* a : d.Models->actions()) models << a->text();
+        for (QAction* a : d.Models->actions())
+            if (!a->isSeparator()) models << a->text();
         QCOMPARE(models, QStringList({"Kepler'S", "Snell law", "EMPIRICAL", "REFRACTION ANGLE=3/2 INCIDENCE ANGLE",
-                                      "REFRACTION ANGLE=2/3 INCIDENCE ANGLE", "EXPECTED"}));
+                                      "REFRACTION ANGLE=2/3 INCIDENCE ANGLE", "EXPECTED",
+                                      "RESIDUALS ON THE SINE GRAPH  Υπόλοιπα στο γράφημα ημιτόνων"}));
         QCOMPARE(d.History_notes->actions().size(), 10);
         for (QLineEdit* box : d.Text1) QVERIFY(box->accessibleName().contains("Γωνία πρόσπτωσης"));
         // INITIAL hides the screen and its graphs; END ends the program.
@@ -178,7 +180,7 @@ private slots:
 
         // Each refused: a bilingual message, pictures and index untouched.
         const std::string digits(400, '7');
-        for (const QString& bad : {QStringLiteral("abc"), QStringLiteral("1,5"), QStringLiteral("1e999"),
+        for (const QString& bad : {QStringLiteral("abc"), QStringLiteral("1,5.2"), QStringLiteral("1,,5"), QStringLiteral("1e999"),
                                    QStringLiteral("nan"), QString::fromStdString(digits)}) {
             d.Refr[1]->setText(bad);
             scope.dialogs().messages.clear();
@@ -194,6 +196,83 @@ private slots:
         d.analysisdata();
         QCOMPARE(scope.dialogs().messages.size(), 2);
         QVERIFY(pictures() == good);
+
+        // Decimal commas, as Greek pupils write them, give the same analysis
+        // as points.
+        typeRows(d, {{"10", "6.6"}, {"20", "13.2"}, {"40", "25.4"}});
+        d.Command1_Click();
+        const QStringList withPoints = form<Analysis>().canvas->printedTexts();
+        typeRows(d, {{"10", "6,6"}, {"20", "13,2"}, {"40", "25,4"}});
+        scope.dialogs().messages.clear();
+        d.Command1_Click();
+        QVERIFY(scope.dialogs().messages.isEmpty());
+        QCOMPARE(form<Analysis>().canvas->printedTexts(), withPoints);
+    }
+
+    // Under the index: its standard uncertainty and r², each table's own
+    // (the figures themselves are checked against an independent fit in
+    // test_fit_statistics); two pairs say that no uncertainty can be given.
+    // The residual bars come and go with their menu item.
+    void fitQualityAndResiduals() {
+        ScreenTestScope scope;
+        Inpdat& d = openData();
+        Canvas& sine = *form<Analysis>().canvas;
+        for (QAction* table : {d.Ptolemy, d.newt2, d.Vitello_water}) {
+            table->trigger();
+            const history::SineFit& fit = d.lastAnalysis()->fit;
+            const QString expected = QStringLiteral("n = %1 ± %2, r² = %3")
+                                         .arg(*fit.index, 0, 'f', 3)
+                                         .arg(*fit.statistics.indexError, 0, 'f', 3)
+                                         .arg(*fit.statistics.rSquared, 0, 'f', 4);
+            QVERIFY2(sine.printedTexts().contains(expected), qPrintable(expected));
+        }
+        d.Ptolemy->trigger();
+        QVERIFY(sine.printedTexts().contains(QStringLiteral("n = 1.519 ± 0.026, r² = 0.9982")));
+
+        // The pair farthest from the line: its bar, ten times as long as its
+        // distance, stands on the line.
+        const history::SineFit& fit = d.lastAnalysis()->fit;
+        const double a = static_cast<double>(fit.line->slope), b = static_cast<double>(fit.line->intercept);
+        std::size_t far = 0;
+        for (std::size_t k = 0; k < fit.sinIncidence.size(); ++k)
+            if (std::fabs(fit.sinRefraction[k] - a * fit.sinIncidence[k] - b) >
+                std::fabs(fit.sinRefraction[far] - a * fit.sinIncidence[far] - b))
+                far = k;
+        const double x = fit.sinIncidence[far];
+        const double onLine = a * x + b;
+        const double residual = fit.sinRefraction[far] - onLine;
+        QVERIFY(std::fabs(residual) > 0.003);
+        const QColor bar(220, 0, 0);
+        QVERIFY(sine.pixelAt(x, onLine + 5.0 * residual) != bar);
+        d.residualsItem->trigger();
+        QCOMPARE(sine.pixelAt(x, onLine + 5.0 * residual), bar);
+        QVERIFY(sine.printedTexts().contains(QStringLiteral("residuals ×10  υπόλοιπα ×10")));
+        d.Newt->trigger();  // kept for the next analysis
+        QVERIFY(sine.printedTexts().contains(QStringLiteral("residuals ×10  υπόλοιπα ×10")));
+        d.residualsItem->trigger();
+        QVERIFY(!sine.printedTexts().contains(QStringLiteral("residuals ×10  υπόλοιπα ×10")));
+
+        typeRows(d, {{"20", "13"}, {"40", "25"}});
+        d.Command1_Click();
+        QVERIFY(joined(sine).contains("two points, no uncertainty can be given") &&
+                joined(sine).contains("δεν ορίζεται αβεβαιότητα"));
+        QVERIFY(!joined(sine).contains("±"));
+    }
+
+    // A law chosen over a single typed pair: the pupil is told that two
+    // pairs are needed, and no empty graph screen opens.
+    void lawOverOnePair() {
+        ScreenTestScope scope;
+        Inpdat& d = openData();
+        typeRows(d, {{"30", "20"}});
+        scope.dialogs().answers = {"1.5"};
+        d.Snell_2_Click();
+        d.toentrito1_Click();
+        d.pyknoareo_Click();
+        QCOMPARE(scope.dialogs().messages.size(), 3);
+        for (const QString& m : scope.dialogs().messages)
+            QVERIFY(m.contains("two pairs") && m.contains("δύο ζεύγη"));
+        QVERIFY(!form<Analysis>().isVisible() && !form<Incref>().isVisible());
     }
 
     void lawsOverTheData() {
@@ -211,12 +290,13 @@ private slots:
         // Snell with a typed index: bad answers are refused, Cancel is silent.
         const Pictures before = pictures();
         scope.dialogs().messages.clear();
-        scope.dialogs().answers = {"0", "-1.5", "abc", "1,5", "", "1e999"};
-        for (int k = 0; k < 6; ++k) d.Snell_2_Click();
-        QCOMPARE(scope.dialogs().messages.size(), 5);
+        scope.dialogs().answers = {"0", "-1.5", "abc", "1,5.0", "", "1e999", "1e7"};
+        for (int k = 0; k < 7; ++k) d.Snell_2_Click();
+        QCOMPARE(scope.dialogs().messages.size(), 6);
+        QVERIFY(scope.dialogs().messages.last().contains("between 0.01 and 100"));
         QCOMPARE(scope.dialogs().prompts.front(), QStringLiteral("INDEX OF REFRACTION δείκτης διάθλασης?"));
         QVERIFY(pictures() == before);
-        scope.dialogs().answers = {"1.5"};
+        scope.dialogs().answers = {"1,5"};
         d.Snell_2_Click();
         QVERIFY(joined(inc).contains("n=1.50"));
         // The curve at 60° lies at r = 35.26°.

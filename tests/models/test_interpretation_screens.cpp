@@ -172,15 +172,25 @@ private slots:
         Epiloges& e = form<Epiloges>();
         QVERIFY(e.isVisible());
         const double before = s.rixo.index();
-        for (const char* bad : {"abc", "0", "-2", "1,5", "nan", "1e999"}) {
+        // Numbers outside the range are told the range, as are indices so
+        // small that 1/n would print as infinity.
+        for (const char* bad : {"0", "-2", "1e7", "1e-320", "1e999"}) {
             scope.dialogs().answers.push_back(QString::fromLatin1(bad));
             e.deiktisdia_Click();
         }
-        QCOMPARE(scope.dialogs().messages.size(), 6);
-        for (const QString& m : scope.dialogs().messages) QCOMPARE(m, Epiloges::badIndexMessage());
+        for (const char* bad : {"abc", "1,,5", "1,5.0", "nan"}) {
+            scope.dialogs().answers.push_back(QString::fromLatin1(bad));
+            e.deiktisdia_Click();
+        }
+        QCOMPARE(scope.dialogs().messages.size(), 9);
+        for (int k = 0; k < 9; ++k) {
+            const QString& m = scope.dialogs().messages[k];
+            QCOMPARE(m.contains("between 0.01 and 100") && m.contains("από 0.01 έως 100"), k < 4);
+            QVERIFY(m.contains("1.5") && m.contains("δείκτη"));
+        }
         QCOMPARE(s.rixo.index(), before);
         e.deiktisdia_Click();  // Cancel: nothing said, nothing changed
-        QCOMPARE(scope.dialogs().messages.size(), 6);
+        QCOMPARE(scope.dialogs().messages.size(), 9);
         QCOMPARE(scope.dialogs().prompts.last(), QStringLiteral("GIVE INDEX Δώσε δείκτη"));
         // Below sin 29°: a picture of total reflection, no NaN anywhere.
         scope.dialogs().answers.push_back(QStringLiteral("0.3"));
@@ -197,10 +207,16 @@ private slots:
         QCOMPARE(s.rixo.refraction().refraction, s.rixo.refraction().incidence);
         e.changev_Click();
         QCOMPARE(s.rixo.index(), 1.33);
-        // The same checks on the wave screen's own question.
-        scope.dialogs().answers.push_back(QStringLiteral("-1"));
+        // The same checks on the wave screen's own question; a Greek decimal
+        // comma is a decimal point.
+        scope.dialogs().answers = {QStringLiteral("-1"), QStringLiteral("1e-320")};
+        s.rixo.deiktis_Click();
         s.rixo.deiktis_Click();
         QCOMPARE(s.rixo.index(), 1.33);
+        QVERIFY(scope.dialogs().messages.last().contains("between 0.01 and 100"));
+        scope.dialogs().answers = {QStringLiteral("2,4")};
+        s.rixo.deiktis_Click();
+        QCOMPARE(s.rixo.index(), 2.4);
         // END OFF: back to the data screen.
         e.Endof_Click();
         QVERIFY(!s.rixo.isVisible() && !e.isVisible() && form<Inpdat>().isVisible());

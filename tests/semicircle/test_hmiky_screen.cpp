@@ -142,7 +142,7 @@ private slots:
         const std::vector<double> values = snapshot();
         const QImage picture = bench.canvas->image();
         const QStringList texts = bench.canvas->printedTexts();
-        for (const QString answer : {"", "   ", "abc", "1e999", "nan", "1,5", "120", "-90.5"}) {
+        for (const QString answer : {"", "   ", "abc", "1e999", "nan", "1,,5", "120", "-90.5"}) {
             const QStringList& messages = scope.dialogs().messages;
             const qsizetype told = messages.size();
             scope.dialogs().answers = {answer};
