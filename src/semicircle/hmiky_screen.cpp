@@ -14,6 +14,7 @@
 
 #include <algorithm>
 
+#include "app/scroll_bars.h"
 #include "canvas/fonts.h"
 
 namespace {
@@ -40,21 +41,6 @@ protected:
 private:
     Canvas* canvas_;
 };
-
-QScrollBar* makeScrollBar(int minimum, int maximum, int value, int single, int page, const QString& name,
-                          const QString& accessible) {
-    auto* bar = new QScrollBar(Qt::Horizontal);
-    bar->setObjectName(name);
-    bar->setRange(minimum, maximum);
-    bar->setValue(value);
-    bar->setSingleStep(single);
-    bar->setPageStep(page);
-    bar->setFocusPolicy(Qt::StrongFocus);  // arrow keys move the block too
-    bar->setInvertedControls(false);        // Right raises the value, as the bar points
-    bar->setAccessibleName(accessible);
-    bar->setMinimumHeight(18);
-    return bar;
-}
 
 }  // namespace
 
@@ -90,18 +76,20 @@ Hmiky::Hmiky() {
     listOfData = button(QStringLiteral("LIST OF DATA  Λίστα δεδομένων"), "listOfData");
 
     // --- scroll bars and their displays -----------------------------------------
-    HScroll1 = makeScrollBar(10, 120, 100, 1, 10, QStringLiteral("HScroll1"),
-                             QStringLiteral("Radius of the semicircle  Ακτίνα του ημικυκλίου"));
-    xcoor = makeScrollBar(-125, 125, 0, 1, 25, QStringLiteral("xcoor"),
-                          QStringLiteral("x of the centre of the semicircle  x του κέντρου του ημικυκλίου"));
-    ycoor = makeScrollBar(-125, 125, 0, 1, 25, QStringLiteral("ycoor"),
-                          QStringLiteral("y of the centre of the semicircle  y του κέντρου του ημικυκλίου"));
-    angle = makeScrollBar(-900, 900, 0, 10, 100, QStringLiteral("angle"),
-                          QStringLiteral("Angle of the diameter with the Y axis  Γωνία της διαμέτρου με τον άξονα Y"));
-    hvalue = makeScrollBar(-250, 250, 0, 5, 50, QStringLiteral("hvalue"),
-                           QStringLiteral("Height of the ray, y(0)  Ύψος της ακτίνας, y(0)"));
-    Indexn = makeScrollBar(5, 30, 15, 1, 5, QStringLiteral("Indexn"),
-                           QStringLiteral("Refractive index n  Δείκτης διάθλασης n"));
+    // Each: orientation, minimum, maximum, value, small change, large change, name, what it stands for.
+    HScroll1 = createScrollBar({Qt::Horizontal, 10, 120, 100, 1, 10, "HScroll1",
+                                QStringLiteral("Radius of the semicircle  Ακτίνα του ημικυκλίου")});
+    xcoor = createScrollBar({Qt::Horizontal, -125, 125, 0, 1, 25, "xcoor",
+                             QStringLiteral("x of the centre of the semicircle  x του κέντρου του ημικυκλίου")});
+    ycoor = createScrollBar({Qt::Horizontal, -125, 125, 0, 1, 25, "ycoor",
+                             QStringLiteral("y of the centre of the semicircle  y του κέντρου του ημικυκλίου")});
+    angle = createScrollBar({Qt::Horizontal, -900, 900, 0, 10, 100, "angle",
+                             QStringLiteral(
+                                 "Angle of the diameter with the Y axis  Γωνία της διαμέτρου με τον άξονα Y")});
+    hvalue = createScrollBar({Qt::Horizontal, -250, 250, 0, 5, 50, "hvalue",
+                              QStringLiteral("Height of the ray, y(0)  Ύψος της ακτίνας, y(0)")});
+    Indexn = createScrollBar({Qt::Horizontal, 5, 30, 15, 1, 5, "Indexn",
+                              QStringLiteral("Refractive index n  Δείκτης διάθλασης n")});
 
     auto display = [](const char* name, const QString& accessible) {
         auto* edit = new QLineEdit;
