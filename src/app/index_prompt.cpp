@@ -1,12 +1,13 @@
 #include "app/index_prompt.h"
 
 #include "app/dialogs.h"
+#include "app/message_text.h"
 #include "app/number_input.h"
 
 QString indexNotANumberMessage(const QString& answer) {
     return QStringLiteral("\"%1\" is not a number: write the index like 1.5 or 1,5.  "
                           "Το \"%1\" δεν είναι αριθμός: γράψε το δείκτη όπως 1.5 ή 1,5.")
-        .arg(answer.trimmed().left(40));
+        .arg(QString::fromStdString(quotedForMessage(answer.trimmed().toStdString())));
 }
 
 QString indexOutOfRangeMessage() {
