@@ -1,10 +1,14 @@
-// How long the data screen takes: "Data Analysis" on a full grid and
-// Snell's law over Newton's glass table, each against a bare clearing of
-// the two graph canvases it draws on.
+// How long the data screen takes: "Data Analysis" on a full grid (the fit
+// with its uncertainty, both graphs) and Snell's law over Newton's glass
+// table, each against a bare clearing of the two graph canvases it draws
+// on; the lab report of Newton's table with Snell's law, made in memory and
+// written to a file.
 #include <benchmark/benchmark.h>
 #include "screen_bench_main.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QTemporaryDir>
 
 #include <cmath>
 #include <memory>
@@ -58,6 +62,17 @@ void BM_SnellOverNewtonGlass(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_SnellOverNewtonGlass)->Unit(benchmark::kMicrosecond);
+
+void BM_LabReportMadeAndWritten(benchmark::State& state) {
+    Inpdat& d = preparedData();
+    d.Newt_Click();
+    d.Snell_1_Click();
+    QTemporaryDir dir;
+    const QString path = QDir(dir.path()).filePath("report.pdf");
+    for (auto _ : state) benchmark::DoNotOptimize(d.writeLabReport(path));
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_LabReportMadeAndWritten)->Unit(benchmark::kMillisecond);
 
 // The floor both are measured against: clearing the same two canvases.
 void BM_BareClsOfBothGraphs(benchmark::State& state) {

@@ -3,7 +3,7 @@
 # program. Does nothing when everything is already there.
 set -euo pipefail
 packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev fonts-liberation fonts-dejavu-core
-          libbenchmark-dev desktop-file-utils appstream dpkg-dev file clang libclang-rt-14-dev)
+          libbenchmark-dev desktop-file-utils appstream dpkg-dev file clang libclang-rt-14-dev poppler-utils)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -117,7 +117,10 @@ bool Inpdat::analyse(const std::vector<AnglePair>& pairs, const AnalysisTexts& t
                                    fitQualityText(fit, texts.indexFormat), texts.sinIncidenceTitle,
                                    texts.sinRefractionTitle};
     drawSineGraph(*analysis.canvas, fit, texts.style, sineTexts, residualsItem->isChecked());
-    lastAnalysis_ = Analysed{pairs, fit, texts.style, sineTexts, sineTexts.index};
+    const QString source = historicalDataFlag && !Label3->text().isEmpty()
+                               ? Label3->text()
+                               : QStringLiteral("Typed by the pupil  Μετρήσεις του μαθητή");
+    lastAnalysis_ = Analysed{pairs, fit, texts.style, sineTexts, texts.indexFormat, source, {}};
     return true;
 }
 

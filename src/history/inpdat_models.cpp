@@ -86,9 +86,16 @@ void Inpdat::Kepler_Click() {
                 76.0, labelPoints(c));
     c.setFontBold(false);
     c.setForeColor(Qt::black);
+    lawDrawn(QStringLiteral("Kepler's model  Μοντέλο Kepler: r = ") + fmt(k, "0.00") + QStringLiteral("·i"));
+}
+
+void Inpdat::lawDrawn(const QString& law) {
+    if (lastAnalysis_) lastAnalysis_->laws.append(law);
 }
 
 namespace {
+
+QString snellLaw(double index) { return QStringLiteral("Snell's law  Νόμος του Snell: n = ") + fmt(index, "0.00"); }
 
 void drawSnell(Canvas& c, double index, bool leavesDenserMedium) {
     const auto curve = history::snellCurve(index, leavesDenserMedium);
@@ -117,7 +124,9 @@ void Inpdat::Snell_1_Click() {
     // Leaving the denser medium, sin r / sin i is the denser medium's own
     // index: the fitted slope, the inverse of the index the analysis shows.
     const bool leaving = witeloChecked();
-    drawSnell(*form<Incref>().canvas, leaving ? 1.0 / module1().dataIndex : module1().dataIndex, leaving);
+    const double index = leaving ? 1.0 / module1().dataIndex : module1().dataIndex;
+    drawSnell(*form<Incref>().canvas, index, leaving);
+    lawDrawn(snellLaw(index));
 }
 
 void Inpdat::Snell_2_Click() {
@@ -125,6 +134,7 @@ void Inpdat::Snell_2_Click() {
     if (!index) return;
     if (!redrawDataIfAsked()) return;
     drawSnell(*form<Incref>().canvas, *index, witeloChecked());
+    lawDrawn(snellLaw(*index));
 }
 
 void Inpdat::empirikos_Click() { hideAnalysisText(); }
@@ -155,6 +165,7 @@ void Inpdat::toentrito() {
     printAt(c, 40, 50, greek);
     c.setFontBold(false);
     c.setForeColor(Qt::black);
+    lawDrawn(label);
 }
 
 void Inpdat::toendeytero() {
@@ -169,10 +180,11 @@ void Inpdat::toendeytero() {
     c.setFontBold(true);
     c.setForeColor(kFixedLabel);
     // Below and right of the line where it passes x = 60.
-    printFitted(c, 60, 1.5 * 60 - 2, QStringLiteral("REFRACTION = 3/2 INCIDENCE διάθλασης=3/2πρόσπτωσης"), 49.0,
-                labelPoints(c));
+    const QString label = QStringLiteral("REFRACTION = 3/2 INCIDENCE διάθλασης=3/2πρόσπτωσης");
+    printFitted(c, 60, 1.5 * 60 - 2, label, 49.0, labelPoints(c));
     c.setFontBold(false);
     c.setForeColor(Qt::black);
+    lawDrawn(label);
 }
 
 void Inpdat::toentrito1_Click() { toentrito(); }

@@ -234,6 +234,9 @@ void Inpdat::buildMenus() {
     saveTableItem->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     connect(openTableItem, &QAction::triggered, this, &Inpdat::openTable);
     connect(saveTableItem, &QAction::triggered, this, &Inpdat::saveTable);
+    labReportItem = addItem(measurements, QStringLiteral("labReport"),
+                            QStringLiteral("Lab report (PDF)…  Αναφορά εργαστηρίου (PDF)…"));
+    connect(labReportItem, &QAction::triggered, this, &Inpdat::labReport);
     connect(empiricalFitItem, &QAction::triggered, this, &Inpdat::empiricalFit);
     connect(recallItem, &QAction::triggered, this, &Inpdat::recallSetup);
 

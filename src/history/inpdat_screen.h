@@ -76,6 +76,7 @@ public:
     QAction* recallItem;          // one stored set-up by its position
     QAction* openTableItem;       // the pupil's table from a CSV file
     QAction* saveTableItem;       // the grid (or the loaded table) to a CSV file
+    QAction* labReportItem;       // the analysis as a one-page PDF report
 
     QMenu* instruments;           // the simulated historical instruments
     QAction* ptolemaiosItem;
@@ -127,9 +128,11 @@ public:
     void readStoredSetups();       // the sequential reader
     void openTable();              // asks for a CSV file and fills the grid from it
     void saveTable();              // asks for a file name and writes the pairs
-    // The two without the file dialog; false after a message.
+    void labReport();              // asks for a file name and writes the report
+    // The three without the file dialog; false after a message.
     bool openTableFile(const QString& path);
     bool saveTableFile(const QString& path);
+    bool writeLabReport(const QString& path);
 
     // The last analysis that was drawn: its pairs, fit and texts.
     struct Analysed {
@@ -137,7 +140,9 @@ public:
         history::SineFit fit;
         PlotStyle style;
         SineGraphTexts sineTexts;
-        QString indexText;  // the index line as printed
+        const char* indexFormat;  // of the index as printed
+        QString source;           // the table's name, or that the pupil typed the pairs
+        QStringList laws;         // the laws drawn over these data since, in order
     };
     const std::optional<Analysed>& lastAnalysis() const { return lastAnalysis_; }
 
@@ -174,6 +179,8 @@ private:
     // The index the pupil types; none on Cancel or (after a message) a bad one.
     std::optional<double> askIndex(const QString& prompt);
     void printFileLines(const QStringList& lines, const std::vector<QColor>& colours);
+    // Notes a law drawn over the last analysis, for the report.
+    void lawDrawn(const QString& law);
 
     QColor drawingColour_{Qt::black};
     std::optional<Analysed> lastAnalysis_;

@@ -1,0 +1,133 @@
+#include <QtTest>
+
+#include <QDate>
+#include <QDir>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include <cmath>
+
+#include "analysis/graph_screens.h"
+#include "app/forms.h"
+#include "app/main_menu.h"
+#include "app/shared_state.h"
+#include "canvas/fonts.h"
+#include "history/inpdat_screen.h"
+#include "test_support.h"
+
+namespace {
+
+Inpdat& openData() {
+    form<Diathlasimeleti>().Command2_Click();
+    form<Incref>().resize(900, 560);
+    form<Analysis>().resize(900, 560);
+    return form<Inpdat>();
+}
+
+// The text of a PDF as a reader extracts it (the text must be selectable).
+QString pdfText(const QString& path) {
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")});
+    if (!p.waitForFinished(20000) || p.exitCode() != 0) return {};
+    return QString::fromUtf8(p.readAllStandardOutput());
+}
+
+int pdfPages(const QString& path) {
+    QProcess p;
+    p.start(QStringLiteral("pdfinfo"), {path});
+    p.waitForFinished(20000);
+    const QString info = QString::fromUtf8(p.readAllStandardOutput());
+    const QRegularExpressionMatch m = QRegularExpression(QStringLiteral("Pages:\\s+(\\d+)")).match(info);
+    return m.hasMatch() ? m.captured(1).toInt() : -1;
+}
+
+}  // namespace
+
+class TestLabReport : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() {
+        installFontSubstitutions();
+        if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
+            QSKIP("pdftotext (poppler-utils) is needed to read the report back");
+    }
+    void init() { module1() = SharedState{}; }
+
+    // Ptolemy's table with Snell's law over it: one A4 page whose text holds
+    // the title, the date, the source, the index with its uncertainty, the
+    // law, the graphs' own texts (so they are vector drawings, not pictures)
+    // and every pair of the table.
+    void tableWithLaw() {
+        ScreenTestScope scope;
+        Inpdat& d = openData();
+        d.Ptolemy_Click();
+        d.Snell_1_Click();
+        QTemporaryDir dir;
+        const QString path = QDir(dir.path()).filePath("ptolemy");
+        scope.dialogs().saveFiles = {path};
+        d.labReportItem->trigger();
+        QVERIFY(scope.dialogs().messages.isEmpty());
+        const QString pdf = path + ".pdf";
+        QFile file(pdf);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.read(5) == "%PDF-");
+        QCOMPARE(pdfPages(pdf), 1);
+
+        const QString text = pdfText(pdf);
+        const QString simplified = text.simplified();
+        for (const QString& expected :
+             {QStringLiteral("Lab report: the law of refraction"), QStringLiteral("Αναφορά εργαστηρίου"),
+              QDate::currentDate().toString(Qt::ISODate), QStringLiteral("PTOLEMY'S DATA FOR GLASS"),
+              QStringLiteral("n = 1.519 ± 0.026, r² = 0.9982"), QStringLiteral("Snell's law"),
+              QStringLiteral("n = 1.52"), QStringLiteral("REFRACTION INDEX"), QStringLiteral("PTOLEMY Πτολεμαίος"),
+              QStringLiteral("INCIDENCE ANGLE"), QStringLiteral("n=1.52")})
+            QVERIFY2(simplified.contains(expected), qPrintable(expected));
+        // Every pair of the table, with its sines.
+        for (const char* row : {"1 10 7", "4 40 25", "8 80 42"}) QVERIFY2(simplified.contains(row), row);
+        QVERIFY(simplified.contains(QStringLiteral("0.9848 0.6691")));
+
+        // Witelo's pairs beyond 90° are listed but marked as left out of the fit.
+        d.Vitello_Glass_Click();
+        QVERIFY(d.writeLabReport(pdf));
+        const QString witelo = pdfText(pdf).simplified();
+        QVERIFY(witelo.contains(QStringLiteral("(6 pairs fitted")) && witelo.contains(QStringLiteral("7*")) &&
+                witelo.contains(QStringLiteral("left out of the fit")));
+        QVERIFY(!witelo.contains(QStringLiteral("Snell's law")));  // a new analysis, no law over it yet
+    }
+
+    // Typed pairs fill the table; nothing analysed, a folder that does not
+    // exist: a message each, and no file left behind.
+    void typedAndRefused() {
+        ScreenTestScope scope;
+        Inpdat& d = openData();
+        QTemporaryDir dir;
+        const QString first = QDir(dir.path()).filePath("first.pdf");
+        QVERIFY(!d.writeLabReport(first));
+        QCOMPARE(scope.dialogs().messages.size(), 1);
+        QVERIFY(scope.dialogs().messages[0].contains("Analyse the data first"));
+        QVERIFY(!QFile::exists(first));
+
+        for (int k = 0; k < Inpdat::kRows; ++k) {
+            const double i = 5.0 + 6.0 * k;
+            d.Text1[k]->setText(QString::number(i));
+            d.Refr[k]->setText(QString::number(std::asin(std::sin(i * M_PI / 180.0) / 1.5) * 180.0 / M_PI, 'f', 2)
+                                   .replace('.', ','));
+        }
+        d.Command1_Click();
+        QVERIFY(!d.writeLabReport(QDir(dir.path()).filePath("missing/report.pdf")));
+        QCOMPARE(scope.dialogs().messages.size(), 2);
+        QVERIFY(scope.dialogs().messages[1].contains("nothing was changed"));
+        QVERIFY(QDir(dir.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries).isEmpty());
+
+        QVERIFY(d.writeLabReport(first));
+        const QString text = pdfText(first).simplified();
+        QVERIFY(text.contains("Typed by the pupil"));
+        QVERIFY(text.contains("14 83 41.43"));
+        QVERIFY(QRegularExpression(QStringLiteral("n = 1\\.\\d{4} ± 0\\.\\d{4}")).match(text).hasMatch());
+        QVERIFY(pdfPages(first) >= 1 && pdfPages(first) <= 2);
+    }
+};
+
+QTEST_MAIN(TestLabReport)
+#include "test_lab_report.moc"
