@@ -3,6 +3,7 @@
 #include "app/forms.h"
 #include "app/menu_keys.h"
 #include "app/module1.h"
+#include "app/window_keys.h"
 #include "canvas/fonts.h"
 
 int main(int argc, char* argv[]) {
@@ -11,6 +12,7 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationDisplayName(QStringLiteral("Refraction  Διάθλαση"));
     installFontSubstitutions();
     installMenuKeysEverywhere(app);
+    installWindowKeysEverywhere(app);
     Main();
     const int status = QApplication::exec();
     Forms::instance().destroyAll();

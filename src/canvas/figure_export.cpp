@@ -24,6 +24,11 @@ QString figureTitle(const Canvas& canvas) {
     return title.isEmpty() ? canvas.accessibleName() : title;
 }
 
+// Where a file went, in full, as a message may quote it.
+QString quotedPath(const QString& path) {
+    return QString::fromStdString(quotedForMessage(QFileInfo(path).absoluteFilePath().toStdString(), 200));
+}
+
 }  // namespace
 
 QImage figureImage(const Canvas& canvas, double scale) {
@@ -62,16 +67,32 @@ QByteArray figureSvg(const Canvas& canvas, const QString& title) {
     return bytes;
 }
 
-void printFigure(const Canvas& canvas, QPrinter& printer) {
-    QPainter painter;
-    if (!painter.begin(&printer)) return;
-    const QRectF page = printer.pageLayout().paintRectPixels(printer.resolution());
-    const QSizeF figure = QSizeF(canvas.size()).expandedTo(QSizeF(1, 1));
-    const double scale = std::min(page.width() / figure.width(), page.height() / figure.height());
-    painter.translate((page.width() - figure.width() * scale) / 2.0, 0.0);
+QRectF figureOnPage(const QSizeF& figure, const QSizeF& page) {
+    const QSizeF f = figure.expandedTo(QSizeF(1, 1));
+    const double scale = std::min(page.width() / f.width(), page.height() / f.height());
+    if (!std::isfinite(scale) || scale <= 0.0) return {};
+    const QSizeF size = f * scale;
+    return {QPointF((page.width() - size.width()) / 2.0, 0.0), size};
+}
+
+void paintFigureOnPage(const Canvas& canvas, QPainter& painter, const QSizeF& page) {
+    const QRectF place = figureOnPage(QSizeF(canvas.size()), page);
+    if (place.isEmpty()) return;
+    painter.save();
+    painter.translate(place.topLeft());
+    const double scale = place.width() / std::max(1, canvas.width());
     painter.scale(scale, scale);
+    painter.setClipRect(QRectF(QPointF(0, 0), QSizeF(canvas.size())));
     canvas.renderFigure(painter);
-    painter.end();
+    painter.restore();
+}
+
+bool printFigure(const Canvas& canvas, QPrinter& printer) {
+    QPainter painter;
+    if (!painter.begin(&printer)) return false;
+    // The painter starts at the top-left corner of the printable area.
+    paintFigureOnPage(canvas, painter, printer.pageLayout().paintRectPixels(printer.resolution()).size());
+    return painter.end();
 }
 
 QString saveFigureFile(const Canvas& canvas, const QString& path) {
@@ -96,8 +117,11 @@ void saveFigureInteractive(const Canvas& canvas) {
     const QString suffix = QFileInfo(path).suffix().toLower();
     if (suffix != QLatin1String("png") && suffix != QLatin1String("svg")) path += QStringLiteral(".png");
     const QString error = saveFigureFile(canvas, path);
-    if (!error.isEmpty())
-        messageBox(QStringLiteral("The figure could not be saved in %1 (%2); nothing was changed.  "
+    if (error.isEmpty()) {
+        messageBox(QStringLiteral("The figure was saved in %1  Το σχήμα αποθηκεύτηκε στο %1").arg(quotedPath(path)));
+        return;
+    }
+    messageBox(QStringLiteral("The figure could not be saved in %1 (%2); nothing was changed.  "
                                   "Το σχήμα δεν αποθηκεύτηκε στο %1· δεν άλλαξε τίποτα.")
                        .arg(QString::fromStdString(quotedForMessage(QFileInfo(path).fileName().toStdString())), error));
 }
@@ -105,20 +129,31 @@ void saveFigureInteractive(const Canvas& canvas) {
 void printFigureInteractive(const Canvas& canvas) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(figureTitle(canvas));
+    // A wide figure fills more of a page turned sideways.
+    printer.setPageOrientation(canvas.width() > canvas.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
     if (!choosePrinterDialog(printer)) return;
-    printFigure(canvas, printer);
+    if (!printFigure(canvas, printer)) {
+        messageBox(QStringLiteral("The figure could not be printed.  Το σχήμα δεν τυπώθηκε."));
+        return;
+    }
+    if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty())
+        messageBox(QStringLiteral("The figure was printed to %1  Το σχήμα τυπώθηκε στο %1")
+                       .arg(quotedPath(printer.outputFileName())));
+    else
+        messageBox(QStringLiteral("The figure was sent to the printer %1  Το σχήμα στάλθηκε στον εκτυπωτή %1")
+                       .arg(printer.printerName()));
 }
 
 void installFigureActions(Canvas& canvas) {
-    auto* save = new QAction(QStringLiteral("Save figure…  Αποθήκευση σχήματος…"), &canvas);
-    auto* print = new QAction(QStringLiteral("Print…  Εκτύπωση…"), &canvas);
+    // The keys belong to the window (any control may have the focus when the
+    // pupil presses them); the menu only shows them.
+    const auto keys = [](QKeySequence::StandardKey key) {
+        return QLatin1Char('\t') + QKeySequence(key).toString(QKeySequence::NativeText);
+    };
+    auto* save = new QAction(QStringLiteral("Save figure…  Αποθήκευση σχήματος…") + keys(QKeySequence::Save), &canvas);
+    auto* print = new QAction(QStringLiteral("Print…  Εκτύπωση…") + keys(QKeySequence::Print), &canvas);
     save->setObjectName(QStringLiteral("saveFigure"));
     print->setObjectName(QStringLiteral("printFigure"));
-    save->setShortcut(QKeySequence::Save);
-    print->setShortcut(QKeySequence::Print);
-    // Several drawings may share a window: the one with the focus answers.
-    save->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    print->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     QObject::connect(save, &QAction::triggered, &canvas, [&canvas] { saveFigureInteractive(canvas); });
     QObject::connect(print, &QAction::triggered, &canvas, [&canvas] { printFigureInteractive(canvas); });
     canvas.addAction(save);

@@ -20,14 +20,13 @@
 namespace {
 
 // Layout in millimetres on an A4 page; the painter works in device units,
-// converted through the writer's resolution. That resolution is the one the
-// graphs were laid out at on the screen: a canvas measures its texts in
-// the screen's points, so replayed at another resolution its labels would
-// grow or shrink against its lines.
+// converted through the writer's resolution (the canvas's replay sizes the
+// graphs' texts for it).
 constexpr double kPageWidthMm = 210.0;
 constexpr double kPageHeightMm = 297.0;
 constexpr double kMarginMm = 15.0;
 constexpr double kGapMm = 6.0;
+constexpr int kResolution = 300;
 
 class Page {
 public:
@@ -158,9 +157,8 @@ void paintReport(QPdfWriter& writer, const LabReport& r) {
     drawTable(page, r, kPageWidthMm - kMarginMm - kTableMm, top);
 }
 
-void configure(QPdfWriter& writer, const LabReport& r) {
-    const Canvas* graph = r.angleGraph ? r.angleGraph : r.sineGraph;
-    writer.setResolution(graph ? std::max(48, graph->logicalDpiX()) : 96);
+void configure(QPdfWriter& writer) {
+    writer.setResolution(kResolution);
     writer.setPageSize(QPageSize(QPageSize::A4));
     writer.setPageMargins(QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter);
     writer.setTitle(QStringLiteral("Lab report: the law of refraction  Αναφορά εργαστηρίου"));
@@ -175,7 +173,7 @@ QByteArray labReportPdf(const LabReport& report) {
     if (!buffer.open(QIODevice::WriteOnly)) return {};
     {
         QPdfWriter writer(&buffer);
-        configure(writer, report);
+        configure(writer);
         paintReport(writer, report);
     }
     buffer.close();
