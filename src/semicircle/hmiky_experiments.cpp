@@ -1,3 +1,5 @@
+#include <QFileInfo>
+
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
@@ -5,6 +7,7 @@
 #include "analysis/errors_screen.h"
 #include "app/dialogs.h"
 #include "app/forms.h"
+#include "app/message_text.h"
 #include "app/shared_state.h"
 #include "canvas/qt_format.h"
 #include "semicircle/hmiky_look.h"
@@ -231,5 +234,11 @@ void Hmiky::fylaxe_Click() {
         messageBox(QString::fromStdString(outcome.error), title);
         return;
     }
-    messageBox(QStringLiteral(" number of records =") + QString::number(records.size()), title);
+    // The file lands in the current folder, which the pupil does not see:
+    // say where it went, in full.
+    const QString where =
+        QString::fromStdString(quotedForMessage(QFileInfo(title).absoluteFilePath().toStdString(), 200));
+    messageBox(QStringLiteral(" number of records =") + QString::number(records.size()) +
+                   QStringLiteral("\nWritten to  Γράφτηκε στο: ") + where,
+               title);
 }

@@ -227,8 +227,11 @@ private slots:
         inFolder(dir.path(), [&] { bench.fylaxe_Click(); });
         const QString prefix = QStringLiteral(" number of records =");
         QVERIFY(scope.dialogs().messages.size() == 1 && scope.dialogs().messages[0].startsWith(prefix));
-        const int count = scope.dialogs().messages[0].mid(prefix.size()).toInt();
+        const QStringList lines = scope.dialogs().messages[0].split('\n');
+        const int count = lines[0].mid(prefix.size()).toInt();
         QVERIFY(count > 0);
+        // The message says where the file went, in full.
+        QCOMPARE(lines.value(1), QStringLiteral("Written to  Γράφτηκε στο: ") + QDir(dir.path()).absoluteFilePath("fylaxi"));
         QCOMPARE(QFileInfo(dir.filePath("fylaxi")).size(), qint64(count - 1) * 128 + 48);
 
         // A folder of that name stands in the way: told, and nothing changes.
