@@ -2,6 +2,7 @@
 // a "?" button in its top right corner plus a context menu.
 #include <QAction>
 #include <QEvent>
+#include <QFont>
 #include <QPointer>
 #include <QShortcut>
 #include <QToolButton>
@@ -27,6 +28,10 @@ void addMainMenuHelp(QWidget& menu) {
     button->setText(QStringLiteral("?"));
     button->setToolTip(QStringLiteral("Help  Βοήθεια (F1)"));
     button->setAccessibleName(QStringLiteral("Help contents  Περιεχόμενα βοήθειας"));
+    QFont bold = button->font();
+    bold.setBold(true);
+    bold.setPointSizeF(bold.pointSizeF() * 1.4);
+    button->setFont(bold);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::NoFocus);  // leaves the captions' keyboard order alone
     button->resize(kQuestionSize, kQuestionSize);

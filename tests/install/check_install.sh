@@ -23,7 +23,11 @@ for f in bin/refraction \
          share/icons/hicolor/48x48/apps/$id.png \
          share/icons/hicolor/256x256/apps/$id.png \
          share/doc/refraction/copyright \
-         share/doc/refraction/changelog.gz; do
+         share/doc/refraction/changelog.gz \
+         share/doc/refraction/README.md \
+         share/doc/refraction/model.md \
+         share/doc/refraction/help/bench.md \
+         share/doc/refraction/screenshots/bench.png; do
   [ -s "$prefix/usr/$f" ] || { echo "missing after install: $f"; exit 1; }
 done
 desktop="$prefix/usr/share/applications/$id.desktop"
@@ -48,6 +52,10 @@ head -1 "$doc/copyright" | grep -q '^Format: https://www.debian.org/doc/packagin
   || fail "copyright file is not machine-readable"
 grep -q '^License: GPL-3+$' "$doc/copyright" || fail "copyright names no licence"
 if grep -rq 'localhost' "$doc/copyright" "$metainfo"; then fail "a maintainer address at localhost"; fi
+# The guide's pictures are all there.
+for picture in $(grep -o 'screenshots/[a-z_]*\.png' "$doc/README.md"); do
+  [ -s "$doc/$picture" ] || fail "the guide shows a missing $picture"
+done
 echo "install layout: ok"
 
 if [ "${2:-}" = package ]; then
@@ -67,6 +75,7 @@ if [ "${2:-}" = package ]; then
   dpkg-deb -c "$deb" > "$out/contents"
   grep -q "usr/share/doc/refraction/copyright" "$out/contents"
   grep -q "usr/share/doc/refraction/changelog.gz" "$out/contents"
+  grep -q "usr/share/doc/refraction/screenshots/bench.png" "$out/contents"
   grep -q "usr/share/applications/$id.desktop" "$out/contents"
   grep -q "usr/bin/refraction" "$out/contents"
   echo "package: ok"
