@@ -1,5 +1,6 @@
 #include <QApplication>
 
+#include "app/focus_frame.h"
 #include "app/forms.h"
 #include "app/menu_keys.h"
 #include "app/module1.h"
@@ -13,6 +14,7 @@ int main(int argc, char* argv[]) {
     installFontSubstitutions();
     installMenuKeysEverywhere(app);
     installWindowKeysEverywhere(app);
+    installFocusFrameEverywhere(app);
     Main();
     const int status = QApplication::exec();
     Forms::instance().destroyAll();
