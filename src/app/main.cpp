@@ -3,11 +3,13 @@
 #include <cstdio>
 
 #include "app/command_line.h"
+#include "app/focus_frame.h"
 #include "app/forms.h"
 #include "app/help_window.h"
 #include "app/menu_keys.h"
 #include "app/module1.h"
 #include "app/version.h"
+#include "app/window_keys.h"
 #include "canvas/fonts.h"
 
 int main(int argc, char* argv[]) {
@@ -26,6 +28,8 @@ int main(int argc, char* argv[]) {
     installFontSubstitutions();
     installMenuKeysEverywhere(app);
     installHelpEverywhere(app);
+    installWindowKeysEverywhere(app);
+    installFocusFrameEverywhere(app);
     Main();
     const int status = QApplication::exec();
     Forms::instance().destroyAll();
