@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/scroll_bars.h"
 #include "canvas/canvas.h"
 
 namespace apparatus {
@@ -32,18 +33,14 @@ void AspectHost::resizeEvent(QResizeEvent* event) {
 
 QScrollBar* makeScrollBar(Qt::Orientation orientation, int minimum, int maximum, int largeChange, int value,
                           const char* objectName, const QString& accessibleName) {
-    auto* bar = new QScrollBar(orientation);
-    bar->setObjectName(QString::fromLatin1(objectName));
-    bar->setRange(minimum, maximum);
-    bar->setSingleStep(1);
-    bar->setPageStep(largeChange);
-    bar->setValue(value);
-    bar->setFocusPolicy(Qt::StrongFocus);  // the arrow keys move it
-    bar->setInvertedControls(false);        // Right raises the value, as the bar points
-    bar->setAccessibleName(accessibleName);
-    if (orientation == Qt::Horizontal) bar->setMinimumHeight(18);
-    else bar->setMinimumWidth(18);
-    return bar;
+    return createScrollBar({.orientation = orientation,
+                            .minimum = minimum,
+                            .maximum = maximum,
+                            .value = value,
+                            .smallChange = 1,
+                            .largeChange = largeChange,
+                            .objectName = objectName,
+                            .accessibleName = accessibleName});
 }
 
 QLabel* makeLabel(const char* objectName) {

@@ -25,8 +25,9 @@ private:
     double ratio_;
 };
 
-// A scroll bar with the classic settings; its accessible name says what it
-// stands for, in English and Greek.
+// A scroll bar with a small change of 1, made and set up as every scroll
+// bar of the program is; its accessible name says what it stands for, in
+// English and Greek.
 QScrollBar* makeScrollBar(Qt::Orientation orientation, int minimum, int maximum, int largeChange, int value,
                           const char* objectName, const QString& accessibleName);
 

@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "app/forms.h"
+#include "app/scroll_bars.h"
 #include "app/shared_state.h"
 #include "canvas/fonts.h"
 #include "models/model_texts.h"
@@ -15,15 +16,14 @@
 namespace {
 
 QScrollBar* makeBar(int minimum, int maximum, int value, int page, const char* name, const QString& accessible) {
-    auto* bar = new QScrollBar(Qt::Horizontal);
-    bar->setObjectName(QString::fromLatin1(name));
-    bar->setRange(minimum, maximum);
-    bar->setValue(value);
-    bar->setSingleStep(1);
-    bar->setPageStep(page);
-    bar->setFocusPolicy(Qt::StrongFocus);
-    bar->setInvertedControls(false);  // a scroll bar's keys run backwards otherwise: Right must increase
-    bar->setAccessibleName(accessible);
+    QScrollBar* bar = createScrollBar({.orientation = Qt::Horizontal,
+                                       .minimum = minimum,
+                                       .maximum = maximum,
+                                       .value = value,
+                                       .smallChange = 1,
+                                       .largeChange = page,
+                                       .objectName = name,
+                                       .accessibleName = accessible});
     bar->setMinimumWidth(160);
     return bar;
 }

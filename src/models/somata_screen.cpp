@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "app/forms.h"
+#include "app/scroll_bars.h"
 #include "app/shared_state.h"
 #include "canvas/fonts.h"
 #include "models/rixotext_screen.h"
@@ -24,16 +25,15 @@ Somata::Somata() {
     canvas->setAccessibleName(QStringLiteral("Corpuscles and Fermat's principle  Σωμάτια και αρχή του Fermat"));
     canvas->setFontName(QStringLiteral("Arial Greek"));
     canvas->setMinimumSize(1, 1);
-    fermatscr = new QScrollBar(Qt::Horizontal);
-    fermatscr->setObjectName(QStringLiteral("fermatscr"));
-    fermatscr->setRange(0, 1000);
-    fermatscr->setValue(500);
-    fermatscr->setSingleStep(1);
-    fermatscr->setPageStep(20);
-    fermatscr->setFocusPolicy(Qt::StrongFocus);
-    fermatscr->setInvertedControls(false);  // Right moves the blue body right
-    fermatscr->setAccessibleName(
-        QStringLiteral("Blue body along the boundary  Το μπλε σώμα πάνω στη διαχωριστική επιφάνεια"));
+    fermatscr = createScrollBar(
+        {.orientation = Qt::Horizontal,
+         .minimum = 0,
+         .maximum = 1000,
+         .value = 500,
+         .smallChange = 1,
+         .largeChange = 20,
+         .objectName = "fermatscr",
+         .accessibleName = QStringLiteral("Blue body along the boundary  Το μπλε σώμα πάνω στη διαχωριστική επιφάνεια")});
     Label1 = new QLabel;
     Label1->setObjectName(QStringLiteral("Label1"));
     Label1->setWordWrap(true);

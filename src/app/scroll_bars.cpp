@@ -1,0 +1,42 @@
+#include "app/scroll_bars.h"
+
+#include <QKeyEvent>
+
+namespace {
+
+// Qt's scroll bars step the value the way a scrolled page moves, which is
+// right for a vertical bar (Down raises the value and the thumb goes down)
+// but backwards for Left and Right on a horizontal one. Here the horizontal
+// arrows are turned round; everything else, the mouse wheel included, is
+// Qt's own.
+class ProgramScrollBar : public QScrollBar {
+public:
+    using QScrollBar::QScrollBar;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (orientation() == Qt::Horizontal && (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right)) {
+            const bool raise = (event->key() == Qt::Key_Right) != (layoutDirection() == Qt::RightToLeft);
+            triggerAction(raise ? SliderSingleStepAdd : SliderSingleStepSub);
+            event->accept();
+            return;
+        }
+        QScrollBar::keyPressEvent(event);
+    }
+};
+
+}  // namespace
+
+QScrollBar* createScrollBar(const ScrollBarSettings& settings) {
+    auto* bar = new ProgramScrollBar(settings.orientation);
+    bar->setObjectName(QString::fromLatin1(settings.objectName));
+    bar->setRange(settings.minimum, settings.maximum);
+    bar->setSingleStep(settings.smallChange);
+    bar->setPageStep(settings.largeChange);
+    bar->setValue(settings.value);
+    bar->setFocusPolicy(Qt::StrongFocus);
+    bar->setAccessibleName(settings.accessibleName);
+    if (settings.orientation == Qt::Horizontal) bar->setMinimumHeight(18);
+    else bar->setMinimumWidth(18);
+    return bar;
+}

@@ -1,0 +1,185 @@
+#include <QResizeEvent>
+
+#include <cmath>
+
+#include "app/shared_state.h"
+#include "canvas/qt_format.h"
+#include "semicircle/hmiky_look.h"
+#include "semicircle/hmiky_screen.h"
+
+// The bench's shared values and its drawing: every picture is kept, so a
+// resized bench draws it again.
+
+using namespace bench_look;
+
+// ------------------------------------------------------------ shared values ---
+
+BenchControls Hmiky::controls() const {
+    BenchControls c;
+    c.radius = HScroll1->value();
+    c.xcoor = xcoor->value();
+    c.ycoor = ycoor->value();
+    c.angle = angle->value();
+    c.hvalue = hvalue->value();
+    c.indexn = Indexn->value();
+    return c;
+}
+
+Block Hmiky::currentBlock() const {
+    const BenchControls c = controls();
+    Block b;
+    b.xc = centreXOf(c);
+    b.yc = centreYOf(c);
+    b.radius = radiusOf(c);
+    b.tilt = tiltDegreesOf(c) * 4.0 * std::atan(1.0) / 180.0;
+    b.direction = module1().semicircleDirection;
+    b.index = indexOf(c);
+    return b;
+}
+
+void Hmiky::controlChanged(const std::function<QStringList()>& notes) {
+    syncSharedValues();
+    showValues();
+    redraw(notes());  // the notes read the values just synced
+}
+
+void Hmiky::syncSharedValues() {
+    SharedState& s = module1();
+    if (s.pi == 0.0) s.pi = 4.0 * std::atan(1.0);
+    const BenchControls c = controls();
+    s.semicircleRadius = radiusOf(c);
+    s.xc = centreXOf(c);
+    s.yc = centreYOf(c);
+    s.angleWithY = tiltDegreesOf(c);  // degrees on this screen
+    s.rayHeight = rayHeightOf(c);
+    s.indexN = indexOf(c);
+}
+
+void Hmiky::showValues() {
+    const SharedState& s = module1();
+    aktis->setText(QStringLiteral("Semicircle's Radius= ") + fmt(s.semicircleRadius, "0"));
+    gon->setText(QStringLiteral("Angle with Y Γωνία με άξοναY=") + fmt(s.angleWithY, "0.00"));
+    Indexnt->setText(QStringLiteral("Δείκτης  n = ") + fmt(s.indexN, "0.00"));
+    Label4->setText(QStringLiteral("h(Ray's y(0)=") + fmt(s.rayHeight, "0.00"));
+    Label3->setText(QStringLiteral("xc=") + fmt(s.xc, "0.00"));
+    Label2->setText(QStringLiteral("yc=") + fmt(s.yc, "0.00"));
+    for (QLabel* label : {Indexnt, Label2, Label3, Label4}) label->setAccessibleName(label->text());
+    aktis->setAccessibleDescription(aktis->text());
+    gon->setAccessibleDescription(gon->text());
+}
+
+// ------------------------------------------------------------------ drawing ---
+
+void Hmiky::paint(std::function<void()> picture) {
+    picture_ = std::move(picture);
+    if (picture_) picture_();
+}
+
+bool Hmiky::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == canvas && event->type() == QEvent::Resize && picture_) {
+        const auto* resize = static_cast<QResizeEvent*>(event);
+        if (resize->size() != resize->oldSize()) picture_();
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void Hmiky::drawsemicircle() {
+    const SharedState& s = module1();
+    Block b;
+    b.xc = s.xc;
+    b.yc = s.yc;
+    b.radius = s.semicircleRadius;
+    b.tilt = degreesToRadians(s.angleWithY);
+    b.direction = s.semicircleDirection;
+    b.index = s.indexN;
+    drawBlock(b);
+}
+
+void Hmiky::drawBlock(const Block& block) {
+    // Both arc angles come back negative, so the circle is closed by its
+    // diameter and filled as one piece.
+    const ArcAngles arc = blockArcAngles(block);
+    canvas->setFillColor(kBlockFill);
+    canvas->setFillStyle(FillStyle::Solid);
+    canvas->setDrawWidth(1);
+    canvas->circle(block.xc, block.yc, block.radius, kBlack, arc.start, arc.end);
+    canvas->setFillStyle(FillStyle::Transparent);
+}
+
+void Hmiky::drawBench(const Block& block, bool withSourceCircle) {
+    canvas->cls();
+    canvas->setDrawWidth(1);
+    canvas->setForeColor(kBlack);
+    if (withSourceCircle) canvas->circle(0, 0, kSourceCircleRadius, kBlack);
+    canvas->line(-200, 0, 200, 0, kBlack);
+    canvas->line(0, -200, 0, 200, kBlack);
+    drawBlock(block);
+}
+
+void Hmiky::initialDrawing() { redraw({}); }
+
+void Hmiky::keepMeasurement(const RayTrace& trace) {
+    if (trace.measuredIndex && std::isfinite(*trace.measuredIndex)) module1().measuredIndex = *trace.measuredIndex;
+    if (trace.exitRayAngle && std::isfinite(*trace.exitRayAngle)) module1().exitRayAngle = *trace.exitRayAngle;
+}
+
+void Hmiky::drawTrace(const RayTrace& trace, std::optional<QColor> incidentColour, std::optional<QColor> otherColour) {
+    canvas->setDrawWidth(2);
+    for (const RaySegment& s : trace.segments) {
+        QColor colour;
+        switch (s.kind) {
+        case SegmentKind::Incident: colour = incidentColour.value_or(kRayColour); break;
+        case SegmentKind::Emerging: colour = otherColour.value_or(kRayColour); break;
+        case SegmentKind::Inside:
+        case SegmentKind::Reflected: colour = otherColour.value_or(kInsideColour); break;
+        }
+        canvas->line(s.segment.from.x, s.segment.from.y, s.segment.to.x, s.segment.to.y, colour);
+    }
+    canvas->setDrawWidth(1);
+}
+
+void Hmiky::printNotes(const QStringList& notes) {
+    // The light comes from the upper right and leaves to the lower left or
+    // lower right: the upper left corner stays free for text.
+    canvas->setForeColor(kBlack);
+    double y = kTop - kMargin;
+    for (const QString& note : notes) {
+        canvas->setCurrentX(kLeft + kMargin);
+        canvas->setCurrentY(y);
+        canvas->print(note);
+        y = canvas->currentY();
+    }
+}
+
+void Hmiky::drawDirectionHint() {
+    const QStringList hint{QStringLiteral("Choose the direction of the semicircle:"),
+                           QStringLiteral("menu CHOOSE DIRECTION OF SEMICIRCLE"),
+                           QStringLiteral("Διάλεξε πρώτα την κατεύθυνση του ημικυκλίου")};
+    canvas->setForeColor(kHintColour);
+    canvas->setFontBold(true);
+    double y = -kSourceCircleRadius - 6.0;  // under the circle of the light source
+    for (const QString& line : hint) {
+        canvas->setCurrentX(-canvas->textWidth(line) / 2.0);
+        canvas->setCurrentY(y);
+        canvas->print(line);
+        y = canvas->currentY();
+    }
+    canvas->setFontBold(false);
+    canvas->setForeColor(kBlack);
+}
+
+void Hmiky::redraw(const QStringList& notes) {
+    syncSharedValues();
+    const Block block = currentBlock();
+    std::optional<RayTrace> trace;
+    if (hasDirection(block)) {
+        trace = traceRay(block, module1().rayHeight, module1().incidenceAngle);
+        keepMeasurement(*trace);
+    }
+    paint([this, block, trace, notes] {
+        drawBench(block);
+        if (trace) drawTrace(*trace);
+        else drawDirectionHint();
+        printNotes(notes);
+    });
+}

@@ -1,0 +1,188 @@
+#include <cmath>
+
+#include "analysis/errors_screen.h"
+#include "app/dialogs.h"
+#include "app/forms.h"
+#include "app/main_menu.h"
+#include "app/number_input.h"
+#include "app/program_exit.h"
+#include "app/shared_state.h"
+#include "canvas/qt_format.h"
+#include "semicircle/hmiky_look.h"
+#include "semicircle/hmiky_screen.h"
+
+using namespace bench_look;
+
+namespace {
+const QString kIncidenceTitle = QStringLiteral("incidence angle");
+}  // namespace
+
+// ----------------------------------------------------------------- handlers ---
+
+void Hmiky::Form_Load() {
+    SharedState& s = module1();
+    s.pi = 4.0 * std::atan(1.0);
+    s.semicircleRadius = HScroll1->value();
+    controlChanged([&s] {
+        return QStringList{QStringLiteral("Semicircle Radius=") + fmt(s.semicircleRadius, "0.0"),
+                           QStringLiteral("n=") + fmt(s.indexN, "0.0")};
+    });
+}
+
+void Hmiky::HScroll1_Change() {
+    controlChanged([] { return QStringList{QStringLiteral("angle=") + fmt(module1().angleWithY, "0.00") + "°"}; });
+}
+
+void Hmiky::xcoor_Change() {
+    controlChanged([] { return QStringList{QStringLiteral("xc = ") + fmt(module1().xc, "0.00")}; });
+}
+
+void Hmiky::ycoor_Change() {
+    controlChanged([] { return QStringList{QStringLiteral("yc = ") + fmt(module1().yc, "0.00")}; });
+}
+
+void Hmiky::angle_Change() {
+    controlChanged([] {
+        const QString value = fmt(module1().angleWithY, "0.00");
+        return QStringList{QStringLiteral("ANGLE  Γωνία= ") + value,
+                           QStringLiteral("Angle of Diameter with Y-axis=") + value};
+    });
+}
+
+void Hmiky::hvalue_Change() {
+    controlChanged([] { return QStringList{QStringLiteral("h(y(0) ray'2 =  ") + fmt(module1().rayHeight, "0.00")}; });
+}
+
+void Hmiky::Indexn_Change() {
+    controlChanged([] { return QStringList{QStringLiteral(" n= ") + fmt(module1().indexN, "0.00")}; });
+}
+
+void Hmiky::Command1_Click() {
+    const QString answer =
+        inputBox(QStringLiteral("WHAT IS THE INCIDENCE ANGLE Πόση είναι η γωνία πρόσπτωσης ως προς το ημικύκλιο?"),
+                 kIncidenceTitle);
+    if (answer.trimmed().isEmpty()) return;  // Cancel
+    const std::optional<double> typed = parseTypedNumber(answer.toStdString());
+    if (!typed) {
+        messageBox(QStringLiteral("The incidence angle must be a number of degrees, for example 30 or 42.5.\n"
+                                  "Η γωνία πρόσπτωσης πρέπει να είναι αριθμός μοιρών, για παράδειγμα 30 ή 42.5."),
+                   kIncidenceTitle);
+        return;
+    }
+    if (*typed < -90.0 || *typed > 90.0) {
+        messageBox(QStringLiteral("The incidence angle must lie between -90 and 90 degrees.\n"
+                                  "Η γωνία πρόσπτωσης πρέπει να είναι από -90 έως 90 μοίρες."),
+                   kIncidenceTitle);
+        return;
+    }
+
+    SharedState& s = module1();
+    s.incidenceAngle = *typed;
+    syncSharedValues();
+    const Block block = currentBlock();
+    std::optional<RayTrace> trace;
+    if (hasDirection(block)) {
+        trace = traceRay(block, s.rayHeight, s.incidenceAngle);
+        keepMeasurement(*trace);
+        series_.recordGivenAngle(block, s.incidenceAngle, *trace);
+        seriesChanged();
+    }
+    const QStringList lines{QStringLiteral("angle φ=") + fmt(s.incidenceAngle, "0.00"),
+                            QStringLiteral("h=") + fmt(s.rayHeight, "0.00"), QStringLiteral("xc=") + fmt(s.xc, "0.00"),
+                            QStringLiteral("yc=") + fmt(s.yc, "0.00")};
+    paint([this, block, trace, lines] {
+        drawBench(block, false);
+        if (trace) drawTrace(*trace, kGivenIncident, kGivenOther);
+        else drawDirectionHint();
+        printNotes(lines);
+    });
+}
+
+void Hmiky::Command2_Click() {
+    // Each bar's own handler puts its value into the shared state; the
+    // radius and the index stay as they are.
+    for (QScrollBar* bar : {xcoor, ycoor, angle, hvalue}) bar->setValue(0);
+    SharedState& s = module1();
+    s.rayHeight = 0.0;
+    s.angleWithY = 0.0;
+    s.xc = 0.0;
+    s.yc = 0.0;
+    showValues();
+    paint([this] { canvas->cls(); });
+    series_.clear();  // the typed angles start afresh
+    seriesChanged();
+}
+
+void Hmiky::Command3_Click() {
+    hide();
+    hideIfCreated<Errors>();
+    hideIfCreated<ListOfData>();
+    showScreen(form<Diathlasimeleti>());
+}
+
+void Hmiky::Command4_Click() {
+    syncSharedValues();
+    const SharedState& s = module1();
+    const Block block = currentBlock();
+    if (!hasDirection(block)) {
+        paint([this, block] {
+            drawBench(block);
+            drawDirectionHint();
+        });
+        return;
+    }
+    const RaysSeries series = runIncidenceSeries(block, s.rayHeight);
+    for (const SeriesRay& ray : series.rays) keepMeasurement(ray.trace);
+    series_.recordSweep(block, series);
+    seriesChanged();
+    const QStringList lines{QStringLiteral("ANGLE φ=") + fmt(s.angleWithY, "0.00"),
+                            QStringLiteral("MEAN VALUE OF INDEX Μέσος όρος δείκτη διάθλασης"),
+                            series.meanIndex ? fmt(*series.meanIndex, "0.0000")
+                                             : QStringLiteral("no ray measured  καμία μέτρηση"),
+                            QStringLiteral("h= ") + fmt(s.rayHeight, "0.00"), QStringLiteral("xc = ") + fmt(s.xc, "0.00"),
+                            QStringLiteral("yc = ") + fmt(s.yc, "0.00")};
+    paint([this, block, series, lines] {
+        drawBench(block);
+        for (const SeriesRay& ray : series.rays) drawTrace(ray.trace);
+        printNotes(lines);
+    });
+}
+
+void Hmiky::cmdend_Click() { endProgram(0); }
+
+void Hmiky::listOfData_Click() {
+    ListOfData& list = form<ListOfData>();
+    list.showSeries(series_);
+    showScreen(list);
+}
+
+void Hmiky::seriesChanged() {
+    if (Forms::instance().exists<ListOfData>()) form<ListOfData>().showSeries(series_);
+}
+
+void Hmiky::Form_MouseDown(double x, double y) {
+    if (!std::isfinite(x) || !std::isfinite(y)) return;
+    syncSharedValues();
+    const Block block = currentBlock();
+    markStartX = static_cast<float>(x);
+    markStartY = static_cast<float>(y);
+    std::optional<RayTrace> aimed;
+    if (hasDirection(block)) aimed = traceAimedRay(block, Point{x, y});
+    paint([this, block, aimed, x, y] {
+        drawBench(block);
+        canvas->circle(x, y, 5);
+        if (aimed) drawTrace(*aimed);
+        else drawDirectionHint();
+    });
+}
+
+void Hmiky::Form_MouseUp(double x, double y) {
+    if (!std::isfinite(x) || !std::isfinite(y)) return;
+    const double startX = markStartX;
+    const double startY = markStartY;
+    paint([this, before = picture_, startX, startY, x, y] {
+        if (before) before();
+        canvas->circle(startX, startY, 5);
+        canvas->circle(x, y, 5, QColor(255, 0, 0));
+    });
+}
