@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "app/forms.h"
+#include "app/window_keys.h"
 #include "app/window_placement.h"
 #include "canvas/fonts.h"
 
@@ -16,7 +17,6 @@ void prepareCanvas(Canvas& canvas) {
     // Tahoma with the Greek character set, as start-up prepares it.
     canvas.setFontName(QStringLiteral("TAHOMA"));
     canvas.setFontCharset(161);
-    canvas.setFocusPolicy(Qt::ClickFocus);
 }
 }  // namespace
 
@@ -31,6 +31,7 @@ Incref::Incref() {
     layout->addWidget(canvas);
     setMinimumSize(320, 260);
     resize(760, 560);
+    markGraphWindow(*this);
     graphScale();
     canvas->cls();
 }
@@ -62,6 +63,7 @@ Analysis::Analysis() {
     layout->addWidget(canvas, 4);
     setMinimumSize(320, 260);
     resize(760, 560);
+    markGraphWindow(*this);
     graphScale();
     canvas->cls();
 }
