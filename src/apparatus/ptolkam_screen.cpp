@@ -1,8 +1,6 @@
 #include "apparatus/ptolkam_screen.h"
 
-#include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include <cmath>
@@ -10,6 +8,7 @@
 #include "apparatus/apparatus_widgets.h"
 #include "app/dialogs.h"
 #include "app/forms.h"
+#include "app/window_placement.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
@@ -134,8 +133,14 @@ Ptolkam::Ptolkam() {
     setTabOrder(Enallagi, kripse);
     setTabOrder(kripse, explanation);
 
-    connect(Option1, &QRadioButton::clicked, this, &Ptolkam::Option1_Click);
-    connect(Option2, &QRadioButton::clicked, this, &Ptolkam::Option2_Click);
+    // Toggled, not clicked: a key or a screen reader's action chooses an
+    // option too, and the picture must follow whichever way it was chosen.
+    connect(Option1, &QRadioButton::toggled, this, [this](bool on) {
+        if (on) Option1_Click();
+    });
+    connect(Option2, &QRadioButton::toggled, this, [this](bool on) {
+        if (on) Option2_Click();
+    });
     connect(Enallagi, &QPushButton::clicked, this, &Ptolkam::Enallagi_Click);
     connect(kripse, &QPushButton::clicked, this, &Ptolkam::kripse_Click);
 
@@ -146,10 +151,10 @@ Ptolkam::Ptolkam() {
 const DataSet& Ptolkam::chosenSet() const { return Option1->isChecked() ? glassSet() : waterSet(); }
 
 void Ptolkam::Form_Load() {
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-        const QRect area = screen->availableGeometry();
-        resize(std::max(minimumWidth(), area.width() * 3 / 4), std::max(minimumHeight(), area.height() * 4 / 5));
-    }
+    const QRect area = availableArea(this);
+    QRect frame = outerRect(*this);
+    frame.setSize({std::max(minimumWidth(), area.width() * 3 / 4), std::max(minimumHeight(), area.height() * 4 / 5)});
+    placeWindow(*this, frame);
     showScreen(*this);  // the legend is spaced by the height of its text as seen
     standardAdjustment();
 }

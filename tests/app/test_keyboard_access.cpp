@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <QTemporaryDir>
 
+#include "app/focus_frame.h"
 #include "app/forms.h"
 #include "app/main_menu.h"
 #include "analysis/graph_screens.h"
@@ -13,6 +14,7 @@
 #include "apparatus/apparatus_openers.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
+#include "semicircle/hmiky_screen.h"
 #include "models/interpretation_openers.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
@@ -62,6 +64,32 @@ private slots:
         installFontSubstitutions();
         installMenuKeysEverywhere(*QCoreApplication::instance());
         installWindowKeysEverywhere(*QCoreApplication::instance());
+        installFocusFrameEverywhere(*QCoreApplication::instance());
+    }
+
+    // The focused control wears a 2-pixel black frame with a white line
+    // inside, whatever kind of control it is; the others do not.
+    void focusIsFramed() {
+        ScreenTestScope scope;
+        form<Diathlasimeleti>().Command1_Click();
+        Hmiky& bench = form<Hmiky>();
+        QVERIFY(active(bench));
+        QList<QWidget*> controls{bench.canvas};
+        controls << bench.findChildren<QScrollBar*>().first() << bench.findChildren<QAbstractButton*>().first();
+        for (QWidget* w : controls) {
+            const auto framed = [w] {
+                const QImage image = w->grab().toImage();
+                const int x = image.width() / 2, y = image.height() / 2;
+                const qreal r = image.devicePixelRatio();
+                auto at = [&](double px, double py) { return image.pixelColor(int(px * r), int(py * r)); };
+                return at(x, 0) == QColor(Qt::black) && at(x, 1) == QColor(Qt::black) && at(0, y) == QColor(Qt::black) &&
+                       at(x, 2) == QColor(Qt::white);
+            };
+            w->clearFocus();
+            QVERIFY2(!framed(), qPrintable(w->objectName()));
+            w->setFocus();
+            QVERIFY2(framed(), qPrintable(w->objectName()));
+        }
     }
 
     // From the main menu to a historical table and its graphs with keys
