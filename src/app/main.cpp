@@ -4,6 +4,7 @@
 #include "app/forms.h"
 #include "app/menu_keys.h"
 #include "app/module1.h"
+#include "app/window_access.h"
 #include "app/window_keys.h"
 #include "canvas/fonts.h"
 
@@ -15,6 +16,7 @@ int main(int argc, char* argv[]) {
     installMenuKeysEverywhere(app);
     installWindowKeysEverywhere(app);
     installFocusFrameEverywhere(app);
+    installWindowAccessEverywhere(app);
     Main();
     const int status = QApplication::exec();
     Forms::instance().destroyAll();
