@@ -8,6 +8,7 @@
 #include "app/forms.h"
 #include "app/scroll_bars.h"
 #include "app/shared_state.h"
+#include "canvas/qt_format.h"
 #include "canvas/fonts.h"
 #include "models/model_texts.h"
 #include "models/rixo_screen.h"
@@ -52,6 +53,9 @@ Rixotext::Rixotext() {
     n1overn2 = makeBar(50, 250, 150, 10, "n1overn2",
                        QStringLiteral("Ratio of the indices n2/n1  Λόγος των δεικτών n2/n1"));
     prosptosi = makeBar(0, 89, 30, 5, "prosptosi", QStringLiteral("Angle of incidence  Γωνία πρόσπτωσης"));
+    describeValue(*n1overn2, [this](int) { return QStringLiteral("n2/n1 = ") + fmt(ratio(), "0.00"); });
+    describeValue(*prosptosi, [this](int) { return QStringLiteral("i = ") + fmt(incidenceDegrees(), "0") + "°"; });
+    describeValue(*newtongtimi, [this](int) { return QStringLiteral("Newton's value = ") + fmt(newtonValue(), "0.00"); });
 
     Text1 = new QLineEdit;
     Text1->setObjectName(QStringLiteral("Text1"));
