@@ -231,12 +231,12 @@ void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& styl
 
     // The graph in words, for a screen reader.
     QString summary = QStringLiteral("Graph: %1 across against %2 up, both 0 to 1.1. %3 points%4. Dashed line n = 1.")
-                          .arg(sinIncidenceTitle, sinRefractionTitle)
+                          .arg(texts.sinIncidenceTitle, texts.sinRefractionTitle)
                           .arg(n)
                           .arg(style.setLabel.isEmpty() ? QString() : QStringLiteral(" of ") + style.setLabel.trimmed());
     if (fit.line)
         summary += QStringLiteral(" Fitted line: sin r = %1 sin i %2 %3. %4")
                        .arg(fmt(fit.line->slope, "0.000"), fit.line->intercept < 0 ? QStringLiteral("-") : QStringLiteral("+"),
-                            fmt(std::fabs(fit.line->intercept), "0.000"), indexText.trimmed());
+                            fmt(std::fabs(fit.line->intercept), "0.000"), texts.index.trimmed());
     c.setSummary(summary);
 }
