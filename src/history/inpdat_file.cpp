@@ -144,9 +144,13 @@ void Inpdat::showNote(int noteIndex) {
     placeGraphScreensBeside(*this);
     analysis.show();
     analysis.raise();
-    // The figure is drawn at the size the canvas has beside the text.
+    // The figure is drawn at the size the canvas has beside the text. A
+    // note without one leaves the drawing empty: whatever was there belongs
+    // to another title.
     if (note.figure != history::NoteFigure::None) {
         if (analysis.layout()) analysis.layout()->activate();
         drawNoteFigure(*analysis.canvas, note.figure);
+    } else {
+        analysis.canvas->cls();
     }
 }
