@@ -1,5 +1,7 @@
 // The measurement file's readers on any bytes: the sequential reader, the
 // last-record reader, the recall reader with the position the pupil types.
+// Then the writer over those bytes, against a plain model of what it must
+// leave: the records in their 128-byte slots, every other byte as it was.
 // Input: an optional first line with the typed position, then the file.
 #include <signal.h>
 #include <unistd.h>
@@ -108,5 +110,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             FUZZ_REQUIRE(record && holds(*record, paddedAt(file, static_cast<std::size_t>(position - 1) * kRecordBytes)));
         }
     }
+
+    // Two records written over the file: slots 1 and 2, the rest kept.
+    const std::vector<MeasurementRecord> written{decodeRecord(paddedAt(file, 0).data()),
+                                                 MeasurementRecord{1.5, -2, 3, 45, 1.5, 0.25f, 0.5f}};
+    std::vector<std::uint8_t> expected = file;
+    expected.resize(std::max(expected.size(), kWriterSlotBytes + kRecordBytes), 0);
+    for (std::size_t k = 0; k < written.size(); ++k) {
+        const auto bytes = encodeRecord(written[k]);
+        std::copy(bytes.begin(), bytes.end(), expected.begin() + static_cast<std::ptrdiff_t>(k * kWriterSlotBytes));
+    }
+    FUZZ_REQUIRE(writeMeasurementFile(path, written).ok);
+    std::ifstream in(path, std::ios::binary);
+    const std::vector<std::uint8_t> after{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    FUZZ_REQUIRE(after == expected);
     return 0;
 }

@@ -2,16 +2,18 @@
 
 #include <QAction>
 #include <QBuffer>
+#include <QFile>
 #include <QFileInfo>
 #include <QPainter>
 #include <QPrinter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 #include <algorithm>
 #include <cmath>
 
 #include "app/dialogs.h"
+#include "app/message_text.h"
+#include "app/outside_files.h"
 #include "canvas/canvas.h"
 
 namespace {
@@ -82,18 +84,9 @@ QString saveFigureFile(const Canvas& canvas, const QString& path) {
         buffer.open(QIODevice::WriteOnly);
         if (!figureImage(canvas).save(&buffer, "PNG")) return QStringLiteral("the image could not be made");
     }
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return file.errorString();
-    // QSaveFile buffers: a full disk shows when the buffer is flushed, and
-    // commit() does not report a failed flush, it would put an empty or cut
-    // file in place of the old one. Flush first and give up on failure.
-    if (file.write(bytes) != bytes.size() || !file.flush()) {
-        const QString reason = file.errorString();
-        file.cancelWriting();
-        return reason;
-    }
-    if (!file.commit()) return file.errorString();
-    return QString();
+    const FileWriteResult written = replaceFile(std::filesystem::path(QFile::encodeName(path).toStdString()),
+                                                std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    return written.ok ? QString() : QString::fromStdString(written.reason);
 }
 
 void saveFigureInteractive(const Canvas& canvas) {
@@ -106,7 +99,7 @@ void saveFigureInteractive(const Canvas& canvas) {
     if (!error.isEmpty())
         messageBox(QStringLiteral("The figure could not be saved in %1 (%2); nothing was changed.  "
                                   "Το σχήμα δεν αποθηκεύτηκε στο %1· δεν άλλαξε τίποτα.")
-                       .arg(QFileInfo(path).fileName(), error));
+                       .arg(QString::fromStdString(quotedForMessage(QFileInfo(path).fileName().toStdString())), error));
 }
 
 void printFigureInteractive(const Canvas& canvas) {

@@ -28,6 +28,9 @@ QString fromUtf8(const std::string& text) { return QString::fromUtf8(text.data()
 const QString kNoFile = QStringLiteral(
     "There is no measurement file \"fylaxi\" here yet: on the bench (SEMICIRCLE) create it first.  "
     "Δεν υπάρχει ακόμη αρχείο μετρήσεων \"fylaxi\": δημιούργησέ το πρώτα στον πάγκο (SEMICIRCLE).");
+const QString kUnreadable = QStringLiteral(
+    "The measurement file \"fylaxi\" cannot be read: %1.  "
+    "Το αρχείο μετρήσεων \"fylaxi\" δεν μπορεί να διαβαστεί.");
 const QString kDamaged = QStringLiteral(
     "The measurement file holds a damaged record at position %1; nothing was changed.  "
     "Το αρχείο μετρήσεων έχει κατεστραμμένη εγγραφή στη θέση %1· δεν άλλαξε τίποτα.");
@@ -71,10 +74,20 @@ void Inpdat::printFileLines(const QStringList& lines, const std::vector<QColor>&
     c.setForeColor(Qt::black);
 }
 
+// Says why the file cannot be read, if it cannot: missing is one thing,
+// present but unreadable (a folder, a pipe, no permission) another.
+bool Inpdat::measurementFileReadable() {
+    const MeasurementFileState state = measurementFileState(kMeasurementFileName);
+    if (state.readable) return true;
+    messageBox(state.missing ? kNoFile : kUnreadable.arg(fromUtf8(state.reason)));
+    return false;
+}
+
 void Inpdat::readStoredSetups() {
+    if (!measurementFileReadable()) return;
     const auto last = readLastMeasurementRecord(kMeasurementFileName);
     if (!last) {
-        messageBox(kNoFile);
+        messageBox(kNoFile);  // emptied or removed since
         return;
     }
     if (!plausible(last->record)) {
@@ -88,6 +101,7 @@ void Inpdat::readStoredSetups() {
 }
 
 void Inpdat::recallSetup() {
+    if (!measurementFileReadable()) return;
     const long long positions = recallPositionCount(kMeasurementFileName);
     if (positions == 0) {
         messageBox(kNoFile);

@@ -143,6 +143,7 @@ private:
     // release (Witelo's two stay as they are).
     void uncheckAirDataItems();
     bool witeloChecked() const;
+    bool measurementFileReadable();  // false after a message saying why not
     // The pairs the models and analysisdata use; a message and none when the
     // grid holds something that is not an angle.
     std::optional<std::vector<history::AnglePair>> currentPairs(bool typedOnly);

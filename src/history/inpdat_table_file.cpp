@@ -2,9 +2,10 @@
 // grid or from a loaded historical table.
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include "app/dialogs.h"
+#include "app/message_text.h"
+#include "app/outside_files.h"
 #include "history/inpdat_screen.h"
 #include "history/pupil_table.h"
 
@@ -14,8 +15,13 @@ const QString kFilter = QStringLiteral("CSV table (*.csv);;All files (*)");
 
 QString fromUtf8(const std::string& text) { return QString::fromUtf8(text.data(), qsizetype(text.size())); }
 
+// The file's name as a message may quote it.
+QString shownName(const QString& path) { return fromUtf8(quotedForMessage(QFileInfo(path).fileName().toStdString())); }
+
+std::filesystem::path nativePath(const QString& path) { return std::filesystem::path(QFile::encodeName(path).toStdString()); }
+
 QString fileError(const QString& path, const history::TableFileError& e) {
-    const QString name = QFileInfo(path).fileName();
+    const QString name = shownName(path);
     if (e.line == 0)
         return QStringLiteral("%1: %2  %1: %3").arg(name, fromUtf8(e.english), fromUtf8(e.greek));
     return QStringLiteral("%1, line %2: %3  %1, γραμμή %2: %4")
@@ -38,15 +44,17 @@ void Inpdat::saveTable() {
 }
 
 bool Inpdat::openTableFile(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        messageBox(QStringLiteral("The file %1 cannot be opened: %2  Το αρχείο %1 δεν ανοίγει.")
-                       .arg(QFileInfo(path).fileName(), file.errorString()));
+    InputFile file(nativePath(path));
+    // Read no more than a table can need: a huge file is refused unread.
+    std::string bytes(history::kLargestTableFile + 1, '\0');
+    const std::int64_t read = file.isOpen() ? file.readAt(0, bytes.data(), bytes.size()) : -1;
+    if (read < 0) {
+        messageBox(QStringLiteral("The file %1 cannot be opened: %2.  Το αρχείο %1 δεν ανοίγει.")
+                       .arg(shownName(path), fromUtf8(file.reason())));
         return false;
     }
-    // Read no more than a table can need: a huge file is refused unread.
-    const QByteArray bytes = file.read(static_cast<qint64>(history::kLargestTableFile) + 1);
-    const history::TableFileReading reading = history::parseTableFile(std::string_view(bytes.constData(), bytes.size()));
+    bytes.resize(static_cast<std::size_t>(read));
+    const history::TableFileReading reading = history::parseTableFile(bytes);
     if (reading.error) {
         messageBox(fileError(path, *reading.error));
         return false;
@@ -83,18 +91,11 @@ bool Inpdat::saveTableFile(const QString& path) {
         messageBox(QStringLiteral("There are no angle pairs to save.  Δεν υπάρχουν ζεύγη γωνιών για αποθήκευση."));
         return false;
     }
-    const std::string text = history::writeTableFile(rows);
-    // Written whole or not at all: an old file stays as it was on failure.
-    // QSaveFile's commit() does not report a failed flush of its buffer (a
-    // full disk): it would replace the old file with an empty one, so the
-    // flush is checked first.
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) ||
-        file.write(text.data(), static_cast<qint64>(text.size())) != static_cast<qint64>(text.size()) ||
-        !file.flush() || !file.commit()) {
+    const FileWriteResult written = replaceFile(nativePath(path), history::writeTableFile(rows));
+    if (!written.ok) {
         messageBox(QStringLiteral("The table could not be saved in %1 (%2); nothing was changed.  "
                                   "Ο πίνακας δεν αποθηκεύτηκε στο %1· δεν άλλαξε τίποτα.")
-                       .arg(QFileInfo(path).fileName(), file.errorString()));
+                       .arg(shownName(path), fromUtf8(written.reason)));
         return false;
     }
     return true;

@@ -4,30 +4,13 @@
 #include <cctype>
 #include <cmath>
 
+#include "app/message_text.h"
 #include "app/number_input.h"
 #include "history/historical_tables.h"
 
 namespace history {
 
 namespace {
-
-bool validUtf8(std::string_view s) {
-    std::size_t i = 0;
-    while (i < s.size()) {
-        const auto c = static_cast<unsigned char>(s[i]);
-        std::size_t extra = 0;
-        if (c < 0x80) extra = 0;
-        else if ((c & 0xE0) == 0xC0 && c >= 0xC2) extra = 1;
-        else if ((c & 0xF0) == 0xE0) extra = 2;
-        else if ((c & 0xF8) == 0xF0 && c <= 0xF4) extra = 3;
-        else return false;
-        if (i + extra >= s.size()) return false;
-        for (std::size_t k = 1; k <= extra; ++k)
-            if ((static_cast<unsigned char>(s[i + k]) & 0xC0) != 0x80) return false;
-        i += extra + 1;
-    }
-    return true;
-}
 
 std::string trim(std::string_view s) {
     auto blank = [](char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; };
@@ -100,7 +83,7 @@ TableFileReading parseTableFile(std::string_view text) {
             const auto u = static_cast<unsigned char>(c);
             return u < 0x20 && c != '\t';
         });
-        if (control || !validUtf8(line))
+        if (control || !isValidUtf8(line))
             return fail(errorAt(lineNo, "This line is not text: is the file a table saved as CSV?",
                                 "Η γραμμή δεν είναι κείμενο: είναι το αρχείο πίνακας αποθηκευμένος ως CSV;"));
         if (trim(line).empty())
@@ -119,11 +102,11 @@ TableFileReading parseTableFile(std::string_view text) {
         const auto incidence = angleCell(cells[0], semicolons);
         const std::optional<std::string> refraction =
             cells[1].empty() ? std::optional<std::string>("") : angleCell(cells[1], semicolons);
-        if (!incidence || !refraction)
-            return fail(errorAt(lineNo, "\"" + (!incidence ? cells[0] : cells[1]) +
-                                            "\" is not an angle in degrees between -180 and 180.",
-                                "Το \"" + (!incidence ? cells[0] : cells[1]) +
-                                    "\" δεν είναι γωνία σε μοίρες μεταξύ -180 και 180."));
+        if (!incidence || !refraction) {
+            const std::string cell = quotedForMessage(!incidence ? cells[0] : cells[1]);
+            return fail(errorAt(lineNo, "\"" + cell + "\" is not an angle in degrees between -180 and 180.",
+                                "Το \"" + cell + "\" δεν είναι γωνία σε μοίρες μεταξύ -180 και 180."));
+        }
         if (static_cast<int>(reading.rows.size()) == kTableRows)
             return fail(errorAt(lineNo, "The table has more than 14 rows; the grid holds 14.",
                                 "Ο πίνακας έχει περισσότερες από 14 γραμμές· το πλέγμα χωράει 14."));

@@ -32,7 +32,8 @@ struct TableFileReading {
 // Reads the text of a table file. Every refusal names the line: a blank
 // line between rows, a wrong number of cells, a cell that is not an angle
 // between −180 and 180, more than 14 rows, text that is not UTF-8 or holds
-// control characters. A first row whose first cell is not a number is the
+// control characters. A cell quoted in a refusal is cut to 40 characters
+// with invisible and direction-changing characters escaped. A first row whose first cell is not a number is the
 // header. A row may leave the refraction empty, as the grid may.
 TableFileReading parseTableFile(std::string_view text);
 

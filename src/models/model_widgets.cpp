@@ -28,6 +28,7 @@ void FormTimer::bindTo(QWidget* screen) {
     if (!screen || std::find(screens_.begin(), screens_.end(), screen) != screens_.end()) return;
     screens_.emplace_back(screen);
     screen->installEventFilter(this);
+    if (screen->window() != screen) screen->window()->installEventFilter(this);  // where minimising is told
     sync();
 }
 
@@ -38,8 +39,12 @@ void FormTimer::setEnabled(bool enabled) {
 
 void FormTimer::setInterval(int ms) { timer_.setInterval(std::max(1, ms)); }
 
+// A minimised window still counts as visible to Qt, but nobody sees it:
+// an animation for it would only burn the processor.
 bool FormTimer::screensVisible() const {
-    return std::all_of(screens_.begin(), screens_.end(), [](const QPointer<QWidget>& s) { return s && s->isVisible(); });
+    return std::all_of(screens_.begin(), screens_.end(), [](const QPointer<QWidget>& s) {
+        return s && s->isVisible() && !s->window()->isMinimized();
+    });
 }
 
 void FormTimer::sync() {
@@ -49,7 +54,8 @@ void FormTimer::sync() {
 }
 
 bool FormTimer::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Show || event->type() == QEvent::Hide) sync();
+    if (event->type() == QEvent::Show || event->type() == QEvent::Hide || event->type() == QEvent::WindowStateChange)
+        sync();
     return QObject::eventFilter(watched, event);
 }
 

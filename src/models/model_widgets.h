@@ -17,8 +17,8 @@
 // and each tick repaints only the rectangles that changed.
 
 // A timer with the classic Enabled and Interval: enabled means "wanted"; it
-// actually ticks only while every screen it is bound to is visible, and
-// stops and resumes with them.
+// actually ticks only while every screen it is bound to is on view (shown
+// and not minimised), and stops and resumes with them where it was.
 class FormTimer : public QObject {
     Q_OBJECT
 public:

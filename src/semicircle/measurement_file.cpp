@@ -1,20 +1,10 @@
 #include "semicircle/measurement_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <atomic>
 #include <bit>
-#include <cerrno>
 #include <cmath>
-#include <cstring>
-#include <fstream>
-#include <limits>
 #include <numbers>
-#include <system_error>
 
+#include "app/outside_files.h"
 #include "history/least_squares.h"
 
 namespace {
@@ -42,49 +32,15 @@ float getFloat(const std::uint8_t* in) { return std::bit_cast<float>(getLittleEn
 
 std::string failureMessage(const fs::path& path, const std::string& reason) {
     const std::string name = path.filename().string();
-    return "Could not write the measurement file " + name + ": " + reason + "  Δεν ήταν δυνατή η εγγραφή του αρχείου " +
-           name;
+    return "Could not write the measurement file " + name + ": " + reason + ".  Δεν ήταν δυνατή η εγγραφή του αρχείου " +
+           name + ".";
 }
 
-std::string systemReason(int error) { return std::error_code(error, std::generic_category()).message(); }
-
-// Reads up to `count` bytes at `offset`; fewer where the file ends.
-std::vector<std::uint8_t> readBytes(std::ifstream& in, std::uint64_t offset, std::size_t count) {
-    std::vector<std::uint8_t> bytes(count, 0);
-    in.clear();
-    in.seekg(static_cast<std::streamoff>(offset));
-    if (!in) return {};
-    in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(count));
-    bytes.resize(static_cast<std::size_t>(std::max<std::streamsize>(in.gcount(), 0)));
-    return bytes;
-}
-
-MeasurementRecord decodePadded(std::vector<std::uint8_t> bytes) {
-    bytes.resize(kRecordBytes, 0);
+// The 48 bytes at `offset`, zeros where the file ends; none on a read error.
+std::optional<MeasurementRecord> recordAt(InputFile& in, std::uint64_t offset) {
+    std::array<std::uint8_t, kRecordBytes> bytes{};
+    if (in.readAt(offset, bytes.data(), bytes.size()) < 0) return std::nullopt;
     return decodeRecord(bytes.data());
-}
-
-// Writes everything to an open descriptor, retrying short writes.
-bool writeAll(int fd, const std::vector<std::uint8_t>& bytes, int& error) {
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-        const ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            error = errno;
-            return false;
-        }
-        done += static_cast<std::size_t>(n);
-    }
-    return true;
-}
-
-// A name for the temporary beside the target that no other writer uses.
-fs::path temporaryBeside(const fs::path& target, int attempt) {
-    static std::atomic<unsigned> counter{0};
-    const std::string name = "." + target.filename().string() + ".tmp-" + std::to_string(::getpid()) + "-" +
-                             std::to_string(counter++) + "-" + std::to_string(attempt);
-    return target.parent_path() / name;
 }
 
 }  // namespace
@@ -113,128 +69,64 @@ MeasurementRecord decodeRecord(const std::uint8_t* bytes) {
     return record;
 }
 
-std::vector<std::uint8_t> buildSeriesContents(const std::vector<std::uint8_t>& existing,
-                                              const std::vector<MeasurementRecord>& records) {
-    std::vector<std::uint8_t> contents = existing;
-    if (records.empty()) return contents;
-    const std::size_t needed = (records.size() - 1) * kWriterSlotBytes + kRecordBytes;
-    if (contents.size() < needed) contents.resize(needed, 0);
-    for (std::size_t k = 0; k < records.size(); ++k) {
-        const auto bytes = encodeRecord(records[k]);
-        std::copy(bytes.begin(), bytes.end(), contents.begin() + static_cast<std::ptrdiff_t>(k * kWriterSlotBytes));
-    }
-    return contents;
+WriteOutcome writeMeasurementFile(const std::filesystem::path& path, const std::vector<MeasurementRecord>& records) {
+    // The old file is copied into the temporary without passing through
+    // memory (shared extents or its data stretches only), then the records
+    // go into their slots: the cost follows what is written, not the size
+    // of whatever file was there before.
+    const FileWriteResult result = replaceFile(path, [&records](int temporary, int old) {
+        if (old >= 0)
+            if (const int error = copyFileContents(old, temporary)) return error;
+        for (std::size_t k = 0; k < records.size(); ++k) {
+            const auto bytes = encodeRecord(records[k]);
+            if (const int error = writeAllAt(temporary, bytes.data(), bytes.size(), k * kWriterSlotBytes)) return error;
+        }
+        return 0;
+    });
+    if (!result.ok) return {false, failureMessage(path, result.reason)};
+    return {true, {}};
 }
 
-WriteOutcome writeMeasurementFile(const std::filesystem::path& path, const std::vector<MeasurementRecord>& records) {
-    std::error_code ec;
-    fs::path target = path;
-    if (fs::is_symlink(target, ec)) {
-        // Replace the file the link points to, not the link itself.
-        const fs::path resolved = fs::weakly_canonical(target, ec);
-        if (!ec) target = resolved;
-    }
-    if (target.filename().empty()) return {false, failureMessage(path, "no file name")};
-
-    std::vector<std::uint8_t> existing;
-    std::optional<fs::perms> oldPermissions;
-    const fs::file_status status = fs::status(target, ec);
-    if (fs::exists(status)) {
-        if (!fs::is_regular_file(status)) return {false, failureMessage(path, "it is not a regular file")};
-        oldPermissions = status.permissions();
-        std::ifstream in(target, std::ios::binary);
-        if (!in) return {false, failureMessage(path, "it cannot be read")};
-        existing.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-        if (in.bad()) return {false, failureMessage(path, "it cannot be read")};
-    }
-    const std::vector<std::uint8_t> contents = buildSeriesContents(existing, records);
-
-    fs::path temporary;
-    int fd = -1;
-    int error = 0;
-    for (int attempt = 0; attempt < 100 && fd < 0; ++attempt) {
-        temporary = temporaryBeside(target, attempt);
-        fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        error = errno;
-        if (fd < 0 && error != EEXIST) break;
-    }
-    if (fd < 0) return {false, failureMessage(path, systemReason(error))};
-
-    bool written = writeAll(fd, contents, error);
-    if (written && oldPermissions) {
-        // Keep the old file's permission bits; failing to do so is harmless.
-        (void)::fchmod(fd, static_cast<mode_t>(*oldPermissions) & 07777);
-    }
-    if (written && ::fsync(fd) != 0) {
-        error = errno;
-        written = false;
-    }
-    if (::close(fd) != 0 && written) {
-        error = errno;
-        written = false;
-    }
-    if (written) {
-        fs::rename(temporary, target, ec);
-        if (!ec) return {true, {}};
-    }
-    const std::string reason = written ? ec.message() : systemReason(error);
-    std::error_code ignored;
-    fs::remove(temporary, ignored);
-    return {false, failureMessage(path, reason)};
+MeasurementFileState measurementFileState(const std::filesystem::path& path) {
+    InputFile in(path);
+    if (in.isOpen()) return {true, false, {}};
+    return {false, in.missing(), in.reason()};
 }
 
 std::vector<MeasurementRecord> readMeasurementRecords(const std::filesystem::path& path) {
     std::vector<MeasurementRecord> records;
-    std::error_code ec;
-    if (!fs::is_regular_file(path, ec)) return records;
-    const std::uintmax_t size = fs::file_size(path, ec);
-    if (ec) return records;
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return records;
-    for (std::uintmax_t offset = 0; offset < size; offset += kWriterSlotBytes) {
-        std::vector<std::uint8_t> bytes = readBytes(in, offset, kRecordBytes);
-        if (bytes.empty()) break;
-        records.push_back(decodePadded(std::move(bytes)));
+    InputFile in(path);
+    for (std::uint64_t offset = 0; offset < in.size(); offset += kWriterSlotBytes) {
+        const auto record = recordAt(in, offset);
+        if (!record) break;
+        records.push_back(*record);
     }
     return records;
 }
 
 std::optional<LastRecord> readLastMeasurementRecord(const std::filesystem::path& path) {
-    std::error_code ec;
-    if (!fs::is_regular_file(path, ec)) return std::nullopt;
-    const std::uintmax_t size = fs::file_size(path, ec);
-    if (ec || size == 0) return std::nullopt;
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return std::nullopt;
-    const std::uintmax_t slots = (size + kWriterSlotBytes - 1) / kWriterSlotBytes;
-    std::vector<std::uint8_t> bytes = readBytes(in, (slots - 1) * kWriterSlotBytes, kRecordBytes);
-    if (bytes.empty()) return std::nullopt;
-    return LastRecord{static_cast<long long>(slots), decodePadded(std::move(bytes))};
+    InputFile in(path);
+    if (in.size() == 0) return std::nullopt;
+    const std::uint64_t slots = (in.size() + kWriterSlotBytes - 1) / kWriterSlotBytes;
+    const auto record = recordAt(in, (slots - 1) * kWriterSlotBytes);
+    if (!record) return std::nullopt;
+    return LastRecord{static_cast<long long>(slots), *record};
 }
 
 long long recallPositionCount(const std::filesystem::path& path) {
-    std::error_code ec;
-    if (!fs::is_regular_file(path, ec)) return 0;
-    const std::uintmax_t size = fs::file_size(path, ec);
-    if (ec) return 0;
-    return static_cast<long long>((size + kRecordBytes - 1) / kRecordBytes);
+    InputFile in(path);
+    return static_cast<long long>((in.size() + kRecordBytes - 1) / kRecordBytes);
 }
 
 std::optional<MeasurementRecord> recallMeasurementRecord(const std::filesystem::path& path, long long position) {
     if (position < 1) return std::nullopt;
-    std::error_code ec;
-    if (!fs::is_regular_file(path, ec)) return std::nullopt;
-    const std::uintmax_t size = fs::file_size(path, ec);
-    if (ec) return std::nullopt;
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return std::nullopt;
-    const auto index = static_cast<std::uintmax_t>(position - 1);
+    InputFile in(path);
+    if (!in.isOpen()) return std::nullopt;
+    const auto index = static_cast<std::uint64_t>(position - 1);
     // A position past the end reads as zeros; test it before multiplying so
     // that a huge position cannot overflow the offset.
-    if (index > size / kRecordBytes) return MeasurementRecord{};
-    const std::uintmax_t offset = index * kRecordBytes;
-    if (offset >= size) return MeasurementRecord{};
-    return decodePadded(readBytes(in, offset, kRecordBytes));
+    if (index > in.size() / kRecordBytes) return MeasurementRecord{};
+    return recordAt(in, index * kRecordBytes);
 }
 
 namespace {

@@ -26,21 +26,28 @@ inline constexpr const char* kMeasurementFileName = "fylaxi";
 std::array<std::uint8_t, kRecordBytes> encodeRecord(const MeasurementRecord& record);
 MeasurementRecord decodeRecord(const std::uint8_t* bytes);  // reads kRecordBytes
 
-// The file's new contents after writing `records` from slot 1 on over the
-// `existing` contents: record k at (k − 1)·128; bytes between records and
-// anything of a longer old file beyond the last record are kept; new gaps
-// are zeros.
-std::vector<std::uint8_t> buildSeriesContents(const std::vector<std::uint8_t>& existing,
-                                              const std::vector<MeasurementRecord>& records);
-
-// Writes the records as above, replacing the file whole or not at all
-// (a temporary file beside it, then a rename). On failure the old file is
+// Writes the records from slot 1 on over the old contents: record k at
+// (k − 1)·128; bytes between records and anything of a longer old file
+// beyond the last record are kept; new gaps are zeros. The file is
+// replaced whole or not at all, by the rules of replaceFile (a read-only
+// old file or a broken link is refused). Time and memory follow the
+// records written, not the old file's size. On failure the old file is
 // untouched and the result holds a bilingual message.
 struct WriteOutcome {
     bool ok = false;
     std::string error;
 };
 WriteOutcome writeMeasurementFile(const std::filesystem::path& path, const std::vector<MeasurementRecord>& records);
+
+// Whether the readers can read the file, and if not whether it is simply
+// not there or could not be opened (then `reason` says why, in the
+// system's words: a folder, a pipe, no permission).
+struct MeasurementFileState {
+    bool readable = false;
+    bool missing = false;
+    std::string reason;
+};
+MeasurementFileState measurementFileState(const std::filesystem::path& path);
 
 // Sequential reader: every 128-byte slot from the start while the file has
 // bytes there (a short last record is padded with zeros). A missing or empty

@@ -11,6 +11,21 @@
 #include "history/inpdat_screen.h"
 #include "test_support.h"
 
+namespace {
+
+// Whether the title is drawn in the highlight colour over a good part of it.
+bool highlighted(QMenuBar& bar, QAction* title) {
+    const QImage image = bar.grab().toImage();
+    const QRect box = bar.actionGeometry(title);
+    const QRgb fill = bar.palette().color(QPalette::Highlight).rgb();
+    int hits = 0;
+    for (int y = box.top(); y <= box.bottom(); ++y)
+        for (int x = box.left(); x <= box.right(); ++x) hits += image.pixel(x, y) == fill ? 1 : 0;
+    return hits > box.width() * box.height() / 4;
+}
+
+}  // namespace
+
 class TestKeyboardAccess : public QObject {
     Q_OBJECT
 private slots:
@@ -58,6 +73,54 @@ private slots:
         QTest::keyClick(d.menuBar()->activeAction()->menu(), Qt::Key_Escape);
         QTest::keyClick(&d, Qt::Key_I, Qt::AltModifier);
         QCOMPARE(d.menuBar()->activeAction(), d.History_notes->menuAction());
+    }
+
+    // The key after Alt+letter acts in the open menu, as after a mnemonic:
+    // Alt+F, Down, Enter runs the second item of FILE; Alt+N, Enter the
+    // first of INSTRUMENTS.
+    void keyAfterAltLetterGoesToTheMenu() {
+        ScreenTestScope scope;
+        installMenuKeysEverywhere(*QCoreApplication::instance());
+        form<Diathlasimeleti>().Command2_Click();
+        Inpdat& d = form<Inpdat>();
+        QVERIFY(QTest::qWaitForWindowActive(&d));
+        QSignalSpy fit(d.empiricalFitItem, &QAction::triggered);
+        QSignalSpy recall(d.recallItem, &QAction::triggered);
+        QTest::keyClick(&d, Qt::Key_F, Qt::AltModifier);
+        QWidget* popup = QApplication::activePopupWidget();
+        QVERIFY(popup);
+        QTest::keyClick(popup, Qt::Key_Down);
+        QTest::keyClick(popup, Qt::Key_Return);
+        QCOMPARE(recall.count(), 1);
+        QCOMPARE(fit.count(), 0);
+
+        QVERIFY(QTest::qWaitForWindowActive(&d));
+        QSignalSpy ptolemy(d.ptolemaiosItem, &QAction::triggered);
+        QTest::keyClick(&d, Qt::Key_N, Qt::AltModifier);
+        QVERIFY(QApplication::activePopupWidget());
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
+        QCOMPARE(ptolemy.count(), 1);
+    }
+
+    // Alt alone highlights the first title of the menu bar without opening
+    // it, visibly; the arrows then move along the titles.
+    void altAloneHighlightsTheMenuBar() {
+        ScreenTestScope scope;
+        installMenuKeysEverywhere(*QCoreApplication::instance());
+        form<Diathlasimeleti>().Command2_Click();
+        Inpdat& d = form<Inpdat>();
+        QVERIFY(QTest::qWaitForWindowActive(&d));
+        QTest::keyPress(&d, Qt::Key_Alt, Qt::AltModifier);
+        QTest::keyRelease(&d, Qt::Key_Alt, Qt::AltModifier);
+        QCOMPARE(d.menuBar()->activeAction(), d.Models->menuAction());
+        QVERIFY(!QApplication::activePopupWidget());
+        QVERIFY(highlighted(*d.menuBar(), d.Models->menuAction()));
+        QTest::keyClick(d.menuBar(), Qt::Key_Right);
+        QCOMPARE(d.menuBar()->activeAction(), d.Histoire->menuAction());
+        QVERIFY(highlighted(*d.menuBar(), d.Histoire->menuAction()) && !highlighted(*d.menuBar(), d.Models->menuAction()));
+        QTest::keyClick(d.menuBar(), Qt::Key_Escape);
+        QVERIFY(!d.menuBar()->activeAction());
+        QVERIFY(!highlighted(*d.menuBar(), d.Histoire->menuAction()));
     }
 };
 

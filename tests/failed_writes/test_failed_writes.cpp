@@ -25,6 +25,7 @@
 #include "history/inpdat_screen.h"
 #include "semicircle/hmiky_screen.h"
 #include "semicircle/measurement_file.h"
+#include "app/outside_files.h"
 #include "test_support.h"
 
 namespace {
@@ -169,6 +170,36 @@ private slots:
                          qPrintable(what + QStringLiteral(": a temporary was left behind")));
                 QVERIFY2(scope_->dialogs().messages.size() == messages + 1 && bilingual(lastMessage()),
                          qPrintable(what + QStringLiteral(": ") + lastMessage()));
+                // The system's own reason, not a stand-in.
+                QVERIFY2(lastMessage().contains(QString::fromStdString(systemReason(EFBIG))),
+                         qPrintable(what + QStringLiteral(": ") + lastMessage()));
+            }
+        }
+    }
+
+    // A read-only old file, a link that leads nowhere and a loop of links:
+    // every writer refuses them alike instead of putting a plain file there.
+    void awkwardTargetsRefused() {
+        for (const Writer& w : writers()) {
+            for (int kind = 0; kind < 3; ++kind) {
+                QTemporaryDir dir;
+                const QString path = dir.filePath(w.fileName);
+                if (kind == 0) {
+                    QVERIFY(writeAll(path, kOld));
+                    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::ReadGroup);
+                } else if (kind == 1) {
+                    QVERIFY(QFile::link(dir.filePath("nowhere"), path));
+                } else {
+                    QVERIFY(QFile::link(dir.filePath("other"), path) && QFile::link(path, dir.filePath("other")));
+                }
+                const QStringList before = QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
+                const qsizetype messages = scope_->dialogs().messages.size();
+                w.save(path);
+                const QString what = w.name + QStringLiteral(", case ") + QString::number(kind);
+                QVERIFY2(scope_->dialogs().messages.size() == messages + 1 && bilingual(lastMessage()), qPrintable(what));
+                QCOMPARE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System), before);
+                if (kind == 0) QCOMPARE(readAll(path), kOld);
+                else QVERIFY2(QFileInfo(path).isSymLink(), qPrintable(what));
             }
         }
     }

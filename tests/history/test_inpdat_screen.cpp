@@ -329,6 +329,21 @@ private slots:
         QCOMPARE(said.size(), 2);
         QVERIFY(said[0].contains("fylaxi") && said[0].contains("αρχείο"));
 
+        // Something there that cannot be read is not "missing": the reason
+        // is told, and RECALL does not ask for a position first.
+        QVERIFY(QDir().mkdir(kMeasurementFileName));
+        said.clear();
+        const qsizetype prompts = scope.dialogs().prompts.size();
+        d.readStoredSetups();
+        d.recallSetup();
+        QCOMPARE(said.size(), 2);
+        QCOMPARE(scope.dialogs().prompts.size(), prompts);
+        for (const QString& message : said)
+            QVERIFY2(message.contains("cannot be read") && message.contains("Is a directory") &&
+                         !message.contains("There is no"),
+                     qPrintable(message));
+        QVERIFY(QDir().rmdir(kMeasurementFileName));
+
         std::vector<MeasurementRecord> records(3);
         for (int k = 0; k < 3; ++k) records[k] = {10.0 + k, 1.0 + k, -2.0 - k, 5.0 * k, 1.5, 0.0f, 0.6667f};
         QVERIFY(writeMeasurementFile(kMeasurementFileName, records).ok);

@@ -5,6 +5,8 @@
 #include <QTemporaryDir>
 
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <csignal>
 
@@ -71,6 +73,7 @@ private slots:
             {fifteen, 16},
             {std::string("i,r\n10,7\n\x01\x02\xff,3\n", 14), 3},  // binary junk
             {"i,r\n1\xC3,2\n", 2},            // broken UTF-8
+            {"i,r\n10,\xED\xA0\x80\n", 2},    // an encoded surrogate
             {"", 0},
             {"i,r\n", 0},
             {std::string(kLargestTableFile + 1, '1'), 0},
@@ -81,6 +84,36 @@ private slots:
             QCOMPARE(r.error->line, c.line);
             QVERIFY(!r.error->english.empty() && !r.error->greek.empty());
         }
+    }
+
+    // A cell quoted in a message is cut short and cannot reverse the text
+    // after it: direction controls and other invisible characters show as
+    // escapes.
+    void quotedCellsStayReadable() {
+        const TableFileReading reversed = parseTableFile("i,r\n10,7\xE2\x80\xAE" "12\n");  // U+202E
+        QVERIFY(reversed.error);
+        for (const std::string& text : {reversed.error->english, reversed.error->greek})
+            QVERIFY2(text.find("\xE2\x80\xAE") == std::string::npos && text.find("\\u202E") != std::string::npos,
+                     text.c_str());
+        const TableFileReading digits = parseTableFile("i,r\n10," + std::string(60000, '9') + "\n");
+        QVERIFY(digits.error && digits.error->english.size() < 120 && digits.error->greek.size() < 160);
+    }
+
+    // A FIFO chosen as a table would wait for a writer for ever: refused
+    // at once, with the reason, the grid as it was.
+    void pipeIsRefusedAtOnce() {
+        ScreenTestScope scope;
+        QTemporaryDir dir;
+        form<Diathlasimeleti>().Command2_Click();
+        Inpdat& d = form<Inpdat>();
+        const QString pipe = dir.filePath("pipe.csv");
+        QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        const QStringList held = grid(d);
+        ::alarm(20);  // a hang ends the test instead of the test run
+        QVERIFY(!d.openTableFile(pipe));
+        ::alarm(0);
+        QVERIFY2(scope.dialogs().messages.last().contains("pipe"), qPrintable(scope.dialogs().messages.last()));
+        QCOMPARE(grid(d), held);
     }
 
     // Through the screen: a saved grid opens back exactly; a loaded table

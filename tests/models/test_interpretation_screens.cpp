@@ -96,6 +96,19 @@ private slots:
         s.rixo.show();
         s.somata.show();
         QVERIFY(s.somata.Timer1->isRunning() && s.panel.Timer1->isRunning());
+        // Minimised counts as out of view: the animations pause, and take
+        // up again where they were when the window comes back.
+        const long ticks = s.rixo.Timer1->ticks();
+        s.rixo.showMinimized();
+        QVERIFY(!s.rixo.Timer1->isRunning() && !s.panel.Timer1->isRunning() && s.rixo.Timer1->isEnabled());
+        QTest::qWait(60);
+        QCOMPARE(s.rixo.Timer1->ticks(), ticks);
+        s.somata.showMinimized();
+        QVERIFY(!s.somata.Timer1->isRunning());
+        s.rixo.showNormal();
+        s.somata.showNormal();
+        QVERIFY(s.rixo.Timer1->isRunning() && s.panel.Timer1->isRunning() && s.somata.Timer1->isRunning());
+        QTRY_VERIFY(s.rixo.Timer1->ticks() > ticks);
         s.rixo.Endof_Click();
         QVERIFY(!anyTimerEnabled(s));
         // Descartes' timer runs at 50 ms; STOP stops both.

@@ -1,8 +1,11 @@
 #include <QtTest>
 
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cmath>
 #include <csignal>
 #include <filesystem>
@@ -125,6 +128,34 @@ private slots:
         QVERIFY(fileBytes(file()) == old && fs::is_directory(folder() / "taken") && !fs::exists(folder() / "missing"));
         for (const auto& entry : fs::directory_iterator(folder()))
             QVERIFY(entry.path().filename().string().find(".tmp-") == std::string::npos);
+    }
+
+    // Beside a sparse gigabyte the write costs what it writes: the old file
+    // is not read into memory, its hole stays a hole and its tail is kept.
+    void hugeSparseOldFile() {
+        const std::uint64_t size = std::uint64_t{1} << 30;
+        const int fd = ::open(file().c_str(), O_WRONLY | O_CREAT, 0644);
+        QVERIFY(fd >= 0);
+        QCOMPARE(::pwrite(fd, "tail", 4, static_cast<off_t>(size - 4)), ssize_t{4});
+        ::close(fd);
+        rusage before{};
+        ::getrusage(RUSAGE_SELF, &before);
+        const auto started = std::chrono::steady_clock::now();
+        QVERIFY(writeMeasurementFile(file(), {sample(0), sample(1)}).ok);
+        QVERIFY(std::chrono::steady_clock::now() - started < std::chrono::seconds(5));
+        rusage after{};
+        ::getrusage(RUSAGE_SELF, &after);
+        QVERIFY2(after.ru_maxrss - before.ru_maxrss < 64 * 1024, "the old file went through memory");
+        struct stat info {};
+        QCOMPARE(::stat(file().c_str(), &info), 0);
+        QCOMPARE(static_cast<std::uint64_t>(info.st_size), size);
+        QVERIFY(info.st_blocks * 512 < 1024 * 1024);
+        QVERIFY(same(recall(1), sample(0)));
+        std::ifstream in(file(), std::ios::binary);
+        in.seekg(static_cast<std::streamoff>(size - 4));
+        char tail[4] = {};
+        in.read(tail, 4);
+        QCOMPARE(std::string(tail, 4), std::string("tail"));
     }
 
     void seriesOfSetUps() {
