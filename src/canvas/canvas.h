@@ -148,12 +148,23 @@ public:
     QPointF toLogical(double x, double y) const;  // in widget coordinates
     QPointF toUser(const QPointF& widgetPoint) const;
     // Texts printed since the last cls(), in order (the newest few thousand).
-    // The accessible description lists them too, one per line.
     const QStringList& printedTexts() const { return printed_; }
     int skippedOperations() const { return skipped_; }
     int recordedOperations() const { return static_cast<int>(ops_.size()); }
 
     QSize sizeHint() const override { return {640, 480}; }
+
+    // --- the figure in words (screen readers) ---------------------------------
+    // The screen that draws sets a short summary of what the figure shows
+    // after each drawing; cls() forgets it with the printed texts.
+    void setSummary(const QString& summary);
+    const QString& summary() const { return summary_; }
+    // The accessible description: the summary, then the newest printed
+    // texts, one per line.
+    QString description() const;
+    // Gives every canvas its accessible role and description (done by the
+    // first canvas made).
+    static void installAccessibility();
 
     // --- the figure outside the screen ----------------------------------------
     // Paints the whole figure (background and every operation since cls)
@@ -217,6 +228,9 @@ private:
     double areaHeight() const;
     static bool finite(std::initializer_list<double> values);
     void skip() { ++skipped_; }
+    void notePrinted(const QString& text);
+    void forgetDescription();
+    void descriptionChanged();
 
     UserScale scale_{0, 0, 640, 480};
     bool customScale_ = false;  // until a scale is set the scale follows the pixel size
@@ -235,6 +249,8 @@ private:
     std::vector<Op> ops_;
     bool opsComplete_ = true;  // false once the list overflowed: resize then rescales pixels
     QStringList printed_;
+    QString summary_;
+    bool descriptionChangePending_ = false;
     int skipped_ = 0;
     std::vector<Placement> placements_;
 };

@@ -62,15 +62,31 @@ QByteArray figureSvg(const Canvas& canvas, const QString& title) {
     return bytes;
 }
 
+QRectF figureOnPage(const QSizeF& figure, const QSizeF& page) {
+    const QSizeF f = figure.expandedTo(QSizeF(1, 1));
+    const double scale = std::min(page.width() / f.width(), page.height() / f.height());
+    if (!std::isfinite(scale) || scale <= 0.0) return {};
+    const QSizeF size = f * scale;
+    return {QPointF((page.width() - size.width()) / 2.0, 0.0), size};
+}
+
+void paintFigureOnPage(const Canvas& canvas, QPainter& painter, const QSizeF& page) {
+    const QRectF place = figureOnPage(QSizeF(canvas.size()), page);
+    if (place.isEmpty()) return;
+    painter.save();
+    painter.translate(place.topLeft());
+    const double scale = place.width() / std::max(1, canvas.width());
+    painter.scale(scale, scale);
+    painter.setClipRect(QRectF(QPointF(0, 0), QSizeF(canvas.size())));
+    canvas.renderFigure(painter);
+    painter.restore();
+}
+
 void printFigure(const Canvas& canvas, QPrinter& printer) {
     QPainter painter;
     if (!painter.begin(&printer)) return;
-    const QRectF page = printer.pageLayout().paintRectPixels(printer.resolution());
-    const QSizeF figure = QSizeF(canvas.size()).expandedTo(QSizeF(1, 1));
-    const double scale = std::min(page.width() / figure.width(), page.height() / figure.height());
-    painter.translate((page.width() - figure.width() * scale) / 2.0, 0.0);
-    painter.scale(scale, scale);
-    canvas.renderFigure(painter);
+    // The painter starts at the top-left corner of the printable area.
+    paintFigureOnPage(canvas, painter, printer.pageLayout().paintRectPixels(printer.resolution()).size());
     painter.end();
 }
 
@@ -105,6 +121,8 @@ void saveFigureInteractive(const Canvas& canvas) {
 void printFigureInteractive(const Canvas& canvas) {
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(figureTitle(canvas));
+    // A wide figure fills more of a page turned sideways.
+    printer.setPageOrientation(canvas.width() > canvas.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
     if (!choosePrinterDialog(printer)) return;
     printFigure(canvas, printer);
 }

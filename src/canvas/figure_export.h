@@ -3,7 +3,10 @@
 #include <QImage>
 #include <QString>
 
+#include <QRectF>
+
 class Canvas;
+class QPainter;
 class QPrinter;
 
 // Figures out of the program: every drawing can be saved as PNG (at twice
@@ -17,8 +20,13 @@ class QPrinter;
 QImage figureImage(const Canvas& canvas, double scale = 2.0);
 // The figure as an SVG document.
 QByteArray figureSvg(const Canvas& canvas, const QString& title);
-// Prints the figure on the printer's page, as large as fits, keeping its
-// proportions.
+// Where a figure of the given size goes on a page: as large as fits with
+// its proportions kept, centred across, at the top.
+QRectF figureOnPage(const QSizeF& figure, const QSizeF& page);
+// Paints the figure there through the painter, whose origin is the page's
+// top-left corner (in the painter's units, the page's size is `page`).
+void paintFigureOnPage(const Canvas& canvas, QPainter& painter, const QSizeF& page);
+// Prints the figure on the printer's page, in its printable area.
 void printFigure(const Canvas& canvas, QPrinter& printer);
 
 // Writes the figure to the file, as SVG when the name ends in .svg and as

@@ -163,7 +163,7 @@ private slots:
         QVERIFY(std::abs(c.currentY() - (100 - 3 * line)) < 1e-9);
         const QStringList all{text, QStringLiteral("one\ntwo")};
         QCOMPARE(c.printedTexts(), all);
-        QCOMPARE(c.accessibleDescription(), all.join(QLatin1Char('\n')));
+        QCOMPARE(c.description(), all.join(QLatin1Char('\n')));
 
         const QColor back(10, 20, 30);
         auto allBack = [&c, &back] {
@@ -174,7 +174,7 @@ private slots:
         c.setBackColor(back);  // clears as well
         QVERIFY(allBack());
         QCOMPARE(QPointF(c.currentX(), c.currentY()), QPointF(-200, 200));
-        QVERIFY(c.printedTexts().isEmpty() && c.accessibleDescription().isEmpty());
+        QVERIFY(c.printedTexts().isEmpty() && c.description().isEmpty());
         c.resize(200, 200);  // nothing of the old drawing comes back
         QVERIFY(allBack());
     }

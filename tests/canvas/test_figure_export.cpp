@@ -14,6 +14,7 @@
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"
 #include "canvas/fonts.h"
+#include "paint_probe.h"
 #include "test_support.h"
 
 namespace {
@@ -36,6 +37,13 @@ void drawFigure(Canvas& c) {
 QByteArray readAll(const QString& path) {
     QFile f(path);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+// The page size a PDF declares, in points.
+QSizeF mediaBox(const QByteArray& pdf) {
+    static const QRegularExpression box(QStringLiteral(R"(/MediaBox\s*\[\s*0\s+0\s+([\d.]+)\s+([\d.]+)\s*\])"));
+    const auto m = box.match(QString::fromLatin1(pdf));
+    return m.hasMatch() ? QSizeF(m.captured(1).toDouble(), m.captured(2).toDouble()) : QSizeF();
 }
 
 }  // namespace
@@ -165,6 +173,71 @@ private slots:
         actions[1]->trigger();
         const QByteArray pdf = readAll(dir.filePath("page.pdf"));
         QVERIFY(pdf.startsWith("%PDF") && pdf.size() > 1000);
+        const QSizeF page = mediaBox(pdf);
+        QVERIFY2(page.width() > page.height(), "a wide figure is printed on a page turned sideways");
+    }
+
+    // The printed page carries the figure as the screen shows it: as large
+    // as the printable area allows, texts at the same size relative to the
+    // lines. A printer's 1200 dots per inch once made every text twelve
+    // times too large.
+    void printedPageIsTheScreenFigure() {
+        Canvas c;
+        drawFigure(c);
+        ProbeDevice screen(c.size(), c.logicalDpiY());
+        {
+            QPainter painter(&screen);
+            c.renderFigure(painter);
+        }
+
+        QTemporaryDir dir;
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(dir.filePath("page.pdf"));
+        printer.setPageSize(QPageSize(QPageSize::A4));
+        printer.setPageOrientation(QPageLayout::Portrait);
+        const QSizeF area = printer.pageLayout().paintRectPixels(printer.resolution()).size();
+        ProbeDevice paper(area.toSize(), printer.resolution());
+        {
+            QPainter painter(&paper);
+            paintFigureOnPage(c, painter, area);
+        }
+        const QRectF place = figureOnPage(QSizeF(c.size()), area);
+        // A 4:3 figure on a portrait page: as wide as the printable area.
+        QCOMPARE(place.width(), area.width());
+        const QRectF pageRect(QPointF(0, 0), area);
+        const double k = place.width() / c.width();  // page pixels per screen pixel
+        // Thin lines sit on pixel centres: half a screen pixel may stick out
+        // at the figure's edge, where the figure's clip cuts it.
+        const QRectF ink = paper.engine.ink;
+        QVERIFY2(pageRect.adjusted(-k, -k, k, k).contains(ink), qPrintable(QStringLiteral("%1,%2 %3x%4 on %5x%6").arg(ink.x()).arg(ink.y()).arg(ink.width()).arg(ink.height()).arg(area.width()).arg(area.height())));
+        QVERIFY(paper.engine.ink.width() > 0.99 * area.width());
+
+        QCOMPARE(paper.engine.texts.size(), screen.engine.texts.size());
+        QVERIFY(paper.engine.texts.size() >= 2);  // a run per script: Latin and Greek apart
+        for (std::size_t i = 0; i < screen.engine.texts.size(); ++i) {
+            const QRectF s = screen.engine.texts[i].box;
+            const QRectF p = paper.engine.texts[i].box;
+            const QRectF expected(place.x() + s.x() * k, place.y() + s.y() * k, s.width() * k, s.height() * k);
+            QVERIFY2(pageRect.contains(p), qPrintable(paper.engine.texts[i].text));
+            const double tolerance = 0.03 * expected.width() + k;  // hinting differs a little at each resolution
+            QVERIFY2(std::abs(p.left() - expected.left()) < k && std::abs(p.top() - expected.top()) < k &&
+                         std::abs(p.width() - expected.width()) < tolerance &&
+                         std::abs(p.height() - expected.height()) < 0.1 * expected.height() + k,
+                     qPrintable(QStringLiteral("%1: printed %2,%3 %4x%5, expected %6,%7 %8x%9")
+                                    .arg(paper.engine.texts[i].text)
+                                    .arg(p.x())
+                                    .arg(p.y())
+                                    .arg(p.width())
+                                    .arg(p.height())
+                                    .arg(expected.x())
+                                    .arg(expected.y())
+                                    .arg(expected.width())
+                                    .arg(expected.height())));
+        }
+
+        printFigure(c, printer);
+        QVERIFY(mediaBox(readAll(dir.filePath("page.pdf"))).height() > 800);  // A4 upright: 842 points
     }
 };
 
