@@ -1,11 +1,13 @@
 #include "analysis/errors_screen.h"
 
+#include <QKeyEvent>
 #include <QResizeEvent>
 #include <QVBoxLayout>
 
 #include <cmath>
 
 #include "app/forms.h"
+#include "app/window_keys.h"
 #include "app/shared_state.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
@@ -23,7 +25,8 @@ Errors::Errors() {
     canvas->setObjectName(QStringLiteral("meanErrorGraph"));
     canvas->setAccessibleName(
         QStringLiteral("Mean error of the measured index against the radius  Μέσο σφάλμα του δείκτη ως προς την ακτίνα"));
-    canvas->setToolTip(QStringLiteral("Click to draw again from the bench  Κάνε κλικ για νέο σχέδιο από τον πάγκο"));
+    canvas->setToolTip(QStringLiteral("Click or press Enter to draw again from the bench  "
+                                      "Κάνε κλικ ή πάτησε Enter για νέο σχέδιο από τον πάγκο"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(canvas);
@@ -31,6 +34,7 @@ Errors::Errors() {
     setMinimumSize(640, 520);
     resize(860, 660);
     canvas->installEventFilter(this);
+    markGraphWindow(*this);
     connect(canvas, &Canvas::clicked, this, [this](double, double) { Form_Click(); });
     Form_Load();
 }
@@ -63,6 +67,13 @@ bool Errors::eventFilter(QObject* watched, QEvent* event) {
     if (watched == canvas && event->type() == QEvent::Resize) {
         const auto* resize = static_cast<QResizeEvent*>(event);
         if (resize->size() != resize->oldSize()) paintGraph();
+    } else if (watched == canvas && event->type() == QEvent::KeyPress) {
+        // The keyboard's click: Enter or Space on the focused graph.
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
+            Form_Click();
+            return true;
+        }
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "app/forms.h"
+#include "app/window_keys.h"
 #include "canvas/fonts.h"
 
 namespace {
@@ -17,7 +18,6 @@ void prepareCanvas(Canvas& canvas) {
     // Tahoma with the Greek character set, as start-up prepares it.
     canvas.setFontName(QStringLiteral("TAHOMA"));
     canvas.setFontCharset(161);
-    canvas.setFocusPolicy(Qt::ClickFocus);
 }
 }  // namespace
 
@@ -32,6 +32,7 @@ Incref::Incref() {
     layout->addWidget(canvas);
     setMinimumSize(320, 260);
     resize(760, 560);
+    markGraphWindow(*this);
     graphScale();
     canvas->cls();
 }
@@ -63,6 +64,7 @@ Analysis::Analysis() {
     layout->addWidget(canvas, 4);
     setMinimumSize(320, 260);
     resize(760, 560);
+    markGraphWindow(*this);
     graphScale();
     canvas->cls();
 }

@@ -5,6 +5,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPrintDialog>
+#include <QPointer>
 #include <QPrinter>
 
 namespace {
@@ -16,14 +17,35 @@ std::unique_ptr<DialogProvider>& current() {
 QString titleOr(const QString& title) {
     return title.isEmpty() ? QApplication::applicationDisplayName() : title;
 }
+
+// A box takes the focus while it is open; when it closes, the control that
+// was used to open it gets it back, so that a keyboard user goes on where
+// they were. (A window that had nothing focused is left to choose for
+// itself when it comes to the front again.)
+class FocusReturn {
+public:
+    FocusReturn() : control_(QApplication::focusWidget()) {}
+    ~FocusReturn() {
+        if (!control_ || !control_->isVisible()) return;
+        control_->window()->activateWindow();
+        control_->setFocus(Qt::PopupFocusReason);
+    }
+    FocusReturn(const FocusReturn&) = delete;
+    FocusReturn& operator=(const FocusReturn&) = delete;
+
+private:
+    QPointer<QWidget> control_;
+};
 }  // namespace
 
 void WidgetDialogs::message(const QString& text, const QString& title) {
+    const FocusReturn focus;
     QMessageBox box(QMessageBox::NoIcon, titleOr(title), text, QMessageBox::Ok, QApplication::activeWindow());
     box.exec();
 }
 
 QString WidgetDialogs::input(const QString& prompt, const QString& title, const QString& initial) {
+    const FocusReturn focus;
     bool ok = false;
     const QString text =
         QInputDialog::getText(QApplication::activeWindow(), titleOr(title), prompt, QLineEdit::Normal, initial, &ok);
@@ -31,14 +53,17 @@ QString WidgetDialogs::input(const QString& prompt, const QString& title, const 
 }
 
 QString WidgetDialogs::openFileName(const QString& caption, const QString& filter) {
+    const FocusReturn focus;
     return QFileDialog::getOpenFileName(QApplication::activeWindow(), caption, QString(), filter);
 }
 
 QString WidgetDialogs::saveFileName(const QString& caption, const QString& filter, const QString& suggested) {
+    const FocusReturn focus;
     return QFileDialog::getSaveFileName(QApplication::activeWindow(), caption, suggested, filter);
 }
 
 bool WidgetDialogs::choosePrinter(QPrinter& printer) {
+    const FocusReturn focus;
     QPrintDialog dialog(&printer, QApplication::activeWindow());
     return dialog.exec() == QDialog::Accepted;
 }

@@ -134,8 +134,14 @@ Ptolkam::Ptolkam() {
     setTabOrder(Enallagi, kripse);
     setTabOrder(kripse, explanation);
 
-    connect(Option1, &QRadioButton::clicked, this, &Ptolkam::Option1_Click);
-    connect(Option2, &QRadioButton::clicked, this, &Ptolkam::Option2_Click);
+    // Toggled, not clicked: a key or a screen reader's action chooses an
+    // option too, and the picture must follow whichever way it was chosen.
+    connect(Option1, &QRadioButton::toggled, this, [this](bool on) {
+        if (on) Option1_Click();
+    });
+    connect(Option2, &QRadioButton::toggled, this, [this](bool on) {
+        if (on) Option2_Click();
+    });
     connect(Enallagi, &QPushButton::clicked, this, &Ptolkam::Enallagi_Click);
     connect(kripse, &QPushButton::clicked, this, &Ptolkam::kripse_Click);
 

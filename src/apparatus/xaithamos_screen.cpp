@@ -87,8 +87,14 @@ Xaithamos::Xaithamos() {
 
     connect(strefo, &QScrollBar::valueChanged, this, &Xaithamos::strefo_Change);
     connect(timiepi, &QScrollBar::valueChanged, this, &Xaithamos::timiepi_Change);
-    connect(Option1, &QRadioButton::clicked, this, &Xaithamos::Option1_Click);
-    connect(Option2, &QRadioButton::clicked, this, &Xaithamos::Option2_Click);
+    // Toggled, not clicked: a key or a screen reader's action chooses an
+    // option too, and the picture must follow whichever way it was chosen.
+    connect(Option1, &QRadioButton::toggled, this, [this](bool on) {
+        if (on) Option1_Click();
+    });
+    connect(Option2, &QRadioButton::toggled, this, [this](bool on) {
+        if (on) Option2_Click();
+    });
     connect(svise, &QPushButton::clicked, this, &Xaithamos::svise_Click);
 
     setMinimumSize(480, 420);

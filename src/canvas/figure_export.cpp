@@ -24,6 +24,11 @@ QString figureTitle(const Canvas& canvas) {
     return title.isEmpty() ? canvas.accessibleName() : title;
 }
 
+// Where a file went, in full, as a message may quote it.
+QString quotedPath(const QString& path) {
+    return QString::fromStdString(quotedForMessage(QFileInfo(path).absoluteFilePath().toStdString(), 200));
+}
+
 }  // namespace
 
 QImage figureImage(const Canvas& canvas, double scale) {
@@ -82,12 +87,12 @@ void paintFigureOnPage(const Canvas& canvas, QPainter& painter, const QSizeF& pa
     painter.restore();
 }
 
-void printFigure(const Canvas& canvas, QPrinter& printer) {
+bool printFigure(const Canvas& canvas, QPrinter& printer) {
     QPainter painter;
-    if (!painter.begin(&printer)) return;
+    if (!painter.begin(&printer)) return false;
     // The painter starts at the top-left corner of the printable area.
     paintFigureOnPage(canvas, painter, printer.pageLayout().paintRectPixels(printer.resolution()).size());
-    painter.end();
+    return painter.end();
 }
 
 QString saveFigureFile(const Canvas& canvas, const QString& path) {
@@ -112,8 +117,11 @@ void saveFigureInteractive(const Canvas& canvas) {
     const QString suffix = QFileInfo(path).suffix().toLower();
     if (suffix != QLatin1String("png") && suffix != QLatin1String("svg")) path += QStringLiteral(".png");
     const QString error = saveFigureFile(canvas, path);
-    if (!error.isEmpty())
-        messageBox(QStringLiteral("The figure could not be saved in %1 (%2); nothing was changed.  "
+    if (error.isEmpty()) {
+        messageBox(QStringLiteral("The figure was saved in %1  Το σχήμα αποθηκεύτηκε στο %1").arg(quotedPath(path)));
+        return;
+    }
+    messageBox(QStringLiteral("The figure could not be saved in %1 (%2); nothing was changed.  "
                                   "Το σχήμα δεν αποθηκεύτηκε στο %1· δεν άλλαξε τίποτα.")
                        .arg(QString::fromStdString(quotedForMessage(QFileInfo(path).fileName().toStdString())), error));
 }
@@ -124,19 +132,28 @@ void printFigureInteractive(const Canvas& canvas) {
     // A wide figure fills more of a page turned sideways.
     printer.setPageOrientation(canvas.width() > canvas.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
     if (!choosePrinterDialog(printer)) return;
-    printFigure(canvas, printer);
+    if (!printFigure(canvas, printer)) {
+        messageBox(QStringLiteral("The figure could not be printed.  Το σχήμα δεν τυπώθηκε."));
+        return;
+    }
+    if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty())
+        messageBox(QStringLiteral("The figure was printed to %1  Το σχήμα τυπώθηκε στο %1")
+                       .arg(quotedPath(printer.outputFileName())));
+    else
+        messageBox(QStringLiteral("The figure was sent to the printer %1  Το σχήμα στάλθηκε στον εκτυπωτή %1")
+                       .arg(printer.printerName()));
 }
 
 void installFigureActions(Canvas& canvas) {
-    auto* save = new QAction(QStringLiteral("Save figure…  Αποθήκευση σχήματος…"), &canvas);
-    auto* print = new QAction(QStringLiteral("Print…  Εκτύπωση…"), &canvas);
+    // The keys belong to the window (any control may have the focus when the
+    // pupil presses them); the menu only shows them.
+    const auto keys = [](QKeySequence::StandardKey key) {
+        return QLatin1Char('\t') + QKeySequence(key).toString(QKeySequence::NativeText);
+    };
+    auto* save = new QAction(QStringLiteral("Save figure…  Αποθήκευση σχήματος…") + keys(QKeySequence::Save), &canvas);
+    auto* print = new QAction(QStringLiteral("Print…  Εκτύπωση…") + keys(QKeySequence::Print), &canvas);
     save->setObjectName(QStringLiteral("saveFigure"));
     print->setObjectName(QStringLiteral("printFigure"));
-    save->setShortcut(QKeySequence::Save);
-    print->setShortcut(QKeySequence::Print);
-    // Several drawings may share a window: the one with the focus answers.
-    save->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    print->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     QObject::connect(save, &QAction::triggered, &canvas, [&canvas] { saveFigureInteractive(canvas); });
     QObject::connect(print, &QAction::triggered, &canvas, [&canvas] { printFigureInteractive(canvas); });
     canvas.addAction(save);

@@ -11,9 +11,8 @@ class QPrinter;
 
 // Figures out of the program: every drawing can be saved as PNG (at twice
 // its size on the screen) or SVG (lines stay lines, texts stay texts) and
-// printed, from its context menu or with Ctrl+S and Ctrl+P while it has
-// the focus. All of it replays what the canvas recorded; nothing is a
-// screenshot.
+// printed, from its context menu or with its window's Ctrl+S and Ctrl+P.
+// All of it replays what the canvas recorded; nothing is a screenshot.
 
 // The figure as an image `scale` times the canvas's logical size, its long
 // side at most 4096 pixels.
@@ -26,8 +25,9 @@ QRectF figureOnPage(const QSizeF& figure, const QSizeF& page);
 // Paints the figure there through the painter, whose origin is the page's
 // top-left corner (in the painter's units, the page's size is `page`).
 void paintFigureOnPage(const Canvas& canvas, QPainter& painter, const QSizeF& page);
-// Prints the figure on the printer's page, in its printable area.
-void printFigure(const Canvas& canvas, QPrinter& printer);
+// Prints the figure on the printer's page, in its printable area; false
+// when the printer could not be used.
+bool printFigure(const Canvas& canvas, QPrinter& printer);
 
 // Writes the figure to the file, as SVG when the name ends in .svg and as
 // PNG otherwise, whole or not at all: on failure an existing file is left
@@ -35,10 +35,11 @@ void printFigure(const Canvas& canvas, QPrinter& printer);
 QString saveFigureFile(const Canvas& canvas, const QString& path);
 
 // What the menu items do: ask for a file name or a printer through the
-// dialog seam, then save or print; a failure is told in a message box.
+// dialog seam, then save or print, and tell where the figure went (or why
+// it did not).
 void saveFigureInteractive(const Canvas& canvas);
 void printFigureInteractive(const Canvas& canvas);
 
-// Adds the context menu and the two shortcuts to a canvas (every canvas
-// does this when it is made).
+// Adds the context menu to a canvas (every canvas does this when it is
+// made); the menu shows the window's keys for its two items.
 void installFigureActions(Canvas& canvas);

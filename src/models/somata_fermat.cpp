@@ -127,6 +127,31 @@ void Somata::Form_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers shift,
     showTravelTime();
 }
 
+bool Somata::fermatKey(int key, Qt::KeyboardModifiers modifiers) {
+    if (mode_ != Mode::Fermat) return false;
+    const bool withShift = modifiers.testFlag(Qt::ShiftModifier);
+    const bool withControl = modifiers.testFlag(Qt::ControlModifier);
+    if (!withShift && !withControl) return false;
+    QPointF step;
+    switch (key) {
+    case Qt::Key_Left: step = {-1, 0}; break;
+    case Qt::Key_Right: step = {1, 0}; break;
+    case Qt::Key_Up: step = {0, -1}; break;
+    case Qt::Key_Down: step = {0, 1}; break;
+    default: return false;
+    }
+    // The same modifiers choose the body as with the mouse; one press moves
+    // it a hundredth of the drawing, and the time is worked out as for a
+    // click at the new place.
+    const Body body = withShift && withControl ? Blue : withShift ? Magenta : Green;
+    const QPointF here = toWidget(bodyCentre(body));
+    const QPointF there = here + QPointF(step.x() * std::max(2.0, canvas->width() / 100.0),
+                                         step.y() * std::max(2.0, canvas->height() / 100.0));
+    const QPointF u = canvas->toUser(there);
+    Form_MouseDown(Qt::LeftButton, modifiers, u.x(), u.y());
+    return true;
+}
+
 void Somata::fermatscr_Change() {
     if (mode_ != Mode::Fermat) return;
     const kymatiko::Field f = field();

@@ -1,6 +1,7 @@
 #include "models/somata_screen.h"
 
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QVBoxLayout>
@@ -201,6 +202,9 @@ bool Somata::eventFilter(QObject* watched, QEvent* event) {
         const auto* mouse = static_cast<QMouseEvent*>(event);
         const QPointF u = canvas->toUser(mouse->position());
         Form_MouseDown(mouse->button(), mouse->modifiers(), u.x(), u.y());
+    } else if (watched == canvas && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (fermatKey(key->key(), key->modifiers() & ~Qt::KeypadModifier)) return true;
     } else if (watched == fermatscr && event->type() == QEvent::FocusIn) {
         fermatscr_GotFocus();
     }

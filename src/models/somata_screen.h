@@ -82,6 +82,10 @@ public:
     void fermalaw_Click();
     void fermat_Click();
     void Form_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers shift, double x, double y);
+    // The keyboard's way to move a body: with the drawing focused, Shift,
+    // Ctrl or Shift+Ctrl and an arrow move the body that the same modifiers
+    // move with the mouse. False when the key is not one of these.
+    bool fermatKey(int key, Qt::KeyboardModifiers modifiers);
     void fermatscr_Change();
     void fermatscr_GotFocus();
     void evresielaxistoy_Click();

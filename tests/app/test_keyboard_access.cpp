@@ -1,14 +1,23 @@
 #include <QtTest>
 
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QScrollBar>
+#include <QTemporaryDir>
 
+#include "app/focus_frame.h"
 #include "app/forms.h"
 #include "app/main_menu.h"
+#include "analysis/graph_screens.h"
 #include "app/menu_keys.h"
+#include "app/window_keys.h"
 #include "apparatus/apparatus_openers.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
+#include "semicircle/hmiky_screen.h"
+#include "models/interpretation_openers.h"
+#include "models/rixotext_screen.h"
+#include "models/somata_screen.h"
 #include "test_support.h"
 
 namespace {
@@ -26,10 +35,178 @@ bool highlighted(QMenuBar& bar, QAction* title) {
 
 }  // namespace
 
+namespace {
+
+// The widgets that Tab visits in the window, starting from its focus.
+QSet<QWidget*> tabThrough(QWidget& window) {
+    QSet<QWidget*> seen;
+    for (int k = 0; k < 200; ++k) {
+        QWidget* focus = QApplication::focusWidget();
+        if (!focus) break;
+        seen.insert(focus);
+        QTest::keyClick(focus, Qt::Key_Tab);
+    }
+    Q_UNUSED(window);
+    return seen;
+}
+
+QWidget* active(QWidget& window) {
+    showScreen(window);
+    return QTest::qWaitForWindowActive(&window) ? &window : nullptr;
+}
+
+}  // namespace
+
 class TestKeyboardAccess : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() { installFontSubstitutions(); }
+    void initTestCase() {
+        installFontSubstitutions();
+        installMenuKeysEverywhere(*QCoreApplication::instance());
+        installWindowKeysEverywhere(*QCoreApplication::instance());
+        installFocusFrameEverywhere(*QCoreApplication::instance());
+    }
+
+    // The focused control wears a 2-pixel black frame with a white line
+    // inside, whatever kind of control it is; the others do not.
+    void focusIsFramed() {
+        ScreenTestScope scope;
+        form<Diathlasimeleti>().Command1_Click();
+        Hmiky& bench = form<Hmiky>();
+        QVERIFY(active(bench));
+        QList<QWidget*> controls{bench.canvas};
+        controls << bench.findChildren<QScrollBar*>().first() << bench.findChildren<QAbstractButton*>().first();
+        for (QWidget* w : controls) {
+            const auto framed = [w] {
+                const QImage image = w->grab().toImage();
+                const int x = image.width() / 2, y = image.height() / 2;
+                const qreal r = image.devicePixelRatio();
+                auto at = [&](double px, double py) { return image.pixelColor(int(px * r), int(py * r)); };
+                return at(x, 0) == QColor(Qt::black) && at(x, 1) == QColor(Qt::black) && at(0, y) == QColor(Qt::black) &&
+                       at(x, 2) == QColor(Qt::white);
+            };
+            w->clearFocus();
+            QVERIFY2(!framed(), qPrintable(w->objectName()));
+            w->setFocus();
+            QVERIFY2(framed(), qPrintable(w->objectName()));
+        }
+    }
+
+    // From the main menu to a historical table and its graphs with keys
+    // alone; the graph window saves its figure with Ctrl+S whatever has the
+    // focus, Escape brings back the data screen, F6 walks the windows.
+    void dataScreenAndGraphsByKeys() {
+        ScreenTestScope scope;
+        QTemporaryDir dir;
+        Diathlasimeleti& menu = form<Diathlasimeleti>();
+        QVERIFY(active(menu));
+        menu.Command2->setFocus();
+        QTest::keyClick(menu.Command2, Qt::Key_Return);  // Enter presses a button as Space does
+        Inpdat& d = form<Inpdat>();
+        QVERIFY(QTest::qWaitForWindowActive(&d));
+        QVERIFY(d.focusWidget());  // something has the focus as the window comes up
+        QTest::keyClick(&d, Qt::Key_H, Qt::AltModifier);
+        QMenu* tables = d.menuBar()->activeAction()->menu();
+        QTest::keyClick(tables, Qt::Key_Down);
+        QTest::keyClick(tables, Qt::Key_Return);
+        Analysis& sine = form<Analysis>();
+        QVERIFY(sine.isVisible() && !sine.canvas->printedTexts().isEmpty());
+
+        QVERIFY(active(sine));
+        QCOMPARE(QApplication::focusWidget(), sine.canvas);  // a graph window gives its drawing the focus
+        scope.dialogs().saveFiles = {dir.filePath("sine.svg")};
+        QTest::keyClick(&sine, Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(QFileInfo(dir.filePath("sine.svg")).size() > 1000);
+        QVERIFY2(scope.dialogs().messages.last().contains(dir.filePath("sine.svg")), "tells where the file went");
+
+        QTest::keyClick(&sine, Qt::Key_Menu);  // the drawing's menu, from the keyboard
+        auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(popup && popup->actions().size() == 2);
+        popup->close();
+
+        QTest::keyClick(&sine, Qt::Key_Escape);
+        QVERIFY(QTest::qWaitForWindowActive(&d));
+
+        // F6 goes round the open windows and comes back.
+        QSet<QWidget*> visited;
+        for (int k = 0; k < 6; ++k) {
+            QWidget* before = QApplication::activeWindow();
+            visited.insert(before);
+            QTest::keyClick(before, Qt::Key_F6);
+            QTRY_VERIFY(QApplication::activeWindow() != before);
+        }
+        QVERIFY(visited.contains(&d) && visited.contains(&sine) && visited.contains(&menu));
+        QWidget* now = QApplication::activeWindow();
+        QTest::keyClick(now, Qt::Key_F6);
+        QTRY_VERIFY(QApplication::activeWindow() != now);
+        QTest::keyClick(QApplication::activeWindow(), Qt::Key_F6, Qt::ShiftModifier);
+        QTRY_COMPARE(QApplication::activeWindow(), now);
+    }
+
+    // Tab reaches every drawing of the windows a pupil opens.
+    void tabReachesEveryDrawing() {
+        ScreenTestScope scope;
+        form<Diathlasimeleti>().Command1_Click();
+        form<Diathlasimeleti>().Command2_Click();
+        form<Inpdat>().Ptolemy_Click();
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (!window->isVisible() || window->findChildren<Canvas*>().isEmpty()) continue;
+            QVERIFY(active(*window));
+            const QSet<QWidget*> reached = tabThrough(*window);
+            for (Canvas* c : window->findChildren<Canvas*>())
+                if (c->isVisible()) QVERIFY2(reached.contains(c), qPrintable(c->objectName()));
+        }
+    }
+
+    // A message box gives the focus back to the button that opened it.
+    void focusComesBackAfterAMessage() {
+        ScreenTestScope scope;
+        setDialogs(std::make_unique<WidgetDialogs>());
+        form<Diathlasimeleti>().Command2_Click();
+        Inpdat& d = form<Inpdat>();
+        QVERIFY(active(d));
+        d.Command1->setFocus();
+        bool boxShown = false;
+        QTimer::singleShot(50, [&boxShown] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                boxShown = true;
+                box->accept();
+            }
+        });
+        QTest::keyClick(d.Command1, Qt::Key_Space);  // Data Analysis with no pairs: a message
+        QVERIFY(boxShown);
+        QTRY_COMPARE(QApplication::focusWidget(), d.Command1);
+    }
+
+    // Fermat's experiment by keys: Shift, Ctrl and Shift+Ctrl with an arrow
+    // move the magenta, green and blue bodies, and the time follows.
+    void fermatByKeys() {
+        ScreenTestScope scope;
+        showInterpretationScreens();
+        Somata& s = form<Somata>();
+        QVERIFY(active(s));
+        s.fermat->trigger();
+        s.canvas->setFocus();
+        struct Move {
+            Qt::KeyboardModifiers keys;
+            Somata::Body body;
+            Qt::Key arrow;
+        };
+        for (const Move& m : {Move{Qt::ShiftModifier, Somata::Magenta, Qt::Key_Right},
+                              Move{Qt::ControlModifier, Somata::Green, Qt::Key_Up},
+                              Move{Qt::ShiftModifier | Qt::ControlModifier, Somata::Blue, Qt::Key_Left}}) {
+            const auto before = s.bodyCentre(m.body);
+            const QString time = s.Label1->text();
+            QTest::keyClick(s.canvas, m.arrow, m.keys);
+            const auto after = s.bodyCentre(m.body);
+            QVERIFY2(before.x != after.x || before.y != after.y, qPrintable(QString::number(m.body)));
+            QVERIFY(s.Label1->text() != time && s.Label1->text().startsWith(QLatin1String("Time of movement")));
+        }
+        // The green body moved up: towards the top of the drawing.
+        const QPointF green = s.canvas->toLogical(s.bodyCentre(Somata::Green).x, s.bodyCentre(Somata::Green).y);
+        QTest::keyClick(s.canvas, Qt::Key_Up, Qt::ControlModifier);
+        QVERIFY(s.canvas->toLogical(s.bodyCentre(Somata::Green).x, s.bodyCentre(Somata::Green).y).y() < green.y());
+    }
 
     void lettersAreFirstFreeLatinLetters() {
         const QList<QChar> letters = menuLetters(

@@ -192,6 +192,10 @@ private slots:
             QStringLiteral("Press the LEFT BUTTON For n =2 we start  with the difference of  20° and 30°.")));
         k.Option1->click();
         QCOMPARE(k.shownValues(), ptolemy_fit::glassSet().refraction);
+        // Chosen without a click (a screen reader toggles it): drawn all the same.
+        k.Option2->setChecked(true);
+        QCOMPARE(k.shownValues(), ptolemy_fit::waterSet().refraction);
+        QVERIFY(k.canvas->printedTexts().contains(QStringLiteral("EXPECTED VALUES Πραγματικές τιμές")));
         k.kripse->click();
         QVERIFY(!k.isVisible());
     }
