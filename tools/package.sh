@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 tools/setup.sh
 cmake --preset release >/dev/null
-cmake --build --preset release --target refraction icon_pngs
+cmake --build --preset release --target refraction icon_pngs changelog_gz guide_screenshots
 mkdir -p build/package
 (cd build/release && cpack -G DEB -B "$PWD/../package")
 ls build/package/*.deb

@@ -1,13 +1,12 @@
 #include "analysis/graph_screens.h"
 
-#include <QGuiApplication>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
 #include "app/forms.h"
 #include "app/window_keys.h"
+#include "app/window_placement.h"
 #include "canvas/fonts.h"
 
 namespace {
@@ -83,21 +82,27 @@ void Analysis::showText(const QString& text, double pointSize) {
 void Analysis::hideText() { Text1->hide(); }
 
 void placeGraphScreensBeside(const QWidget& owner) {
-    QScreen* screen = owner.screen() ? owner.screen() : QGuiApplication::primaryScreen();
-    if (!screen) return;
-    const QRect area = screen->availableGeometry();
-    // The free strip right of the owner; when the owner leaves too little,
-    // the right half of the display.
-    int left = owner.isVisible() ? owner.frameGeometry().right() + 1 : area.left() + area.width() / 2;
-    if (area.right() - left < std::max(400, area.width() / 3)) left = area.left() + area.width() / 2;
-    const int width = area.right() - left + 1;
+    const QRect area = availableArea(&owner);
+    const QRect data = owner.isVisible() ? outerRect(owner) : QRect(area.topLeft(), QSize(area.width() / 2, area.height()));
+    // The two graphs share the free strip right of the data screen, one over
+    // the other, when it is wide enough to read them; otherwise each goes
+    // where it hides least of the data screen's grid, menus and buttons.
+    const int strip = area.right() - data.right();
     const int half = area.height() / 2;
-    const int frame = 30;  // room for the title bar of each window
+    QRect upper, lower;
+    if (strip >= std::max(360, area.width() / 3)) {
+        upper = QRect(data.right() + 1, area.top(), strip, half);
+        lower = QRect(data.right() + 1, area.top() + half, strip, area.height() - half);
+    } else {
+        const QSize size(std::max(area.width() / 2, 360), half);
+        upper = leastCoveringPlace(size, area, {data});
+        lower = leastCoveringPlace(size, area, {data, upper});
+    }
     auto placeOnce = [](QWidget& w, const QRect& r) {
         if (w.property("placed").toBool()) return;
-        w.setGeometry(r);
+        placeWindow(w, r);
         w.setProperty("placed", true);
     };
-    placeOnce(form<Incref>(), QRect(left, area.top() + frame, width, std::max(260, half - frame)));
-    placeOnce(form<Analysis>(), QRect(left, area.top() + half + frame, width, std::max(260, half - frame)));
+    placeOnce(form<Incref>(), upper);
+    placeOnce(form<Analysis>(), lower);
 }

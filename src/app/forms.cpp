@@ -1,5 +1,7 @@
 #include "app/forms.h"
 
+#include "app/window_placement.h"
+
 Forms& Forms::instance() {
     // Never destroyed by static destruction: widgets must go before the
     // application object, so main() calls destroyAll() while it still lives.
@@ -14,8 +16,9 @@ void Forms::destroyAll() {
     }
 }
 
-void showScreen(QWidget& screen) {
-    screen.show();
-    screen.raise();
-    screen.activateWindow();
+void Forms::hideAllBut(const QWidget& keep) {
+    for (auto& [key, screen] : screens_)
+        if (screen.get() != &keep) screen->hide();
 }
+
+void showScreen(QWidget& screen) { showOnScreen(screen); }

@@ -28,6 +28,9 @@ public:
         return screens_.count(std::type_index(typeid(Screen))) != 0;
     }
 
+    // Hides every screen but one (the main menu, for a return to the start).
+    void hideAllBut(const QWidget& keep);
+
     // Destroys every screen, newest first: at the end of the program, and
     // between tests that want fresh screens.
     void destroyAll();
@@ -49,5 +52,5 @@ void hideIfCreated() {
     if (Forms::instance().exists<Screen>()) form<Screen>().hide();
 }
 
-// Shows a screen modeless and brings it to the front.
+// Shows a screen modeless, wholly on the screen, and brings it to the front.
 void showScreen(QWidget& screen);

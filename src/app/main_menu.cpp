@@ -1,9 +1,7 @@
 #include "app/main_menu.h"
 
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QMenuBar>
-#include <QScreen>
 
 #include <algorithm>
 #include <cmath>
@@ -14,6 +12,7 @@
 #include "app/history_screen.h"
 #include "app/program_exit.h"
 #include "app/shared_state.h"
+#include "app/window_placement.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
@@ -162,12 +161,12 @@ void Diathlasimeleti::Command1_Click() {
     bench.angle->setValue(0);
 
     // A square screen, as tall as most of the display, at the top.
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const QRect screen = availableArea(&bench);
     const int side = screen.height() * 9 / 10;
     // The menu bar of the bench is long: the window may be wider than it is
     // tall so that every menu shows; the drawing itself stays square.
-    const int width = std::min(screen.width(), std::max(side, bench.menuBar()->sizeHint().width()));
-    bench.setGeometry(screen.left() + (screen.width() - width) / 2, screen.top(), width, side);
+    const int width = std::min(screen.width(), std::max(side, bench.menuBar()->sizeHint().width() + 16));
+    placeWindow(bench, QRect(screen.left() + (screen.width() - width) / 2, screen.top(), width, side));
 
     bench.canvas->scale(-200, 200, 200, -200);
     bench.canvas->cls();
@@ -187,8 +186,7 @@ void Diathlasimeleti::Command3_Click() { endProgram(0); }
 
 void Diathlasimeleti::Command4_Click() {
     auto& history = form<Storiopt>();
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    history.setGeometry(screen);
+    placeWindow(history, availableArea(&history));
     history.protomeros_Click();  // the first page, sized to the screen
     showScreen(history);
 }

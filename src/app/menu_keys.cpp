@@ -95,7 +95,14 @@ void installMenuKeys(QMainWindow& window) {
         QAction* menu = menus[k];
         const QKeySequence keys(QStringLiteral("Alt+") + letters[k]);
         auto* shortcut = new QShortcut(keys, &window);
-        QObject::connect(shortcut, &QShortcut::activated, bar, [bar, menu] { openFromKeyboard(*bar, *menu); });
+        QObject::connect(shortcut, &QShortcut::activated, bar, [menu] {
+            // In a narrow window the menu may stand on a further row.
+            for (QObject* holder : menu->associatedObjects())
+                if (auto* row = qobject_cast<QMenuBar*>(holder)) {
+                    openFromKeyboard(*row, *menu);
+                    return;
+                }
+        });
         const QString hint = keys.toString(QKeySequence::NativeText);
         menu->setToolTip(menu->text() + QStringLiteral("  (") + hint + QLatin1Char(')'));
         menu->menu()->setToolTip(menu->toolTip());

@@ -1,14 +1,12 @@
 #include "app/module1.h"
 
-#include <QGuiApplication>
-#include <QScreen>
-
 #include <cmath>
 
 #include "analysis/graph_screens.h"
 #include "app/forms.h"
 #include "app/main_menu.h"
 #include "app/shared_state.h"
+#include "app/window_placement.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
 
@@ -21,15 +19,15 @@ void Main() {
     s.yc = 0.0;
     s.rayHeight = 0.0;
 
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    // Nearly the whole screen, title bar and frame included.
     auto& menu = form<Diathlasimeleti>();
-    menu.move(screen.left(), screen.top());
-    menu.resize(screen.width() * 49 / 50, screen.height() * 49 / 50);
+    placeWindow(menu, screenShare(menu, 0.0, 0.0, 49.0 / 50.0, 49.0 / 50.0));
+    const QRect screen = availableArea(&menu);
 
     // The symbol face would show these Latin letters as Greek; the title bar
     // has no such face, so the letters stand as written.
     menu.setWindowTitle(QStringLiteral("MELETH DIAULASHS"));
-    menu.show();
+    showOnScreen(menu);
 
     menu.placeButtonRow(screen.height() * 4 / 8);
     menu.Command1->setCaption(QStringLiteral("SEMICIRCLE ΗΜΙΚΥΚΛΙΟ"));

@@ -15,6 +15,7 @@
 
 #include <vector>
 
+#include "app/window_placement.h"
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"
 
@@ -46,11 +47,7 @@ QWidget* firstControl(QWidget& window) {
     return nullptr;
 }
 
-void bringToFront(QWidget& window) {
-    window.show();
-    window.raise();
-    window.activateWindow();
-}
+void bringToFront(QWidget& window) { showOnScreen(window); }
 
 class WindowKeyWatcher : public QObject {
 public:

@@ -121,6 +121,7 @@ void Alhazencheck::CheckAlHaythamRules(double n) {
     c.setForeColor(kBlack);
     c.setDrawWidth(1);
     c.setDrawStyle(DrawStyle::Solid);
+    makeRoomForAxisLabels(c, 90, 0, 90, 0, 90, 90, 10, 10);
     c.line(-10, 0, 90, 0);
     c.line(0, 0, 0, 90);
     drawGraphAxes(c, 90, 0, 90, 0, 90, 90, 10, 10);

@@ -2,10 +2,18 @@
 
 #include "analysis/graph_screens.h"
 #include "app/forms.h"
+#include "app/window_placement.h"
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolkam_screen.h"
 #include "history/data_screen_opener.h"
+
+namespace {
+// Over the data screen, where the pupil's eyes are.
+void moveTo(QWidget& window, QPoint frameTopLeft) {
+    placeWindow(window, QRect(frameTopLeft, outerRect(window).size()));
+}
+}  // namespace
 
 void openPtolemyInstrument() {
     const bool first = !Forms::instance().exists<Ptolemaios>();
@@ -13,7 +21,7 @@ void openPtolemyInstrument() {
     if (first) {
         // Over the data screen, where the pupil's eyes are; the sight view
         // takes its place beside it.
-        instrument.move(dataScreenGeometry().topLeft());
+        moveTo(instrument, dataScreenGeometry().topLeft());
         instrument.Form_Load();
     } else {
         instrument.DrawPtolemyApparatus();
@@ -25,7 +33,7 @@ void openAlHaythamInstrument() {
     const bool first = !Forms::instance().exists<Xaithamos>();
     Xaithamos& instrument = form<Xaithamos>();
     if (first) {
-        instrument.move(dataScreenGeometry().topLeft());
+        moveTo(instrument, dataScreenGeometry().topLeft());
         instrument.Form_Load();
     }
     showScreen(instrument);
@@ -43,7 +51,7 @@ void openPtolemyDataFitting() {
     const bool first = !Forms::instance().exists<Ptolkam>();
     Ptolkam& fitting = form<Ptolkam>();
     if (first) {
-        fitting.move(dataScreenGeometry().topLeft());
+        moveTo(fitting, dataScreenGeometry().topLeft());
         fitting.Form_Load();
     }
     showScreen(fitting);

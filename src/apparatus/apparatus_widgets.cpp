@@ -1,9 +1,7 @@
 #include "apparatus/apparatus_widgets.h"
 
-#include <QGuiApplication>
 #include <QPushButton>
 #include <QResizeEvent>
-#include <QScreen>
 
 #include <algorithm>
 #include <cmath>
@@ -56,18 +54,6 @@ QLabel* makeLabel(const char* objectName) {
 void setLabel(QLabel* label, const QString& text) {
     label->setText(text);
     label->setAccessibleName(text);
-}
-
-QRect placeBeside(const QRect& beside, QSize size) {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    const QRect area = screen ? screen->availableGeometry() : QRect(0, 0, 1280, 800);
-    const int w = std::min(size.width(), area.width());
-    const int h = std::min(size.height(), area.height());
-    int left = beside.right() + 1;
-    if (left + w > area.right() + 1) left = beside.left() - w;
-    left = std::clamp(left, area.left(), std::max(area.left(), area.right() + 1 - w));
-    const int top = std::clamp(beside.top(), area.top(), std::max(area.top(), area.bottom() + 1 - h));
-    return {left, top, w, h};
 }
 
 }  // namespace apparatus

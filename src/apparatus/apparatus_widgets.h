@@ -35,10 +35,6 @@ QScrollBar* makeScrollBar(Qt::Orientation orientation, int minimum, int maximum,
 QLabel* makeLabel(const char* objectName);
 void setLabel(QLabel* label, const QString& text);
 
-// A free rectangle of the given size on the display right of `beside`
-// (or left of it when the right is full), top-aligned with it.
-QRect placeBeside(const QRect& beside, QSize size);
-
 // Makes a button tall enough for its caption wrapped to the given width.
 void fitCaptionHeight(QPushButton* button, int width);
 

@@ -1,9 +1,7 @@
 #include "apparatus/ptolemaios_screen.h"
 
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QHideEvent>
-#include <QScreen>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -14,6 +12,7 @@
 #include "apparatus/ptolemy_geometry.h"
 #include "app/dialogs.h"
 #include "app/forms.h"
+#include "app/window_placement.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
 
@@ -140,11 +139,11 @@ Ptolemaios::Ptolemaios() {
 void Ptolemaios::Form_Load() {
     // The window takes most of the display's height; the sight view
     // stands beside it.
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-        const QRect area = screen->availableGeometry();
-        const int height = static_cast<int>(0.8 * area.height());
-        resize(std::min(area.width() / 2, std::max(minimumWidth(), height * 3 / 4)), std::max(minimumHeight(), height));
-    }
+    const QRect area = availableArea(this);
+    const int height = static_cast<int>(0.8 * area.height());
+    QRect frame = outerRect(*this);
+    frame.setSize({std::min(area.width() / 2, std::max(minimumWidth(), height * 3 / 4)), height});
+    placeWindow(*this, frame);
     DrawPtolemyApparatus();
     apparatus::setLabel(Label1, QStringLiteral("ANGLE IN WATER γωνία στο νερό = ") + fmt(goniaprosptosis->value(), "0"));
     apparatus::setLabel(Label2, QStringLiteral("POSITION IN AIR θέση στον αέρα = ") + fmt(metatopisipar->value(), "0"));
@@ -184,8 +183,8 @@ void Ptolemaios::DrawPtolemyApparatus() {
     Emfanisi& view = form<Emfanisi>();
     if (!isVisible()) showScreen(*this);
     if (!view.isVisible()) {
-        view.setGeometry(apparatus::placeBeside(frameGeometry(), view.size()));
-        view.show();
+        placeWindow(view, leastCoveringPlace(outerRect(view).size(), availableArea(this), {outerRect(*this)}));
+        showOnScreen(view, false);
     }
 
     const double targetAngle = targetAngleOf(dgonia);

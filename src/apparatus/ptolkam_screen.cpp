@@ -1,8 +1,6 @@
 #include "apparatus/ptolkam_screen.h"
 
-#include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include <cmath>
@@ -10,6 +8,7 @@
 #include "apparatus/apparatus_widgets.h"
 #include "app/dialogs.h"
 #include "app/forms.h"
+#include "app/window_placement.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
@@ -152,10 +151,10 @@ Ptolkam::Ptolkam() {
 const DataSet& Ptolkam::chosenSet() const { return Option1->isChecked() ? glassSet() : waterSet(); }
 
 void Ptolkam::Form_Load() {
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-        const QRect area = screen->availableGeometry();
-        resize(std::max(minimumWidth(), area.width() * 3 / 4), std::max(minimumHeight(), area.height() * 4 / 5));
-    }
+    const QRect area = availableArea(this);
+    QRect frame = outerRect(*this);
+    frame.setSize({std::max(minimumWidth(), area.width() * 3 / 4), std::max(minimumHeight(), area.height() * 4 / 5)});
+    placeWindow(*this, frame);
     showScreen(*this);  // the legend is spaced by the height of its text as seen
     standardAdjustment();
 }

@@ -2,6 +2,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cmath>
 
 #include "analysis/graph_screens.h"
@@ -9,6 +10,7 @@
 #include "apparatus/alhaytham_texts.h"
 #include "apparatus/apparatus_widgets.h"
 #include "app/forms.h"
+#include "app/window_placement.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
 #include "history/data_screen_opener.h"
@@ -68,7 +70,10 @@ Xaithamos::Xaithamos() {
     side->addWidget(svise);
     auto* sidePanel = new QWidget;
     sidePanel->setLayout(side);
-    sidePanel->setFixedWidth(190);
+    // As wide as the longer option's whole caption, in the font's own units.
+    const QMargins margins = side->contentsMargins();
+    sidePanel->setFixedWidth(std::max({190, Option1->sizeHint().width(), Option2->sizeHint().width()}) + margins.left() +
+                             margins.right());
 
     auto* top = new QHBoxLayout;
     top->addWidget(host, 1);
@@ -217,7 +222,11 @@ void Xaithamos::svise_Click() {
     notes.setTitle(QStringLiteral("AL HAYTHAM"));
     notes.showText(alHaythamExplanation(), 13.0);
 
-    check.setGeometry(apparatus::placeBeside(dataScreenGeometry(), check.size()));
+    // Clear of the rules page whose colours it asks the pupil to watch, and
+    // of the explanation; over the data screen if nothing else is free.
+    const QSize size = outerRect(check).size().boundedTo(dataScreenGeometry().size());
+    placeWindow(check, leastCoveringPlace(size, availableArea(&check),
+                                          {outerRect(form<Incref>()), outerRect(notes), dataScreenGeometry()}));
     showScreen(check);
     check.CheckAlHaythamRules(check.timidikti->value() / 100.0);
 }

@@ -1,9 +1,11 @@
 #include "canvas/graph_axes.h"
 
 #include <QColor>
+#include <QMarginsF>
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "canvas/axis_steps.h"
 #include "canvas/canvas.h"
@@ -23,7 +25,86 @@ AxisTicks labelledTicks(double lo, double hi, std::optional<double> labelMax, st
     return axisTicks(lo, end, s);
 }
 
+struct AxisLabel {
+    QString text;
+    double x, y;  // top-left corner, user units
+};
+
+struct Ranges {
+    double xMax, xMin, yMax, yMin;
+    std::optional<double> xLabelMax, yLabelMax, xStep, yStep;
+};
+
+// The labels of both axes where the present scale and font put them.
+std::vector<AxisLabel> axisLabels(const Canvas& canvas, const Ranges& r) {
+    std::vector<AxisLabel> labels;
+    const double axisY = axisCrossing(r.yMin, r.yMax);
+    const double axisX = axisCrossing(r.xMin, r.xMax);
+    const double right = canvas.userPerPixelX();
+    const double down = canvas.userPerPixelY();
+    const double rightSign = right < 0 ? -1.0 : 1.0;
+    const double downSign = down < 0 ? -1.0 : 1.0;
+
+    const AxisTicks xTicks = labelledTicks(r.xMin, r.xMax, r.xLabelMax, r.xStep);
+    const char* xPattern = axisLabelPattern(xTicks.format);
+    bool zeroLabelledOnX = false;
+    for (double x : xTicks.values) {
+        const QString label = fmt(x, xPattern);
+        labels.push_back({label, x - canvas.textWidth(label) / 2.0 * rightSign,
+                          axisY + (kTickPixels + kLabelGapPixels / 2.0) * down});
+        if (x == 0.0 && axisY == 0.0) zeroLabelledOnX = true;
+    }
+    const AxisTicks yTicks = labelledTicks(r.yMin, r.yMax, r.yLabelMax, r.yStep);
+    const char* yPattern = axisLabelPattern(yTicks.format);
+    for (auto it = yTicks.values.rbegin(); it != yTicks.values.rend(); ++it) {
+        const double y = *it;
+        if (y == 0.0 && zeroLabelledOnX) continue;  // one "0" at the origin is enough
+        const QString label = fmt(y, yPattern);
+        labels.push_back({label, axisX - (kTickPixels + kLabelGapPixels) * right - canvas.textWidth(label) * rightSign,
+                          y - canvas.textHeight(label) / 2.0 * downSign});
+    }
+    return labels;
+}
+
+// How far, in pixels, a label at its place runs past each edge of the
+// canvas (left, top, right, bottom; 0 where it stays inside).
+QMarginsF overhang(const Canvas& canvas, const AxisLabel& label) {
+    const QPointF at = canvas.toLogical(label.x, label.y);
+    const QPointF end = canvas.toLogical(canvas.scaleLeft() + canvas.scaleWidth(), canvas.scaleTop() + canvas.scaleHeight());
+    const double w = canvas.textWidth(label.text) / std::fabs(canvas.userPerPixelX());
+    const double h = canvas.textHeight(label.text) / std::fabs(canvas.userPerPixelY());
+    return {std::max(0.0, -at.x()), std::max(0.0, -at.y()), std::max(0.0, at.x() + w - end.x()),
+            std::max(0.0, at.y() + h - end.y())};
+}
+
 }  // namespace
+
+void makeRoomForAxisLabels(Canvas& canvas, double xMax, double xMin, double yMax, double yMin,
+                           std::optional<double> xLabelMax, std::optional<double> yLabelMax,
+                           std::optional<double> xStep, std::optional<double> yStep) {
+    if (!usableAxisRange(xMin, xMax) || !usableAxisRange(yMin, yMax)) return;
+    const Ranges ranges{xMax, xMin, yMax, yMin, xLabelMax, yLabelMax, xStep, yStep};
+    // Widening the scale shrinks every unit, so the room is found in a few
+    // rounds; each round only widens.
+    for (int round = 0; round < 4; ++round) {
+        QMarginsF need;
+        for (const AxisLabel& label : axisLabels(canvas, ranges)) {
+            const QMarginsF o = overhang(canvas, label);
+            need = QMarginsF(std::max(need.left(), o.left()), std::max(need.top(), o.top()),
+                             std::max(need.right(), o.right()), std::max(need.bottom(), o.bottom()));
+        }
+        if (need.isNull()) return;
+        const double ux = canvas.userPerPixelX();
+        const double uy = canvas.userPerPixelY();
+        const double left = canvas.scaleLeft() - (need.left() + 1.0) * ux * (need.left() > 0 ? 1 : 0);
+        const double right =
+            canvas.scaleLeft() + canvas.scaleWidth() + (need.right() + 1.0) * ux * (need.right() > 0 ? 1 : 0);
+        const double top = canvas.scaleTop() - (need.top() + 1.0) * uy * (need.top() > 0 ? 1 : 0);
+        const double bottom =
+            canvas.scaleTop() + canvas.scaleHeight() + (need.bottom() + 1.0) * uy * (need.bottom() > 0 ? 1 : 0);
+        canvas.scale(left, top, right, bottom);
+    }
+}
 
 void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double yMin, std::optional<double> xLabelMax,
                    std::optional<double> yLabelMax, std::optional<double> xStep, std::optional<double> yStep) {
@@ -49,29 +130,18 @@ void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double
     canvas.line(xMin, axisY, xMax, axisY);
     canvas.line(axisX, yMin, axisX, yMax);
 
-    const AxisTicks xTicks = labelledTicks(xMin, xMax, xLabelMax, xStep);
-    const char* xPattern = axisLabelPattern(xTicks.format);
-    bool zeroLabelledOnX = false;
-    for (double x : xTicks.values) {
+    for (double x : labelledTicks(xMin, xMax, xLabelMax, xStep).values)
         canvas.line(x, axisY - kTickPixels * down, x, axisY + kTickPixels * down);
-        const QString label = fmt(x, xPattern);
-        canvas.setCurrentX(x - canvas.textWidth(label) / 2.0 * (right < 0 ? -1.0 : 1.0));
-        canvas.setCurrentY(axisY + (kTickPixels + kLabelGapPixels / 2.0) * down);
-        canvas.print(label);
-        if (x == 0.0 && axisY == 0.0) zeroLabelledOnX = true;
-    }
-
-    const AxisTicks yTicks = labelledTicks(yMin, yMax, yLabelMax, yStep);
-    const char* yPattern = axisLabelPattern(yTicks.format);
-    const double downSign = down < 0 ? -1.0 : 1.0;
-    const double rightSign = right < 0 ? -1.0 : 1.0;
-    for (auto it = yTicks.values.rbegin(); it != yTicks.values.rend(); ++it) {
-        const double y = *it;
+    for (double y : labelledTicks(yMin, yMax, yLabelMax, yStep).values)
         canvas.line(axisX - kTickPixels * right, y, axisX + kTickPixels * right, y);
-        if (y == 0.0 && zeroLabelledOnX) continue;  // one "0" at the origin is enough
-        const QString label = fmt(y, yPattern);
-        canvas.setCurrentX(axisX - (kTickPixels + kLabelGapPixels) * right - canvas.textWidth(label) * rightSign);
-        canvas.setCurrentY(y - canvas.textHeight(label) / 2.0 * downSign);
-        canvas.print(label);
+
+    // A label that the scale leaves too little room for is moved in from the
+    // edge rather than cut: a figure missing its first digit reads wrong.
+    const Ranges ranges{xMax, xMin, yMax, yMin, xLabelMax, yLabelMax, xStep, yStep};
+    for (const AxisLabel& label : axisLabels(canvas, ranges)) {
+        const QMarginsF o = overhang(canvas, label);
+        canvas.setCurrentX(label.x + (o.left() - o.right()) * right);
+        canvas.setCurrentY(label.y + (o.top() - o.bottom()) * down);
+        canvas.print(label.text);
     }
 }

@@ -19,8 +19,18 @@ class Canvas;
 //   when the x range contains 0) to xMax at every y tick below yMax, except
 //   along the x axis itself.
 //
-// A range that cannot be drawn (an end not finite, xMax ≤ xMin, yMax ≤ yMin)
+// A label that would run past the canvas's edge is moved in to lie whole
+// on it. A range that cannot be drawn (an end not finite, xMax ≤ xMin, yMax ≤ yMin)
 // draws nothing. The pen (CurrentX, CurrentY) is left after the last label.
 void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double yMin,
                    std::optional<double> xLabelMax = std::nullopt, std::optional<double> yLabelMax = std::nullopt,
                    std::optional<double> xStep = std::nullopt, std::optional<double> yStep = std::nullopt);
+
+// Widens the canvas's user scale where it leaves too little room round the
+// graph for the labels drawGraphAxes would write with the same arguments in
+// the present font, so that no label is cut at the canvas's edge. To be
+// called after the scale is set and before anything is drawn, since what is
+// drawn stays where the scale of its moment put it.
+void makeRoomForAxisLabels(Canvas& canvas, double xMax, double xMin, double yMax, double yMin,
+                           std::optional<double> xLabelMax = std::nullopt, std::optional<double> yLabelMax = std::nullopt,
+                           std::optional<double> xStep = std::nullopt, std::optional<double> yStep = std::nullopt);

@@ -24,10 +24,63 @@ void printAt(Canvas& c, double x, double y, const QString& text) {
 
 }  // namespace
 
+namespace {
+
+// The English part and the Greek part of a bilingual caption, split at the
+// blank before the first Greek word (the whole text when there is none).
+QStringList languageParts(const QString& text) {
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i].script() != QChar::Script_Greek) continue;
+        const qsizetype blank = text.lastIndexOf(QLatin1Char(' '), i);
+        if (blank <= 0) break;
+        return {text.left(blank), text.mid(blank + 1)};
+    }
+    return {text};
+}
+
+}  // namespace
+
+QStringList wrapToWidth(const Canvas& canvas, const QString& text, double maxWidth) {
+    QStringList lines;
+    for (const QString& part : languageParts(text)) {
+        if (canvas.textWidth(part) <= maxWidth) {
+            lines << part.trimmed();
+            continue;
+        }
+        lines << wrapWords(canvas, part, maxWidth);
+    }
+    return lines;
+}
+
+QStringList wrapWords(const Canvas& canvas, const QString& text, double maxWidth) {
+    QStringList lines;
+    QString line;
+    for (const QString& word : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        const QString longer = line.isEmpty() ? word : line + QLatin1Char(' ') + word;
+        if (!line.isEmpty() && canvas.textWidth(longer) > maxWidth) {
+            lines << line;
+            line = word;
+        } else {
+            line = longer;
+        }
+    }
+    if (!line.isEmpty()) lines << line;
+    return lines;
+}
+
 void printFitted(Canvas& canvas, double x, double y, const QString& text, double maxWidth, double points) {
     canvas.setFontSize(points);
-    while (canvas.fontSize() > 5.0 && canvas.textWidth(text) > maxWidth) canvas.setFontSize(canvas.fontSize() - 0.5);
-    printAt(canvas, x, y, text);
+    while (canvas.fontSize() > kSmallestPoints && canvas.textWidth(text) > maxWidth)
+        canvas.setFontSize(std::max(kSmallestPoints, canvas.fontSize() - 0.5));
+    // Smaller type could not be read from the back of a classroom: the text
+    // goes onto more lines instead.
+    if (canvas.textWidth(text) <= maxWidth) {
+        printAt(canvas, x, y, text);
+        return;
+    }
+    const double lineDown = canvas.textHeight() * (canvas.userPerPixelY() < 0 ? -1.0 : 1.0);
+    const QStringList lines = wrapToWidth(canvas, text, maxWidth);
+    for (qsizetype k = 0; k < lines.size(); ++k) printAt(canvas, x, y + static_cast<double>(k) * lineDown, lines[k]);
 }
 
 double angleGraphTop(const std::vector<history::AnglePair>& pairs) {
@@ -47,6 +100,7 @@ void drawAngleGraph(Canvas& c, const std::vector<history::AnglePair>& pairs, con
     c.setDrawWidth(1);
     c.setFontBold(false);
     c.setFontSize(kLabelPoints);
+    makeRoomForAxisLabels(c, kAngleRight, kAngleLeft, top, kAngleBottom, 100.0, top - 10.0, 10.0, 10.0);
     c.line(-5, 0, 100, 0);
     c.line(0, -5, 0, top - 10.0);
     drawGraphAxes(c, kAngleRight, kAngleLeft, top, kAngleBottom, 100.0, top - 10.0, 10.0, 10.0);

@@ -1,6 +1,7 @@
 #pragma once
 #include <QColor>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -32,6 +33,19 @@ void drawAngleGraph(Canvas& canvas, const std::vector<history::AnglePair>& pairs
 void drawSineGraph(Canvas& canvas, const history::SineFit& fit, const PlotStyle& style, const QString& indexText,
                    const QString& sinIncidenceTitle, const QString& sinRefractionTitle);
 
+// The smallest type a graph is labelled in.
+constexpr double kSmallestPoints = 8.0;
+
+// Breaks the text into lines at its blanks so that each line is at most
+// maxWidth user units wide in the canvas's present font (a single word wider
+// than that stands on a line of its own).
+QStringList wrapWords(const Canvas& canvas, const QString& text, double maxWidth);
+
+// The same for a bilingual caption: the Greek starts a line of its own, and
+// each language is broken further only where it is still too wide.
+QStringList wrapToWidth(const Canvas& canvas, const QString& text, double maxWidth);
+
 // Prints the text with its top-left corner at (x, y) in the given type
-// size, smaller if needed so that it is no wider than maxWidth user units.
+// size, smaller if needed so that it is no wider than maxWidth user units,
+// but never below kSmallestPoints: beyond that it is written on more lines.
 void printFitted(Canvas& canvas, double x, double y, const QString& text, double maxWidth, double points);

@@ -9,6 +9,7 @@
 #include "app/forms.h"
 #include "app/number_input.h"
 #include "app/shared_state.h"
+#include "app/window_placement.h"
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"
 #include "history/inpdat_screen.h"
@@ -156,7 +157,7 @@ void Inpdat::showNote(int noteIndex) {
     analysis.setTitle(fromUtf8(note.title));
     analysis.showText(fromUtf8(history::noteText(note)), 13.0);
     placeGraphScreensBeside(*this);
-    analysis.show();
+    showOnScreen(analysis, false);
     analysis.raise();
     // The figure is drawn at the size the canvas has beside the text. A
     // note without one leaves the drawing empty: whatever was there belongs

@@ -162,7 +162,7 @@ void Inpdat::toentrito() {
     const QString english = label.left(split);
     const QString greek = label.mid(split);
     c.setFontSize(labelPoints(c));
-    while (c.fontSize() > 5.0 && std::max(c.textWidth(english), c.textWidth(greek)) > 29.0)
+    while (c.fontSize() > kSmallestPoints && std::max(c.textWidth(english), c.textWidth(greek)) > 29.0)
         c.setFontSize(c.fontSize() - 0.5);
     printAt(c, 40, 50 + c.textHeight(), english);
     printAt(c, 40, 50, greek);

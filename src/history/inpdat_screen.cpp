@@ -2,12 +2,10 @@
 
 #include <QEvent>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QMenuBar>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -16,9 +14,11 @@
 #include "app/forms.h"
 #include "app/main_menu.h"
 #include "app/program_exit.h"
+#include "app/window_placement.h"
 #include "apparatus/apparatus_openers.h"
 #include "canvas/fonts.h"
 #include "models/interpretation_openers.h"
+#include "models/rixo_screen.h"
 
 namespace {
 
@@ -267,10 +267,9 @@ void Inpdat::Form_Load() {
     // Wide enough for every menu of the menu bar.
     setMinimumWidth(menuBar()->sizeHint().width() + 20);
     resize(std::max(640, minimumWidth()), 760);
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-        const QRect area = screen->availableGeometry();
-        move(area.center() - rect().center());
-    }
+    QRect frame = outerRect(*this);
+    frame.moveCenter(availableArea(this).center());
+    placeWindow(*this, frame);
 }
 
 bool Inpdat::eventFilter(QObject* watched, QEvent* event) {
@@ -360,10 +359,11 @@ void Inpdat::klinoistoria_Click() {
 }
 
 void Inpdat::Command2_Click() {
-    hide();
-    hideIfCreated<Incref>();
-    hideIfCreated<Analysis>();
-    hideApparatusScreens();
+    // Back to the start: whatever led here or was opened from here (the
+    // bench whose series was transferred, its lists, the graphs, the
+    // instruments) goes too, and no animation runs on behind hidden screens.
+    Rixo::stopInterpretationTimers();
+    Forms::instance().hideAllBut(form<Diathlasimeleti>());
     showScreen(form<Diathlasimeleti>());
 }
 
@@ -382,8 +382,7 @@ void Inpdat::showGraphScreens() {
     placeGraphScreensBeside(*this);
     // Shown without taking the keyboard from the grid.
     for (QWidget* screen : {static_cast<QWidget*>(&form<Incref>()), static_cast<QWidget*>(&form<Analysis>())}) {
-        screen->show();
-        screen->raise();
+        showOnScreen(*screen, false);
         if (screen->layout()) screen->layout()->activate();
     }
 }

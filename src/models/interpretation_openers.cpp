@@ -1,9 +1,7 @@
 #include "models/interpretation_openers.h"
 
-#include <QGuiApplication>
-#include <QScreen>
-
 #include "app/forms.h"
+#include "app/window_placement.h"
 #include "models/rixo_screen.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
@@ -16,14 +14,11 @@ void layOut(Rixo& rixo, Rixotext& panel, Somata& somata) {
     static bool laidOut = false;
     if (laidOut) return;
     laidOut = true;
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    if (!screen) return;
-    const QRect area = screen->availableGeometry();
-    const int upper = area.height() * 64 / 100;
-    const int left = area.width() * 45 / 100;
-    rixo.setGeometry(area.x(), area.y(), left, upper - 40);
-    somata.setGeometry(area.x() + left, area.y(), area.width() - left, upper - 40);
-    panel.setGeometry(area.x(), area.y() + upper, area.width(), area.height() - upper - 40);
+    constexpr double upper = 0.62;  // of the height, for the two drawings
+    constexpr double left = 0.45;   // of the width, for the waves
+    placeWindow(rixo, screenShare(rixo, 0.0, 0.0, left, upper));
+    placeWindow(somata, screenShare(somata, left, 0.0, 1.0 - left, upper));
+    placeWindow(panel, screenShare(panel, 0.0, upper, 1.0, 1.0 - upper));
 }
 
 void showAll(bool fromData) {

@@ -42,7 +42,7 @@ private slots:
         screen.defteromeros_Click();
         form<Diathlasimeleti>().Command4_Click();
         QVERIFY(QTest::qWaitForWindowExposed(&screen));
-        QCOMPARE(screen.size(), QGuiApplication::primaryScreen()->availableGeometry().size());
+        QCOMPARE(screen.frameGeometry().size(), QGuiApplication::primaryScreen()->availableGeometry().size());
         QVERIFY(onlyPageShown(screen, screen.Picture1));
     }
 

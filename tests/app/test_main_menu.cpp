@@ -52,8 +52,8 @@ private slots:
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
         QVERIFY(menu.isVisible());
         QCOMPARE(menu.windowTitle(), QStringLiteral("MELETH DIAULASHS"));
-        QCOMPARE(menu.width(), screen.width() * 49 / 50);
-        QCOMPARE(menu.height(), screen.height() * 49 / 50);
+        QCOMPARE(menu.frameGeometry().width(), screen.width() * 49 / 50);
+        QCOMPARE(menu.frameGeometry().height(), screen.height() * 49 / 50);
 
         // The three buttons share one row half-way down the screen.
         const int rowTop = screen.height() * 4 / 8;
@@ -112,7 +112,7 @@ private slots:
         QVERIFY(Forms::instance().exists<Storiopt>());
         auto& history = form<Storiopt>();
         QVERIFY(history.isVisible());
-        QCOMPARE(history.size(), QGuiApplication::primaryScreen()->availableGeometry().size());
+        QCOMPARE(history.frameGeometry().size(), QGuiApplication::primaryScreen()->availableGeometry().size());
         QVERIFY(history.Picture1->isVisible());
         QVERIFY(!history.Picture2->isVisible());
 

@@ -145,6 +145,50 @@ private slots:
         for (const char* label : {"1.4", "-0.2", "0.75", "1.00", "1.00e-03"})
             QVERIFY2(c.printedTexts().contains(QLatin1String(label)), label);
     }
+
+    // On a projector's small graph window the angle graph's y labels used to
+    // lose their first digit at the left edge ("100" read "00").
+    void labelsKeepTheirRoomOnASmallCanvas() {
+        Canvas c;
+        c.resize(260, 180);
+        c.scale(-5, 110, 110, -30);
+        c.setFontSize(8);
+        auto leftOfHundred = [&c] {
+            // Where "100" starts: left of the y axis by the tick, the gap and itself.
+            return c.toLogical(-7.0 * c.userPerPixelX() - c.textWidth(QStringLiteral("100")), 100).x();
+        };
+        QVERIFY(leftOfHundred() < 0.0);  // the scale as given leaves too little room
+        makeRoomForAxisLabels(c, 110, -5, 110, -30, 100.0, 100.0, 10.0, 10.0);
+        QVERIFY(leftOfHundred() >= 0.0);
+        QVERIFY(c.scaleLeft() < -5.0 && c.scaleLeft() > -40.0);  // widened, but only as needed
+        // Below, "-30" and the x labels under the axis stay on the canvas.
+        const double bottom = c.toLogical(0, -30).y() + c.textHeight() / std::fabs(c.userPerPixelY()) / 2.0;
+        QVERIFY(bottom <= c.height());
+
+        // A label the scale leaves no room for is moved in whole, never cut.
+        Canvas tight;
+        tight.resize(260, 180);
+        tight.setBackColor(Qt::white);
+        tight.scale(-1, 110, 110, -30);
+        tight.setFontSize(8);
+        drawGraphAxes(tight, 110, -1, 110, -30, 100.0, 100.0, 10.0, 10.0);
+        // The black ink at the height of "100" near the left edge is as wide
+        // as the whole label (the axis and its tick alone are a few pixels).
+        const QImage image = tight.image();
+        const double dpr = image.devicePixelRatio();
+        const int axis = static_cast<int>(30 * dpr);
+        const int middle = static_cast<int>(tight.toDevice(0, 100).y());
+        const int half = static_cast<int>(tight.textHeight() / std::fabs(tight.userPerPixelY()) * dpr / 2);
+        int first = axis, last = -1;
+        for (int y = middle - half; y <= middle + half; ++y)
+            for (int x = 0; x < axis; ++x)
+                if (const QColor ink = image.pixelColor(x, y); ink.red() < 100 && ink.blue() < 100) {
+                    first = std::min(first, x);
+                    last = std::max(last, x);
+                }
+        const double wanted = tight.textWidth(QStringLiteral("100")) / std::fabs(tight.userPerPixelX()) * dpr;
+        QVERIFY2(last - first + 1 >= 0.8 * wanted, qPrintable(QStringLiteral("%1 of %2").arg(last - first + 1).arg(wanted)));
+    }
 };
 
 QTEST_MAIN(TestGraphAxes)

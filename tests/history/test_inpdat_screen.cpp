@@ -254,7 +254,9 @@ private slots:
         QVERIFY(!joined(inc).contains("n=1.50") && joined(inc).contains("REFRACTION = 2/3 INCIDENCE"));
         d.pyknoareo_Click();
         QCOMPARE(form<Incref>().title(), QStringLiteral("REFRACTION  ANGLE VS INCIDENCE ANGLE"));
-        QVERIFY(joined(inc).contains("REFRACTION = 3/2 INCIDENCE διάθλασης=3/2πρόσπτωσης"));
+        // Too long for the room beside the line in the smallest type: the
+        // Greek goes onto a line of its own.
+        QVERIFY(joined(inc).contains("REFRACTION = 3/2 INCIDENCE\nδιάθλασης=3/2πρόσπτωσης"));
 
         // Witelo: Snell from the data stops at the critical angle.
         d.Vitello_Glass_Click();

@@ -1,0 +1,57 @@
+#pragma once
+#include <QMargins>
+#include <QRect>
+#include <QSize>
+
+#include <vector>
+
+class QWidget;
+
+// Where every window of the program goes. Classrooms run anything from a
+// 1024×700 projector to a 4K screen at 200 %, so sizes and positions are
+// taken as parts of the screen the program runs on, and a window is always
+// kept wholly on the part of the screen that windows may use, title bar and
+// frame included, so that it can be seen, dragged and closed.
+
+// The part of the screen that windows may use (panels and docks left out):
+// the screen the window stands on, or the primary screen.
+QRect availableArea(const QWidget* window = nullptr);
+
+// The frame the window manager draws round a window: the real one once the
+// window has been shown framed, otherwise the last real frame seen on any
+// window, or a generous guess before the first.
+QMargins windowFrameMargins(const QWidget& window);
+
+// A window's outer rectangle, frame and title bar included; also before it
+// is shown, with the frame it is likely to get.
+QRect outerRect(const QWidget& window);
+
+// Moves and shrinks a rectangle so that it lies inside area: first cut to
+// the area's size, then moved in by the least amount.
+QRect fitRectInside(QRect rect, const QRect& area);
+
+// Where a window of the given outer size (cut to the area) covers least of
+// the rectangles to be kept clear, the earlier ones weighing more than all
+// later ones together: beside or below them where the area has room, over
+// the least important otherwise. Among equal places the first tried wins:
+// right of, below, left of and above the first rectangle, then the corners.
+QRect leastCoveringPlace(QSize frameSize, const QRect& area, const std::vector<QRect>& keepClear);
+
+// Gives a window the outer rectangle wanted, frame and title bar included
+// (screen coordinates), but inside the available area: a size larger than
+// the area is cut down to it, a position outside is moved in.
+void placeWindow(QWidget& window, const QRect& frame);
+
+// The same for the window's present geometry; nothing changes when it
+// already lies inside.
+void keepWindowOnScreen(QWidget& window);
+
+// An outer rectangle in the available area from proportions of it: left and
+// top as parts of its width and height from its top-left corner, width and
+// height as parts of its width and height; for placeWindow.
+QRect screenShare(const QWidget& window, double left, double top, double width, double height);
+
+// Shows a window where placeWindow or its last position put it, inside the
+// screen, and keeps it there while the window manager frames it; brings it
+// to the front and, unless told not to, gives it the keyboard.
+void showOnScreen(QWidget& window, bool takeFocus = true);

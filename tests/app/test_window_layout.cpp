@@ -1,0 +1,269 @@
+// Every window on one classroom screen: the pupil's road through the whole
+// program, and after each step every window that is up is checked: its
+// frame on the usable part of the screen, no menu command pushed into the
+// menu bar's overflow, every button and label inside its window with its
+// text whole.
+//
+// The screen is given by the platform (CTest runs this program once per
+// screen); LAYOUT_SCREEN names the logical size and scale expected, so that
+// a run on the wrong screen fails instead of passing. With LAYOUT_PNG_DIR
+// set, every window is also written there as a picture after each step.
+#include <QtTest>
+
+#include <QAbstractButton>
+#include <QAbstractScrollArea>
+#include <QCheckBox>
+#include <QDir>
+#include <QLabel>
+#include <QMenuBar>
+#include <QRadioButton>
+#include <QScreen>
+#include <QToolButton>
+
+#include "analysis/errors_screen.h"
+#include "analysis/graph_screens.h"
+#include "app/forms.h"
+#include "app/history_screen.h"
+#include "app/main_menu.h"
+#include "app/module1.h"
+#include "apparatus/alhaytham_screens.h"
+#include "apparatus/apparatus_openers.h"
+#include "apparatus/ptolemaios_screen.h"
+#include "apparatus/ptolkam_screen.h"
+#include "canvas/caption_button.h"
+#include "canvas/fonts.h"
+#include "history/inpdat_screen.h"
+#include "models/epiloges_screen.h"
+#include "models/rixo_screen.h"
+#include "models/rixotext_screen.h"
+#include "models/somata_screen.h"
+#include "semicircle/hmiky_screen.h"
+#include "semicircle/list_of_data_screen.h"
+#include "test_support.h"
+
+namespace {
+
+QList<QWidget*> shownWindows() {
+    QList<QWidget*> windows;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->isVisible() && w->isWindow() && !(w->windowType() == Qt::Popup || w->windowType() == Qt::ToolTip))
+            windows << w;
+    return windows;
+}
+
+QString nameOf(const QWidget* w) {
+    return w->objectName().isEmpty() ? QString::fromLatin1(w->metaObject()->className()) : w->objectName();
+}
+
+// The part of a control that its window shows: cut by every parent on the
+// way up, except that inside a scrolled area it is enough to be reachable
+// by scrolling, so there only the area itself is cut.
+QRect shownPart(const QWidget* control, const QWidget* window) {
+    QRect part(control->mapTo(window, QPoint(0, 0)), control->size());
+    for (const QWidget* p = control->parentWidget(); p && p != window; p = p->parentWidget()) {
+        if (qobject_cast<const QAbstractScrollArea*>(p)) {
+            part = QRect(p->mapTo(window, QPoint(0, 0)), p->size());
+            continue;
+        }
+        part &= QRect(p->mapTo(window, QPoint(0, 0)), p->size());
+    }
+    return part & window->rect();
+}
+
+bool isInScrolledArea(const QWidget* control, const QWidget* window) {
+    for (const QWidget* p = control->parentWidget(); p && p != window; p = p->parentWidget())
+        if (qobject_cast<const QAbstractScrollArea*>(p)) return true;
+    return false;
+}
+
+// Why the text of a control does not fit it, or an empty string.
+QString textProblem(const QWidget* control) {
+    const QFontMetrics fm(control->font());
+    const QRect r = control->rect();
+    if (auto* caption = qobject_cast<const CaptionButton*>(control)) {
+        const QRect room = r.adjusted(6, 6, -6, -6);
+        const QRect text = fm.boundingRect(room, Qt::AlignCenter | Qt::TextWordWrap, caption->text());
+        if (!room.contains(text)) return QStringLiteral("caption needs %1x%2 in %3x%4")
+                                          .arg(text.width()).arg(text.height()).arg(room.width()).arg(room.height());
+        return {};
+    }
+    if (qobject_cast<const QRadioButton*>(control) || qobject_cast<const QCheckBox*>(control)) {
+        const QSize hint = control->sizeHint();
+        if (hint.width() > r.width() || fm.height() > r.height())
+            return QStringLiteral("needs %1x%2, has %3x%4").arg(hint.width()).arg(hint.height()).arg(r.width()).arg(r.height());
+        return {};
+    }
+    if (auto* button = qobject_cast<const QAbstractButton*>(control)) {
+        if (button->text().isEmpty()) return {};
+        const int width = fm.horizontalAdvance(button->text());
+        if (width + 8 > r.width() || fm.height() + 2 > r.height())
+            return QStringLiteral("text %1 wide in %2x%3").arg(width).arg(r.width()).arg(r.height());
+        return {};
+    }
+    if (auto* label = qobject_cast<const QLabel*>(control)) {
+        if (label->text().isEmpty() || label->textFormat() == Qt::RichText || Qt::mightBeRichText(label->text()))
+            return {};
+        const QRect room = label->contentsRect();
+        const int flags = static_cast<int>(label->alignment()) | (label->wordWrap() ? Qt::TextWordWrap : 0);
+        const QRect text = fm.boundingRect(room, flags, label->text());
+        if (text.width() > room.width() || text.height() > room.height())
+            return QStringLiteral("text needs %1x%2 in %3x%4")
+                .arg(text.width()).arg(text.height()).arg(room.width()).arg(room.height());
+    }
+    return {};
+}
+
+QStringList windowProblems(QWidget* window) {
+    QStringList problems;
+    const QString name = nameOf(window);
+    const QRect area = window->screen()->availableGeometry();
+    if (!area.contains(window->frameGeometry()))
+        problems << QStringLiteral("%1: frame %2,%3 %4x%5 outside the screen's %6x%7")
+                        .arg(name).arg(window->frameGeometry().x()).arg(window->frameGeometry().y())
+                        .arg(window->frameGeometry().width()).arg(window->frameGeometry().height())
+                        .arg(area.width()).arg(area.height());
+    for (QMenuBar* bar : window->findChildren<QMenuBar*>()) {
+        if (!bar->isVisibleTo(window)) continue;
+        const auto* overflow = bar->findChild<QToolButton*>(QStringLiteral("qt_menubar_ext_button"));
+        if (overflow && overflow->isVisibleTo(bar))
+            problems << QStringLiteral("%1: menu bar %2 wide overflows").arg(name).arg(bar->width());
+        for (QAction* action : bar->actions()) {
+            if (!action->isVisible()) continue;
+            const QRect at = bar->actionGeometry(action);
+            if (at.isEmpty() || !bar->rect().contains(at))
+                problems << QStringLiteral("%1: menu \"%2\" not on the menu bar").arg(name, action->text());
+        }
+    }
+    QList<QWidget*> controls;
+    for (QAbstractButton* b : window->findChildren<QAbstractButton*>()) controls << b;
+    for (QLabel* l : window->findChildren<QLabel*>()) controls << l;
+    for (QWidget* control : controls) {
+        if (!control->isVisibleTo(window) || control->objectName().startsWith(QStringLiteral("qt_"))) continue;
+        if (control->window() != window || control->size().isEmpty()) continue;
+        const QString what = QStringLiteral("%1/%2 \"%3\"").arg(name, nameOf(control),
+            qobject_cast<QLabel*>(control) ? qobject_cast<QLabel*>(control)->text().left(30)
+                                           : qobject_cast<QAbstractButton*>(control)->text().left(30));
+        const QRect whole(control->mapTo(window, QPoint(0, 0)), control->size());
+        const QRect part = shownPart(control, window);
+        if (isInScrolledArea(control, window) ? part.isEmpty() : part != whole)
+            problems << QStringLiteral("%1 cut by its window (%2x%3 of %4x%5 shown)")
+                            .arg(what).arg(part.width()).arg(part.height()).arg(whole.width()).arg(whole.height());
+        if (const QString p = textProblem(control); !p.isEmpty()) problems << what + QStringLiteral(": ") + p;
+    }
+    return problems;
+}
+
+}  // namespace
+
+class TestWindowLayout : public QObject {
+    Q_OBJECT
+    QStringList problems_;
+    int step_ = 0;
+
+    // Lets the windows settle, then checks every window that is up.
+    void check(const QString& step) {
+        ++step_;
+        QTest::qWait(20);
+        for (QWidget* w : shownWindows()) {
+            QVERIFY(QTest::qWaitForWindowExposed(w));
+            for (const QString& p : windowProblems(w)) problems_ << step + QStringLiteral(": ") + p;
+            const QString dir = qEnvironmentVariable("LAYOUT_PNG_DIR");
+            if (!dir.isEmpty()) {
+                QDir().mkpath(dir);
+                w->grab().save(QStringLiteral("%1/%2_%3_%4.png").arg(dir).arg(step_, 2, 10, QLatin1Char('0')).arg(step, nameOf(w)));
+            }
+        }
+    }
+
+    static QStringList shownNames() {
+        QStringList names;
+        for (QWidget* w : shownWindows()) names << nameOf(w);
+        names.sort();
+        return names;
+    }
+
+private slots:
+    void initTestCase() { installFontSubstitutions(); }
+
+    void screenIsTheOneAskedFor() {
+        const QString wanted = qEnvironmentVariable("LAYOUT_SCREEN");  // e.g. 1280x720@1.5
+        if (wanted.isEmpty()) QSKIP("no screen named");
+        const QScreen* screen = QGuiApplication::primaryScreen();
+        const QString actual = QStringLiteral("%1x%2@%3")
+                                   .arg(screen->geometry().width()).arg(screen->geometry().height())
+                                   .arg(screen->devicePixelRatio());
+        QCOMPARE(actual, wanted);
+    }
+
+    void everyWindowOnTheScreen() {
+        ScreenTestScope scope;
+        Main();
+        auto& menu = form<Diathlasimeleti>();
+        check(QStringLiteral("menu"));
+
+        // The bench and the two screens it opens; BACK takes all three away.
+        menu.Command1_Click();
+        check(QStringLiteral("bench"));
+        auto& bench = form<Hmiky>();
+        bench.Raref_Click();
+        bench.listOfData_Click();
+        bench.sygr_Click();
+        check(QStringLiteral("bench-lists"));
+        bench.Command3_Click();
+        QCOMPARE(shownNames(), QStringList{nameOf(&menu)});
+
+        menu.Command4_Click();
+        check(QStringLiteral("history1"));
+        form<Storiopt>().defteromeros_Click();
+        check(QStringLiteral("history2"));
+        form<Storiopt>().klisimo_Click();
+
+        // The data screen with a table analysed, a note, and the instruments.
+        menu.Command2_Click();
+        auto& data = form<Inpdat>();
+        data.Newt_Click();
+        check(QStringLiteral("data"));
+        data.showNote(0);
+        check(QStringLiteral("data-note"));
+        openPtolemyInstrument();
+        check(QStringLiteral("ptolemy"));
+        form<Ptolemaios>().Command1_Click();
+        check(QStringLiteral("ptolemy-hidden"));
+        openAlHaythamInstrument();
+        check(QStringLiteral("alhaytham"));
+        form<Xaithamos>().svise_Click();
+        check(QStringLiteral("alhaytham-check"));
+        // The check screen leaves the rules page to be watched.
+        QVERIFY(!form<Alhazencheck>().frameGeometry().intersects(form<Incref>().frameGeometry()) ||
+                form<Alhazencheck>().frameGeometry().intersected(form<Incref>().frameGeometry()).height() <
+                    form<Incref>().frameGeometry().height() / 4);
+        openPtolemyDataFitting();
+        check(QStringLiteral("ptolemy-fitting"));
+
+        // The interpretation screens from the data screen, and back.
+        data.Command4_Click();
+        check(QStringLiteral("interpretation"));
+        form<Rixo>().epiloges_Click();
+        check(QStringLiteral("interpretation-choices"));
+        form<Rixo>().Endof_Click();
+        check(QStringLiteral("data-again"));
+
+        // INITIAL leaves the main menu alone on the screen, whatever was up.
+        menu.Command1_Click();
+        bench.listOfData_Click();
+        form<ListOfData>().Command2_Click();  // the series to the data screen
+        data.Command2_Click();
+        QCOMPARE(shownNames(), QStringList{nameOf(&menu)});
+
+        menu.Command5_Click();
+        form<Rixotext>().Command1_Click();
+        check(QStringLiteral("waves-and-particles"));
+        form<Rixo>().Endof_Click();
+        QCOMPARE(shownNames(), QStringList{nameOf(&menu)});
+
+        QVERIFY2(problems_.isEmpty(), qPrintable(QStringLiteral("\n") + problems_.join(QLatin1Char('\n'))));
+    }
+};
+
+QTEST_MAIN(TestWindowLayout)
+#include "test_window_layout.moc"
