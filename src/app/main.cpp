@@ -9,6 +9,7 @@
 #include "app/menu_keys.h"
 #include "app/module1.h"
 #include "app/version.h"
+#include "app/window_access.h"
 #include "app/window_keys.h"
 #include "canvas/fonts.h"
 
@@ -30,6 +31,7 @@ int main(int argc, char* argv[]) {
     installHelpEverywhere(app);
     installWindowKeysEverywhere(app);
     installFocusFrameEverywhere(app);
+    installWindowAccessEverywhere(app);
     Main();
     const int status = QApplication::exec();
     Forms::instance().destroyAll();

@@ -38,5 +38,17 @@ QScrollBar* createScrollBar(const ScrollBarSettings& settings) {
     bar->setAccessibleName(settings.accessibleName);
     if (settings.orientation == Qt::Horizontal) bar->setMinimumHeight(18);
     else bar->setMinimumWidth(18);
+    describeValue(*bar, [](int value) { return QString::number(value); });
     return bar;
+}
+
+void describeValue(QScrollBar& bar, std::function<QString(int value)> shown) {
+    if (!shown) return;
+    // One description per bar: a later call replaces the earlier one.
+    if (auto* old = bar.findChild<QObject*>(QStringLiteral("valueDescription"), Qt::FindDirectChildrenOnly)) delete old;
+    auto* updater = new QObject(&bar);
+    updater->setObjectName(QStringLiteral("valueDescription"));
+    QObject::connect(&bar, &QScrollBar::valueChanged, updater,
+                     [&bar, shown](int value) { bar.setAccessibleDescription(shown(value)); });
+    bar.setAccessibleDescription(shown(bar.value()));
 }

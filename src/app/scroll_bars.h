@@ -2,6 +2,8 @@
 #include <QScrollBar>
 #include <QString>
 
+#include <functional>
+
 // How a scroll bar of the program is set up. The defaults are those of a
 // classic scroll bar: a step of 1 for the arrows.
 struct ScrollBarSettings {
@@ -21,3 +23,9 @@ struct ScrollBarSettings {
 // Up/Down move by the large change, Home and End go to the ends. The bar
 // takes the keyboard focus by Tab and by a click.
 QScrollBar* createScrollBar(const ScrollBarSettings& settings);
+
+// What a screen reader hears as the bar's value: its accessible
+// description, kept up to date on every change, is the value as the screen
+// shows it ("xc = 0.40", "n = 1.50") rather than the bar's inner whole
+// number. Until a screen says how, the description is that number.
+void describeValue(QScrollBar& bar, std::function<QString(int value)> shown);

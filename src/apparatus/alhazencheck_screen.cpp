@@ -121,6 +121,8 @@ void Alhazencheck::CheckAlHaythamRules(double n) {
     c.setForeColor(kBlack);
     c.setDrawWidth(1);
     c.setDrawStyle(DrawStyle::Solid);
+    makeRoomForTextsFrom(c, 71, {QStringLiteral("(INCIDENCE + DEVIATION πρόσπτωσης+απόκλισης)/2")});
+    makeRoomForTextsFrom(c, 88, {QStringLiteral("INCIDENCE/2 πρόσπτωσης/2")});
     makeRoomForAxisLabels(c, 90, 0, 90, 0, 90, 90, 10, 10);
     c.line(-10, 0, 90, 0);
     c.line(0, 0, 0, 90);

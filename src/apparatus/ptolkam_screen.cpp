@@ -208,6 +208,11 @@ void Ptolkam::drawCurves(const DataSet& set, const std::vector<double>& values, 
     shown_ = values;
     Canvas& c = *canvas;
     c.cls();
+    // The legend's longest line ends on the canvas however narrow the window.
+    c.setFontName(QStringLiteral("Arial"));
+    c.setFontSize(8.0);
+    c.scale(kLeft, kTop, kRight, kBottom);
+    makeRoomForTextsFrom(c, kLegendX, {legend.analogy, legend.ptolemy, legend.expected});
     c.setForeColor(kBlack);
     c.setDrawWidth(1);
     c.line(-15, 0, 100, 0);

@@ -79,6 +79,23 @@ QMarginsF overhang(const Canvas& canvas, const AxisLabel& label) {
 
 }  // namespace
 
+void makeRoomForTextsFrom(Canvas& canvas, double x, const QStringList& texts) {
+    double widest = 0.0;
+    for (const QString& text : texts) widest = std::max(widest, canvas.textWidth(text) / std::fabs(canvas.userPerPixelX()));
+    for (int round = 0; round < 4; ++round) {
+        const double end = canvas.toLogical(canvas.scaleLeft() + canvas.scaleWidth(), canvas.scaleTop()).x();
+        // A little to spare: type drawn at another size is not measured exactly.
+        const double over = canvas.toLogical(x, canvas.scaleTop()).x() + widest * 1.04 + 3.0 - end;
+        // Text wider than the whole canvas cannot be helped by a scale.
+        if (over <= 0.0 || widest >= end) return;
+        const double right = canvas.scaleLeft() + canvas.scaleWidth() + (over + 1.0) * canvas.userPerPixelX();
+        canvas.scale(canvas.scaleLeft(), canvas.scaleTop(), right, canvas.scaleTop() + canvas.scaleHeight());
+        widest = 0.0;
+        for (const QString& text : texts)
+            widest = std::max(widest, canvas.textWidth(text) / std::fabs(canvas.userPerPixelX()));
+    }
+}
+
 void makeRoomForAxisLabels(Canvas& canvas, double xMax, double xMin, double yMax, double yMin,
                            std::optional<double> xLabelMax, std::optional<double> yLabelMax,
                            std::optional<double> xStep, std::optional<double> yStep) {

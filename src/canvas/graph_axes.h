@@ -1,6 +1,8 @@
 #pragma once
 #include <optional>
 
+#include <QStringList>
+
 class Canvas;
 
 // Draws a pair of graph axes on the canvas, in its user coordinates, with
@@ -25,6 +27,12 @@ class Canvas;
 void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double yMin,
                    std::optional<double> xLabelMax = std::nullopt, std::optional<double> yLabelMax = std::nullopt,
                    std::optional<double> xStep = std::nullopt, std::optional<double> yStep = std::nullopt);
+
+// Widens the canvas's user scale to the right, when needed, so that each
+// text written from x in the present font ends on the canvas: for legends
+// beside a graph on a narrow window. Like makeRoomForAxisLabels, before
+// anything is drawn.
+void makeRoomForTextsFrom(Canvas& canvas, double x, const QStringList& texts);
 
 // Widens the canvas's user scale where it leaves too little room round the
 // graph for the labels drawGraphAxes would write with the same arguments in

@@ -120,6 +120,18 @@ void drawAngleGraph(Canvas& c, const std::vector<history::AnglePair>& pairs, con
     }
     c.setFontBold(false);
     c.setForeColor(Qt::black);
+
+    // The graph in words, for a screen reader.
+    QStringList points;
+    for (const auto& p : pairs)
+        if (std::isfinite(p.incidence) && std::isfinite(p.refraction))
+            points << QStringLiteral("(%1°, %2°)").arg(fmt(p.incidence, "0.0"), fmt(p.refraction, "0.0"));
+    c.setSummary(QStringLiteral("Graph: %1 across (%2° to %3°) against %4 up (%5° to %6°). %7 points%8: %9.")
+                     .arg(incidenceTitle, fmt(kAngleLeft, "0"), fmt(kAngleRight, "0"), refractionTitle,
+                          fmt(kAngleBottom, "0"), fmt(top, "0"))
+                     .arg(points.size())
+                     .arg(style.setLabel.isEmpty() ? QString() : QStringLiteral(" of ") + style.setLabel.trimmed(),
+                          points.join(QLatin1String(", "))));
 }
 
 void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& style, const QString& indexText,
@@ -177,4 +189,15 @@ void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& styl
     }
     c.setFontBold(false);
     c.setForeColor(Qt::black);
+
+    // The graph in words, for a screen reader.
+    QString summary = QStringLiteral("Graph: %1 across against %2 up, both 0 to 1.1. %3 points%4. Dashed line n = 1.")
+                          .arg(sinIncidenceTitle, sinRefractionTitle)
+                          .arg(n)
+                          .arg(style.setLabel.isEmpty() ? QString() : QStringLiteral(" of ") + style.setLabel.trimmed());
+    if (fit.line)
+        summary += QStringLiteral(" Fitted line: sin r = %1 sin i %2 %3. %4")
+                       .arg(fmt(fit.line->slope, "0.000"), fit.line->intercept < 0 ? QStringLiteral("-") : QStringLiteral("+"),
+                            fmt(std::fabs(fit.line->intercept), "0.000"), indexText.trimmed());
+    c.setSummary(summary);
 }

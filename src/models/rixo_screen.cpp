@@ -56,8 +56,10 @@ Rixo::Rixo() {
     setCentralWidget(canvas);
     moving = new MovingLayer(canvas);
     moving->setObjectName(QStringLiteral("waveFronts"));
+    moving->setAccessibleName(QStringLiteral("Moving wave fronts  Κινούμενα μέτωπα κύματος"));
     Shape1 = new ShapeWidget(canvas, QColor(0, 0, 0), 10, true);
     Shape1->setObjectName(QStringLiteral("Shape1"));
+    Shape1->setAccessibleName(QStringLiteral("Point of the wave front  Σημείο του μετώπου κύματος"));
 
     QMenuBar* bar = menuBar();
     auto action = [&](const QString& caption, const char* name) {

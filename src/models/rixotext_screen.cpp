@@ -12,6 +12,7 @@
 #include "app/forms.h"
 #include "app/scroll_bars.h"
 #include "app/shared_state.h"
+#include "canvas/qt_format.h"
 #include "canvas/fonts.h"
 #include "models/epiloges_screen.h"
 #include "models/model_texts.h"
@@ -58,6 +59,9 @@ Rixotext::Rixotext() {
                        QStringLiteral("Ratio of the indices n2/n1  Λόγος των δεικτών n2/n1"));
     prosptosi = makeBar(0, 89, 30, 5, "prosptosi", QStringLiteral("Angle of incidence  Γωνία πρόσπτωσης"));
     index_ = n1overn2->value() / 100.0;
+    describeValue(*n1overn2, [this](int) { return QStringLiteral("n2/n1 = ") + fmt(ratio(), "0.00"); });
+    describeValue(*prosptosi, [this](int) { return QStringLiteral("i = ") + fmt(incidenceDegrees(), "0") + "°"; });
+    describeValue(*newtongtimi, [this](int) { return QStringLiteral("Newton's value = ") + fmt(newtonValue(), "0.00"); });
 
     Text1 = new QLineEdit;
     Text1->setObjectName(QStringLiteral("Text1"));

@@ -53,9 +53,14 @@ Somata::Somata() {
     fermat1->setObjectName(QStringLiteral("fermat1"));
     fermat2->setObjectName(QStringLiteral("fermat2"));
     fermat3->setObjectName(QStringLiteral("fermat3"));
+    fermat1->setAccessibleName(QStringLiteral("Magenta body, the start  Ματζέντα σώμα, η αρχή"));
+    fermat2->setAccessibleName(QStringLiteral("Blue body, on the boundary  Μπλε σώμα, στη διαχωριστική επιφάνεια"));
+    fermat3->setAccessibleName(QStringLiteral("Green body, the end  Πράσινο σώμα, το τέλος"));
     for (int k = 0; k < kCorpuscles; ++k) {
-        soma[static_cast<std::size_t>(k)] = new ShapeWidget(canvas, QColor(220, 0, 0), 9);
-        soma[static_cast<std::size_t>(k)]->hide();
+        ShapeWidget* corpuscle = new ShapeWidget(canvas, QColor(220, 0, 0), 9);
+        corpuscle->setAccessibleName(QStringLiteral("Corpuscle %1  Σωματίδιο %1").arg(k + 1));
+        corpuscle->hide();
+        soma[static_cast<std::size_t>(k)] = corpuscle;
     }
 
     // --- menus ------------------------------------------------------------------

@@ -1,6 +1,8 @@
 #include <QResizeEvent>
 
+#include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "app/shared_state.h"
 #include "canvas/qt_format.h"
@@ -136,6 +138,53 @@ void Hmiky::drawTrace(const RayTrace& trace, std::optional<QColor> incidentColou
         canvas->line(s.segment.from.x, s.segment.from.y, s.segment.to.x, s.segment.to.y, colour);
     }
     canvas->setDrawWidth(1);
+    describeTrace(trace);
+}
+
+namespace {
+
+// A drawn piece of a ray by its slope, as a protractor laid along the
+// bench's x axis would read it.
+QString slopeOf(const Segment& s) {
+    const double degrees = std::atan2(std::fabs(s.to.y - s.from.y), std::fabs(s.to.x - s.from.x)) * 180.0 / std::numbers::pi;
+    return fmt(degrees, "0.00") + QStringLiteral("°");
+}
+
+constexpr int kDescribedRays = 6;
+
+}  // namespace
+
+void Hmiky::describeTrace(const RayTrace& trace) {
+    // The bench in words for a screen reader: the block, then each ray by
+    // the slopes of its drawn pieces against the x axis.
+    QStringList lines = canvas->summary().isEmpty() ? QStringList() : canvas->summary().split(QLatin1Char('\n'));
+    if (lines.isEmpty()) {
+        const SharedState& st = module1();
+        lines << QStringLiteral("Semicircle of radius %1, centre xc = %2, yc = %3, index n = %4.")
+                     .arg(fmt(st.semicircleRadius, "0"), fmt(st.xc, "0.00"), fmt(st.yc, "0.00"), fmt(st.indexN, "0.00"));
+    }
+    const auto rays = std::count_if(lines.begin(), lines.end(), [](const QString& l) { return l.startsWith(QLatin1String("Ray ")); });
+    if (rays >= kDescribedRays) {
+        const QString more = QStringLiteral("More rays: ");
+        if (!lines.last().startsWith(more)) lines << more + QStringLiteral("1");
+        else lines.last() = more + QString::number(lines.last().mid(more.size()).toInt() + 1);
+        canvas->setSummary(lines.join(QLatin1Char('\n')));
+        return;
+    }
+    QStringList parts;
+    for (const RaySegment& s : trace.segments) {
+        switch (s.kind) {
+        case SegmentKind::Incident: parts << QStringLiteral("incidence ") + slopeOf(s.segment); break;
+        case SegmentKind::Inside: parts << QStringLiteral("in the block ") + slopeOf(s.segment); break;
+        case SegmentKind::Emerging: parts << QStringLiteral("leaves at ") + slopeOf(s.segment); break;
+        case SegmentKind::Reflected: parts << QStringLiteral("reflected at ") + slopeOf(s.segment); break;
+        }
+    }
+    if (!trace.hitBlock) parts << QStringLiteral("misses the block");
+    if (trace.totalReflection) parts << QStringLiteral("total reflection");
+    if (trace.measuredIndex) parts << QStringLiteral("measured index ") + fmt(*trace.measuredIndex, "0.00");
+    lines << QStringLiteral("Ray %1: ").arg(rays + 1) + parts.join(QLatin1String(", ")) + QLatin1Char('.');
+    canvas->setSummary(lines.join(QLatin1Char('\n')));
 }
 
 void Hmiky::printNotes(const QStringList& notes) {

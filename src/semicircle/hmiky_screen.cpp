@@ -13,8 +13,11 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 #include "app/scroll_bars.h"
+#include "canvas/qt_format.h"
 #include "canvas/fonts.h"
 
 namespace {
@@ -90,6 +93,15 @@ Hmiky::Hmiky() {
                               QStringLiteral("Height of the ray, y(0)  Ύψος της ακτίνας, y(0)")});
     Indexn = createScrollBar({Qt::Horizontal, 5, 30, 15, 1, 5, "Indexn",
                               QStringLiteral("Refractive index n  Δείκτης διάθλασης n")});
+    // A screen reader hears each bar's value as the labels show it.
+    const std::pair<QScrollBar*, std::function<QString()>> shown[] = {
+        {HScroll1, [this] { return QStringLiteral("radius = ") + fmt(radiusOf(controls()), "0"); }},
+        {xcoor, [this] { return QStringLiteral("xc = ") + fmt(centreXOf(controls()), "0.00"); }},
+        {ycoor, [this] { return QStringLiteral("yc = ") + fmt(centreYOf(controls()), "0.00"); }},
+        {angle, [this] { return QStringLiteral("angle with Y = ") + fmt(tiltDegreesOf(controls()), "0.00") + "°"; }},
+        {hvalue, [this] { return QStringLiteral("h = ") + fmt(rayHeightOf(controls()), "0.00"); }},
+        {Indexn, [this] { return QStringLiteral("n = ") + fmt(indexOf(controls()), "0.00"); }}};
+    for (const auto& [bar, text] : shown) describeValue(*bar, [text](int) { return text(); });
 
     auto display = [](const char* name, const QString& accessible) {
         auto* edit = new QLineEdit;

@@ -132,6 +132,7 @@ private:
     void drawBlock(const Block& block);
     // cls, the radius-150 circle, the axes and the block.
     void drawBench(const Block& block, bool withSourceCircle = true);
+    void describeTrace(const RayTrace& trace);
     void drawTrace(const RayTrace& trace, std::optional<QColor> incidentColour = std::nullopt,
                    std::optional<QColor> otherColour = std::nullopt);
     // Texts from the top-left corner down.
