@@ -10,6 +10,7 @@
 
 #include "apparatus/apparatus_widgets.h"
 #include "apparatus/ptolemy_geometry.h"
+#include "app/dialogs.h"
 #include "app/forms.h"
 #include "app/window_placement.h"
 #include "canvas/fonts.h"
@@ -246,6 +247,13 @@ void Ptolemaios::DrawPtolemyApparatus() {
         goniaprosptosis->setValue(w);
         apparatus::setLabel(Label1, kAngleInWater + fmt(w, "0") + "°");
     }
+    // Just below the critical angle the line through the centre leaves the
+    // water but one past an edge of the central body does not: say which
+    // line was turned back, and why, once the picture is drawn.
+    if (guard.edgeTurnedBack)
+        messageBox(QStringLiteral("ANGLE OF INCIDENCE 2 IN WATER γωνία πρόσπτωσης 2 στο νερό = ") +
+                   fmt(guard.edgeTurnedBack->incidenceDegrees, "0.0") + QStringLiteral("  SIN ημιτονο = ") +
+                   fmt(guard.edgeTurnedBack->sineTimesIndex, "0.0"));
 }
 
 void Ptolemaios::drawSightView(double waterAngle, double airAngle, double targetAngle) {

@@ -18,6 +18,15 @@ std::optional<double> arcSineOf(double x) {
 
 double clampToView(double y) { return std::clamp(y, -1.2 * kViewHalfHeight, 1.2 * kViewHalfHeight); }
 
+// The angle from the normal (radians) of the ray from the target at w on
+// the disc up to the surface point x = edgeOffset; none when the target is
+// not under water.
+std::optional<double> rayIncidence(double w, double edgeOffset, double discRadius) {
+    const double depth = discRadius * std::cos(w);
+    if (depth <= 0.0) return std::nullopt;
+    return std::atan((discRadius * std::sin(w) - edgeOffset) / depth);
+}
+
 Band bandAround(double centreDegrees, double halfDegrees) {
     return {clampToView((centreDegrees + halfDegrees) * kViewUnitsPerDegree),
             clampToView((centreDegrees - halfDegrees) * kViewUnitsPerDegree)};
@@ -30,13 +39,10 @@ double radians(double d) { return d * kPi / 180.0; }
 std::optional<SightLine> PtolemySightLine(double waterDegrees, double edgeOffset, double index, double discRadius) {
     if (!finite(waterDegrees) || !finite(edgeOffset) || !finite(index) || !finite(discRadius) || discRadius <= 0.0)
         return std::nullopt;
-    const double w = radians(waterDegrees);
     // The target on the water arc; the ray runs from it up to (edgeOffset, 0).
-    const double zx = discRadius * std::sin(w);
-    const double depth = discRadius * std::cos(w);
-    if (depth <= 0.0) return std::nullopt;
-    const double incidence = std::atan((zx - edgeOffset) / depth);
-    const std::optional<double> air = arcSineOf(index * std::sin(incidence));
+    const std::optional<double> incidence = rayIncidence(radians(waterDegrees), edgeOffset, discRadius);
+    if (!incidence) return std::nullopt;
+    const std::optional<double> air = arcSineOf(index * std::sin(*incidence));
     if (!air) return std::nullopt;
     // On into air, leaning the other way: (x0 − t·sin a, t·cos a) on the circle.
     const double sa = std::sin(*air);
@@ -44,7 +50,7 @@ std::optional<SightLine> PtolemySightLine(double waterDegrees, double edgeOffset
     const double b = -edgeOffset * sa;
     const double t = -b + std::sqrt(b * b - (edgeOffset * edgeOffset - discRadius * discRadius));
     SightLine line;
-    line.incidenceDegrees = degrees(incidence);
+    line.incidenceDegrees = degrees(*incidence);
     line.airDegrees = degrees(*air);
     line.surfaceX = edgeOffset;
     line.endX = edgeOffset - t * sa;
@@ -67,20 +73,30 @@ bool allSightLinesLeave(int waterDegrees, double index) {
 }
 
 GuardResult guardWaterAngle(int requestedDegrees, double index) {
-    GuardResult result{std::clamp(requestedDegrees, kMinWaterAngle, kMaxWaterAngle), 0};
+    GuardResult result{std::clamp(requestedDegrees, kMinWaterAngle, kMaxWaterAngle), 0, std::nullopt};
     // One degree less each time round; the lowest angle is drawn whatever
     // happens, so the loop ends after at most 87 steps.
     while (result.angle > kMinWaterAngle && !allSightLinesLeave(result.angle, index)) {
+        if (PtolemySightLine(result.angle, 0.0, index) && !result.edgeTurnedBack) {
+            for (double edge : {kBodySize, -kBodySize}) {
+                if (PtolemySightLine(result.angle, edge, index)) continue;
+                if (const auto incidence = rayIncidence(radians(result.angle), edge, kDiscRadius))
+                    result.edgeTurnedBack = EdgeTurnedBack{degrees(*incidence), index * std::sin(*incidence)};
+                break;
+            }
+        }
         --result.angle;
         ++result.restarts;
     }
     return result;
 }
 
+double bodyDisplacement(int positionValue) { return static_cast<double>(positionValue) / 100.0; }
+
 double airBodyAngle(int waterDegrees, int positionValue, double targetAngle) {
     const double limit = 90.0 - std::max(0.0, targetAngle) / 2.0;
-    const double angle = static_cast<double>(positionValue) / 100.0 * static_cast<double>(waterDegrees);
-    return std::clamp(angle, -limit, limit);
+    const double predicted = expectedAirAngle(waterDegrees).value_or(static_cast<double>(waterDegrees));
+    return std::clamp(predicted + bodyDisplacement(positionValue), -limit, limit);
 }
 
 std::optional<SightView> sightView(double waterDegrees, double airDegrees, double targetAngle, double index) {
@@ -93,9 +109,9 @@ std::optional<SightView> sightView(double waterDegrees, double airDegrees, doubl
     view.target = bandAround(view.offsetDegrees, half);
     view.airBody = bandAround(0.0, half);
     view.centralBody = bandAround(0.0, degrees(std::atan(kBodySize / kDiscRadius)));
-    // Covered to within half a step of the scroll bar (a hundredth of the
-    // angle in water) or a quarter of the body's size, whichever is larger.
-    const double tolerance = std::max(half / 2.0, std::fabs(waterDegrees) / 200.0);
+    // Covered to within a quarter of the body's size, or half a step of the
+    // scroll bar (a hundredth of a degree) for the smallest bodies.
+    const double tolerance = std::max(half / 2.0, bodyDisplacement(1) / 2.0);
     view.covered = std::fabs(view.offsetDegrees) <= tolerance;
     return view;
 }

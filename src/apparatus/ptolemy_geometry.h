@@ -50,17 +50,30 @@ bool allSightLinesLeave(int waterDegrees, double index = kWaterIndex);
 
 // The critical-angle guard: from the angle the scroll bar holds, lower the
 // angle one degree at a time until every line of sight leaves the water.
-// Always ends, at kMinWaterAngle at the lowest.
+// First the line through the centre is checked, then those past the edges
+// of the central body: an edge line leans further than the centre line, so
+// just below the critical angle the centre line leaves the water while an
+// edge line is still turned back. Always ends, at kMinWaterAngle at the
+// lowest.
+struct EdgeTurnedBack {
+    double incidenceDegrees;  // the edge line's angle from the normal in water
+    double sineTimesIndex;    // index · its sine: 1 or more
+};
 struct GuardResult {
     int angle;     // the angle finally drawn
     int restarts;  // how many times the drawing started again
+    // The first edge line found turned back while the centre line left the
+    // water, if the guard lowered the angle for one.
+    std::optional<EdgeTurnedBack> edgeTurnedBack;
 };
 GuardResult guardWaterAngle(int requestedDegrees, double index = kWaterIndex);
 
-// Where the body in air stands: the scroll bar's value / 100 is the ratio of
-// its angle to the angle in water (Ptolemy's own way of stating the law: the
-// angle in air is a fixed multiple of the angle in water). The body stays on
-// the air arc.
+// Where the body in air stands: the scroll bar's value / 100 is its
+// displacement in degrees from the direction the law predicts for the angle
+// in water, so at 0 it stands where the target is seen and the bar's ends
+// put it 2° short of that or 3° beyond, at every angle in water. The body
+// stays on the air arc.
+double bodyDisplacement(int positionValue);
 double airBodyAngle(int waterDegrees, int positionValue, double targetAngle);
 
 // The bands of the sight view, in the view's units (y from +50 at the top to

@@ -159,9 +159,13 @@ void Inpdat::showNote(int noteIndex) {
     placeGraphScreensBeside(*this);
     showOnScreen(analysis, false);
     analysis.raise();
-    // The figure is drawn at the size the canvas has beside the text.
+    // The figure is drawn at the size the canvas has beside the text. A
+    // note without one leaves the drawing empty: whatever was there belongs
+    // to another title.
     if (note.figure != history::NoteFigure::None) {
         if (analysis.layout()) analysis.layout()->activate();
         drawNoteFigure(*analysis.canvas, note.figure);
+    } else {
+        analysis.canvas->cls();
     }
 }

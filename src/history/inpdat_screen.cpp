@@ -47,6 +47,22 @@ int classicKeyCode(int qtKey) {
     }
 }
 
+enum class Column { Incidence, Refraction };
+
+// The grid's code for a key pressed in one of its boxes, or 0 when the key
+// belongs to the box itself. Left and Right cross between the two columns
+// only from the box's inner edge (the end of an incidence, the start of a
+// refraction) with nothing selected; anywhere else they move the caret, so
+// that a typed number can be mended.
+int gridKeyCode(const QLineEdit& box, int key, Column column) {
+    const int code = classicKeyCode(key);
+    if (code != 37 && code != 39) return code;
+    const bool towardsOtherColumn = (column == Column::Incidence) == (code == 39);
+    if (!towardsOtherColumn) return 0;
+    const int edge = column == Column::Incidence ? static_cast<int>(box.text().size()) : 0;
+    return !box.hasSelectedText() && box.cursorPosition() == edge ? code : 0;
+}
+
 }  // namespace
 
 Inpdat::Inpdat() {
@@ -269,14 +285,14 @@ bool Inpdat::eventFilter(QObject* watched, QEvent* event) {
         const auto* key = static_cast<QKeyEvent*>(event);
         for (int k = 0; k < kRows; ++k) {
             if (watched == Text1[k]) {
-                const int code = classicKeyCode(key->key());
+                const int code = gridKeyCode(*Text1[k], key->key(), Column::Incidence);
                 if (code == 0) return QMainWindow::eventFilter(watched, event);
                 Text1_KeyDown(k, code);
                 return true;
             }
             if (watched == Refr[k]) {
                 // Any key in the refraction column, navigation or not.
-                const int code = classicKeyCode(key->key());
+                const int code = gridKeyCode(*Refr[k], key->key(), Column::Refraction);
                 Refr_KeyDown(k, code);
                 return code != 0;
             }

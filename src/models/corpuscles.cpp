@@ -56,13 +56,19 @@ std::vector<Point> sample(const Field& field, const std::vector<Leg>& legs) {
     return points;
 }
 
-// The legs back up after a turn in the layers: the way down, mirrored.
+// The legs back up after a turn in the layers: the way down run backwards.
+// The force of a layer does not depend on the direction of travel, so each
+// leg back keeps its acceleration and starts with the velocity the way down
+// ended with, its normal part reversed: it then retraces the way down
+// mirrored, and leaves each leg with the mirror of the velocity it came in
+// with. (Reversing the acceleration too would keep pulling the corpuscle
+// down on its way up.)
 void mirrorBack(std::vector<Leg>& legs, std::size_t firstInLayers) {
     std::vector<Leg> back;
     Point p = legs.back().end();
     for (std::size_t k = legs.size(); k-- > firstInLayers;) {
         const Leg& down = legs[k];
-        Leg up{p, down.endVx(), -down.endVy(), down.ax, -down.ay, down.duration};
+        Leg up{p, down.endVx(), -down.endVy(), down.ax, down.ay, down.duration};
         back.push_back(up);
         p = up.end();
     }

@@ -11,6 +11,7 @@
 #include "canvas/qt_format.h"
 #include "history/data_screen_opener.h"
 #include "models/rixo_screen.h"
+#include "models/rixotext_screen.h"
 
 Epiloges::Epiloges() {
     setObjectName(QStringLiteral("epiloges"));
@@ -56,12 +57,13 @@ Epiloges::Epiloges() {
     Form_Load();
 }
 
-double Epiloges::drawnIndex() const { return samev->isChecked() ? 1.0 : index_; }
+double Epiloges::index() const { return form<Rixotext>().ratio(); }
+double Epiloges::incidenceDegrees() const { return form<Rixotext>().incidenceDegrees(); }
 
 void Epiloges::writeSummary() {
-    summary->setText(QStringLiteral("n = ") + fmt(index_, "0.00") + QStringLiteral("    c2/c1 = 1/n = ") +
+    summary->setText(QStringLiteral("n = ") + fmt(index(), "0.00") + QStringLiteral("    c2/c1 = 1/n = ") +
                      fmt(secondSpeed(), "0.00") + QStringLiteral("    Incidence πρόσπτωση = ") +
-                     fmt(incidence_, "0") + QStringLiteral("°\n") +
+                     fmt(incidenceDegrees(), "0") + QStringLiteral("°\n") +
                      (samev->isChecked() ? QStringLiteral("IDIA V: the same speed in both media  Ίδια ταχύτητα")
                                          : QStringLiteral("METAVOLH V: the speed changes  Μεταβολή της ταχύτητας")));
     summary->setAccessibleName(summary->text());
@@ -69,13 +71,11 @@ void Epiloges::writeSummary() {
 
 void Epiloges::Form_Load() {
     module1().pi = 4.0 * std::atan(1.0);
-    incidence_ = 30.0;
     writeSummary();
 }
 
 void Epiloges::drawOnWaveScreen() {
     Rixo& rixo = form<Rixo>();
-    rixo.setUp(incidence_, drawnIndex());
     if (!rixo.isVisible()) showScreen(rixo);
     rixo.DrawRaysAtBoundary();
 }
@@ -84,10 +84,10 @@ void Epiloges::deiktisdia_Click() {
     // Cancel or a refused answer: nothing changes.
     const std::optional<double> n = askTypedIndex(QStringLiteral("GIVE INDEX Δώσε δείκτη"));
     if (!n) return;
-    index_ = *n;
-    // 30°, lowered by one degree before the waves start.
-    incidence_ = 30.0 - 1.0;
-    writeSummary();
+    bendingIndex_ = *n;
+    Rixotext& panel = form<Rixotext>();
+    panel.setIncidence(kStartAngle - 1);
+    panel.setIndex(sameSpeeds_ ? 1.0 : *n);
     Rixo& rixo = form<Rixo>();
     drawOnWaveScreen();
     rixo.Timer1->setEnabled(true);
@@ -97,13 +97,18 @@ void Epiloges::deiktisdia_Click() {
 void Epiloges::changev_Click() {
     changev->setChecked(true);
     form<Rixo>().Timer1->setEnabled(false);
+    if (sameSpeeds_) form<Rixotext>().setIndex(bendingIndex_);
+    sameSpeeds_ = false;
     writeSummary();
     drawOnWaveScreen();
 }
 
 void Epiloges::samev_Click() {
+    if (!sameSpeeds_) bendingIndex_ = index();
+    sameSpeeds_ = true;
     samev->setChecked(true);
     form<Rixo>().Timer1->setEnabled(false);
+    form<Rixotext>().setIndex(1.0);
     writeSummary();
     drawOnWaveScreen();
 }
@@ -111,7 +116,6 @@ void Epiloges::samev_Click() {
 void Epiloges::aktina_Click() {
     Rixo& rixo = form<Rixo>();
     rixo.Timer1->setEnabled(false);
-    rixo.setUp(incidence_, drawnIndex());
     if (!rixo.isVisible()) showScreen(rixo);
     rixo.drawStraightRay();
 }

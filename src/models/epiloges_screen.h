@@ -7,7 +7,8 @@
 
 // "epiloges": the index of refraction and the speeds of light in two media.
 // A menu bar over a short summary; its commands set the index and the angle
-// and draw on the wave screen, whose timer runs the waves.
+// of the control panel, which the wave screen draws with, and start and stop
+// the wave screen's timer. The summary shows the panel's values.
 class Epiloges : public QMainWindow {
     Q_OBJECT
 public:
@@ -23,12 +24,15 @@ public:
     QLabel* summary;      // the index and the speeds now in use
 
     static constexpr double kBaseLength = 200.0;  // field units, the rays' vertical reach
-    double index() const { return index_; }
-    double incidenceDegrees() const { return incidence_; }
+    static constexpr int kStartAngle = 30;         // degrees, lowered by one before the waves start
+    // The index and the angle in use: the panel's.
+    double index() const;
+    double incidenceDegrees() const;
     // The speed in the second medium over that in the first: 1/n.
-    double secondSpeed() const { return 1.0 / index_; }
-    // The index the wave screen draws with: the typed one, or 1 with IDIA V.
-    double drawnIndex() const;
+    double secondSpeed() const { return 1.0 / index(); }
+    // The index METAVOLH V brings back: the one typed, or the one in use
+    // when IDIA V made the speeds equal.
+    double bendingIndex() const { return bendingIndex_; }
 
     void Form_Load();
     void deiktisdia_Click();
@@ -38,11 +42,14 @@ public:
     void Endof_Click();
     void Telos_Click();
 
-private:
+    // The summary line, from the panel's values; the panel calls it when
+    // they change.
     void writeSummary();
+
+private:
     void drawOnWaveScreen();
 
-    double index_ = 1.5;
-    double incidence_ = 30.0;
+    double bendingIndex_ = 1.5;
+    bool sameSpeeds_ = false;  // IDIA V has set the index to 1
     QActionGroup* speedGroup_;
 };

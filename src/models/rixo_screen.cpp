@@ -107,36 +107,10 @@ Rixo::Rixo() {
 
 // ---------------------------------------------------------------- set-up ---
 
-void Rixo::followPanel() {
-    angleFromPanel_ = true;
-    indexFromPanel_ = true;
-    readPanel();
-}
+double Rixo::incidenceDegrees() const { return form<Rixotext>().incidenceDegrees(); }
+double Rixo::index() const { return form<Rixotext>().ratio(); }
 
-void Rixo::setUp(double incidenceDegrees, double n) {
-    angleFromPanel_ = false;
-    indexFromPanel_ = false;
-    if (std::isfinite(incidenceDegrees)) incidence_ = incidenceDegrees;
-    if (std::isfinite(n) && n > 0.0) index_ = n;
-}
-
-bool Rixo::readPanel() {
-    if (!angleFromPanel_ && !indexFromPanel_) return false;
-    const Rixotext& panel = form<Rixotext>();
-    const double angle = angleFromPanel_ ? panel.incidenceDegrees() : incidence_;
-    const double n = indexFromPanel_ ? panel.ratio() : index_;
-    const bool changed = angle != incidence_ || n != index_;
-    incidence_ = angle;
-    index_ = n;
-    return changed;
-}
-
-double Rixo::incidenceDegrees() const { return incidence_; }
-double Rixo::index() const { return index_; }
-
-kymatiko::Refraction Rixo::refraction() const {
-    return kymatiko::refract(kymatiko::radians(incidence_), index_);
-}
+kymatiko::Refraction Rixo::refraction() const { return form<Rixotext>().refraction(); }
 
 kymatiko::Field Rixo::field() const { return kymatiko::fieldFor(canvas->width(), canvas->height()); }
 
@@ -170,7 +144,7 @@ void Rixo::drawMedia() {
 
 void Rixo::drawRays(const kymatiko::Refraction& r) {
     paths_ = kymatiko::rayPaths(field(), r);
-    const kymatiko::Fresnel f = kymatiko::fresnel(r, index_);
+    const kymatiko::Fresnel f = kymatiko::fresnel(r, index());
     auto polyline = [this](const std::vector<kymatiko::Point>& path, const QColor& colour) {
         if (path.size() < 2) return;
         canvas->line(path.front().x, path.front().y, path.back().x, path.back().y, colour);
@@ -195,24 +169,16 @@ void Rixo::printNotes(const QStringList& notes) {
 }
 
 void Rixo::writePanelFigures() {
-    Rixotext& panel = form<Rixotext>();
-    const kymatiko::Refraction r = refraction();
-    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, index_));
-    if (const auto c = kymatiko::criticalAngleDegrees(index_); c && kymatiko::intoLessDense(index_))
-        Rixotext::setLabel(panel.Label6, texts::criticalAngle(texts::CriticalWording::RayRoutine, *c));
-    else panel.Label6->hide();
-    Rixotext::setLabel(panel.Label5, texts::reflectedShare(texts::ShareWording::Percent, s.reflected));
-    Rixotext::setLabel(panel.Label4, texts::refractedShare(texts::ShareWording::Percent, s.refracted));
+    form<Rixotext>().showFigures({texts::CriticalWording::RayRoutine, texts::ShareWording::Percent, false});
 }
 
 void Rixo::DrawRaysAtBoundary() {
     picture_ = Picture::Rays;
-    readPanel();
     applyField();
     drawMedia();
     const kymatiko::Refraction r = refraction();
     drawRays(r);
-    printNotes({texts::speedsLine(index_), texts::anglesWaves(incidence_, r)});
+    printNotes({texts::speedsLine(index()), texts::anglesPanel(incidenceDegrees(), r)});
     writePanelFigures();
     pulse_ = 0;
     moving->setLayer(1, {});
@@ -221,17 +187,16 @@ void Rixo::DrawRaysAtBoundary() {
 
 void Rixo::drawRayPicture() {
     picture_ = Picture::RayPicture;
-    readPanel();
     applyField();
     drawMedia();
     const kymatiko::Refraction r = refraction();
     drawRays(r);
-    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, index_));
-    QStringList notes{texts::speedsLine(index_), texts::rayPictureAngles(incidence_, r)};
-    if (const auto c = kymatiko::criticalAngleDegrees(index_))
+    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, index()));
+    QStringList notes{texts::speedsLine(index()), texts::rayPictureAngles(incidenceDegrees(), r)};
+    if (const auto c = kymatiko::criticalAngleDegrees(index()))
         notes << texts::criticalAngle(texts::CriticalWording::RayPicture, *c);
     notes << texts::reflectedShare(texts::ShareWording::Plain, s.reflected)
-          << texts::refractedShare(texts::ShareWording::Plain, s.refracted) << texts::anglesWaves(incidence_, r);
+          << texts::refractedShare(texts::ShareWording::Plain, s.refracted) << texts::anglesWaves(incidenceDegrees(), r);
     printNotes(notes);
     moving->clearAll();
 }
@@ -244,13 +209,13 @@ void Rixo::drawStraightRay() {
     // incident ray, from edge to edge: what light would do if nothing
     // changed at the boundary.
     const kymatiko::Field f = field();
-    const double si = std::sin(kymatiko::radians(incidence_)), ci = std::cos(kymatiko::radians(incidence_));
+    const double si = std::sin(kymatiko::radians(incidenceDegrees())), ci = std::cos(kymatiko::radians(incidenceDegrees()));
     const kymatiko::Point from = kymatiko::edgeOfField(f, f.hit(), -si, ci);
     const kymatiko::Point to = kymatiko::edgeOfField(f, f.hit(), si, -ci);
     canvas->setDrawWidth(2);
     canvas->line(from.x, from.y, to.x, to.y, kIncident);
     canvas->setDrawWidth(1);
-    printNotes({texts::rayPictureAngles(incidence_, kymatiko::refract(kymatiko::radians(incidence_), 1.0))});
+    printNotes({texts::rayPictureAngles(incidenceDegrees(), kymatiko::refract(kymatiko::radians(incidenceDegrees()), 1.0))});
     moving->clearAll();
 }
 
@@ -282,8 +247,8 @@ void Rixo::updateFronts() {
     settings.beamHalfWidth = std::min(f.width, f.height) / 6.0;
     settings.reflected = reflectedWaveWanted();
     const kymatiko::Refraction r = refraction();
-    const kymatiko::WaveFronts w = kymatiko::waveFronts(f, r, index_, settings);
-    const kymatiko::Fresnel amp = kymatiko::fresnel(r, index_);
+    const kymatiko::WaveFronts w = kymatiko::waveFronts(f, r, index(), settings);
+    const kymatiko::Fresnel amp = kymatiko::fresnel(r, index());
     auto stroke = [this](const std::vector<kymatiko::Segment>& segments, const QColor& colour) {
         MovingLayer::Stroke s;
         s.colour = colour;
@@ -316,7 +281,7 @@ void Rixo::updatePulse() {
     std::vector<MovingLayer::Stroke> strokes{stretch(paths_.incident, pulse_, kIncident)};
     if (pulse_ >= incident) {
         const int beyond = pulse_ - incident + 1;
-        if (reflectedWaveWanted() && std::fabs(kymatiko::fresnel(refraction(), index_).rs) >= kymatiko::kVisibleReflection)
+        if (reflectedWaveWanted() && std::fabs(kymatiko::fresnel(refraction(), index()).rs) >= kymatiko::kVisibleReflection)
             strokes.push_back(stretch(paths_.reflected, beyond, kReflected));
         strokes.push_back(stretch(paths_.refracted, beyond, kRefracted));
     }
@@ -338,17 +303,15 @@ bool Rixo::pulseStep() {
 // ------------------------------------------------------------ handlers ---
 
 void Rixo::Form_Load() {
-    readPanel();
     Timer1->setEnabled(true);
     DrawRaysAtBoundary();
 }
 
 void Rixo::speedMenu(double c) {
     module1().speedRatio = c;
-    // c = c1 / c2 is the index of the lower medium relative to the upper.
-    indexFromPanel_ = false;
-    index_ = c;
-    redraw();
+    // c = c1 / c2 is the index of the lower medium relative to the upper:
+    // the panel takes it, and every picture and figure follows.
+    form<Rixotext>().setIndex(c);
 }
 
 void Rixo::okitis1_Click() { speedMenu(1.0); }
@@ -358,21 +321,14 @@ void Rixo::okitismiso_Click() { speedMenu(0.5); }
 void Rixo::TIMERSTART_Click() {
     Rixotext& panel = form<Rixotext>();
     panel.showNewtonControls(false);
-    angleFromPanel_ = true;
-    readPanel();
-    const kymatiko::Refraction r = refraction();
-    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, index_));
     Timer1->setEnabled(true);
     DrawRaysAtBoundary();
-    Rixotext::setLabel(panel.Label5, texts::reflectedShare(texts::ShareWording::Plain, s.reflected));
-    Rixotext::setLabel(panel.Label4, texts::refractedShare(texts::ShareWording::Plain, s.refracted));
-    Rixotext::setLabel(panel.Label1, texts::anglesWaves(incidence_, r));
+    panel.showFigures({panel.figureWording().critical, texts::ShareWording::Plain, true});
 }
 
 void Rixo::aktina_Click() {
     Timer1->setEnabled(false);
     form<Rixotext>().showNewtonControls(false);
-    angleFromPanel_ = true;
     drawRayPicture();
 }
 
@@ -380,19 +336,16 @@ void Rixo::deiktis_Click() {
     // Cancel or a refused answer: the picture stays as it was.
     const std::optional<double> n = askTypedIndex(QStringLiteral("GIVE INDEX Δώσε δείκτη"));
     if (!n) return;
-    indexFromPanel_ = false;
-    index_ = *n;
-    redraw();
-    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(refraction(), index_));
     Rixotext& panel = form<Rixotext>();
-    Rixotext::setLabel(panel.Label5, texts::reflectedShare(texts::ShareWording::Plain, s.reflected));
-    Rixotext::setLabel(panel.Label4, texts::refractedShare(texts::ShareWording::Plain, s.refracted));
+    panel.setIndex(*n);
+    FigureWording wording = panel.figureWording();
+    wording.shares = texts::ShareWording::Plain;
+    panel.showFigures(wording);
 }
 
 void Rixo::epiloges_Click() { showScreen(form<Epiloges>()); }
 
 void Rixo::Timer1_Timer() {
-    if (readPanel()) redraw();  // the panel's scroll bars moved: new rays, then the fronts
     phase_ = std::fmod(phase_ + kWaveStepPerTick, kWavelength);
     updateFronts();
 }

@@ -37,11 +37,8 @@ public:
     QAction* telos;       // END
 
     // --- the set-up -------------------------------------------------------
-    // Angle and ratio from the control panel's scroll bars, read afresh
-    // every time.
-    void followPanel();
-    // Fixed values, as the index-and-velocities screen sets them.
-    void setUp(double incidenceDegrees, double n);
+    // The angle and the index are the control panel's, read afresh every
+    // time; the menus here change them there.
     double incidenceDegrees() const;
     double index() const;
     kymatiko::Refraction refraction() const;
@@ -91,17 +88,12 @@ private:
     void drawRays(const kymatiko::Refraction& r);
     void printNotes(const QStringList& notes);
     void writePanelFigures();
-    bool readPanel();  // true when the panel's values differ from the picture's
     void updateFronts();
     void updatePulse();
     QPointF toWidget(kymatiko::Point p) const;
     bool reflectedWaveWanted() const;
 
     Picture picture_ = Picture::Rays;
-    bool angleFromPanel_ = true;
-    bool indexFromPanel_ = true;
-    double incidence_ = 30.0;
-    double index_ = 1.5;
     double phase_ = 0.0;
     int pulse_ = 0;
     kymatiko::RayPaths paths_;

@@ -1,15 +1,20 @@
 #include "models/rixotext_screen.h"
 
 #include <QCloseEvent>
+#include <QSignalBlocker>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
 
 #include "app/forms.h"
 #include "app/scroll_bars.h"
 #include "app/shared_state.h"
 #include "canvas/qt_format.h"
 #include "canvas/fonts.h"
+#include "models/epiloges_screen.h"
 #include "models/model_texts.h"
 #include "models/rixo_screen.h"
 #include "models/somata_screen.h"
@@ -53,6 +58,7 @@ Rixotext::Rixotext() {
     n1overn2 = makeBar(50, 250, 150, 10, "n1overn2",
                        QStringLiteral("Ratio of the indices n2/n1  Λόγος των δεικτών n2/n1"));
     prosptosi = makeBar(0, 89, 30, 5, "prosptosi", QStringLiteral("Angle of incidence  Γωνία πρόσπτωσης"));
+    index_ = n1overn2->value() / 100.0;
     describeValue(*n1overn2, [this](int) { return QStringLiteral("n2/n1 = ") + fmt(ratio(), "0.00"); });
     describeValue(*prosptosi, [this](int) { return QStringLiteral("i = ") + fmt(incidenceDegrees(), "0") + "°"; });
     describeValue(*newtongtimi, [this](int) { return QStringLiteral("Newton's value = ") + fmt(newtonValue(), "0.00"); });
@@ -170,12 +176,58 @@ void Rixotext::redrawCorpuscles() {
     if (Forms::instance().exists<Somata>()) form<Somata>().panelChanged();
 }
 
-void Rixotext::n1overn2_Change() {
-    setLabel(Label2, texts::ratioOnChange(ratio()));
-    if (const auto c = kymatiko::criticalAngleDegrees(ratio()))
-        setLabel(Label6, texts::criticalAngle(texts::CriticalWording::Panel, *c));
-    else Label6->hide();
+void Rixotext::setIndex(double n) {
+    if (!std::isfinite(n) || n <= 0.0) return;
+    index_ = n;
+    {
+        // The bar follows without running its handler, which would round
+        // the index to its hundredths.
+        const QSignalBlocker quiet(n1overn2);
+        const double hundredths = std::clamp(std::round(n * 100.0), static_cast<double>(n1overn2->minimum()),
+                                             static_cast<double>(n1overn2->maximum()));
+        n1overn2->setValue(static_cast<int>(hundredths));
+    }
+    valuesChanged(wording_);
+}
+
+void Rixotext::setIncidence(int degrees) {
+    // The bar's own handler tells the other screens.
+    prosptosi->setValue(std::clamp(degrees, prosptosi->minimum(), prosptosi->maximum()));
+}
+
+void Rixotext::valuesChanged(const FigureWording& wording) {
+    Forms& forms = Forms::instance();
+    if (forms.exists<Rixo>()) form<Rixo>().redraw();
     redrawCorpuscles();
+    if (forms.exists<Epiloges>()) form<Epiloges>().writeSummary();
+    showFigures(wording);
+}
+
+void Rixotext::showFigures(const FigureWording& wording) {
+    wording_ = wording;
+    const double n = index_;
+    const kymatiko::Refraction r = refraction();
+    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, n));
+    // The text of the load stands while it still gives the index.
+    if (Label2->text() != texts::ratioOnLoad(n)) setLabel(Label2, texts::ratioOnChange(n));
+    // The panel's own handlers give the critical angle of the pair of media
+    // whichever way the light goes; the pictures' texts only when the light
+    // passes into the less dense medium, where it can be totally reflected.
+    const std::optional<double> c = kymatiko::criticalAngleDegrees(n);
+    if (c && (wording.critical == texts::CriticalWording::Panel || kymatiko::intoLessDense(n)))
+        setLabel(Label6, texts::criticalAngle(wording.critical, *c));
+    else Label6->hide();
+    setLabel(Label5, texts::reflectedShare(wording.shares, s.reflected));
+    setLabel(Label4, texts::refractedShare(wording.shares, s.refracted));
+    setLabel(Label1, wording.oneBlankBeforeRefraction ? texts::anglesWaves(incidenceDegrees(), r)
+                                                      : texts::anglesPanel(incidenceDegrees(), r));
+}
+
+void Rixotext::n1overn2_Change() {
+    index_ = n1overn2->value() / 100.0;
+    FigureWording wording = wording_;
+    wording.critical = texts::CriticalWording::Panel;
+    valuesChanged(wording);
 }
 
 void Rixotext::newtongtimi_Change() {
@@ -184,14 +236,7 @@ void Rixotext::newtongtimi_Change() {
 }
 
 void Rixotext::prosptosi_Change() {
-    const kymatiko::Refraction r = refraction();
-    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, ratio()));
-    if (const auto c = kymatiko::criticalAngleDegrees(ratio()))
-        setLabel(Label6, texts::criticalAngle(texts::CriticalWording::Panel, *c));
-    setLabel(Label1, texts::anglesPanel(incidenceDegrees(), r));
-    setLabel(Label5, texts::reflectedShare(texts::ShareWording::Spaced, s.reflected));
-    setLabel(Label4, texts::refractedShare(texts::ShareWording::Spaced, s.refracted));
-    redrawCorpuscles();
+    valuesChanged({texts::CriticalWording::Panel, texts::ShareWording::Spaced, false});
 }
 
 void Rixotext::Command1_Click() {
@@ -202,14 +247,9 @@ void Rixotext::Command1_Click() {
     // Both pictures must be on view for their timers to run.
     if (!rixo.isVisible()) showScreen(rixo);
     if (!somata.isVisible()) showScreen(somata);
-    rixo.followPanel();
     rixo.DrawRaysAtBoundary();
     somata.SOMATIDIA_Click();
-    const kymatiko::Refraction r = refraction();
-    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, ratio()));
-    setLabel(Label5, texts::reflectedShare(texts::ShareWording::Plain, s.reflected));
-    setLabel(Label4, texts::refractedShare(texts::ShareWording::Plain, s.refracted));
-    setLabel(Label1, texts::anglesWaves(incidenceDegrees(), r));
+    showFigures({wording_.critical, texts::ShareWording::Plain, true});
     Timer1->bindTo(&rixo);
     Timer1->setInterval(10);
     Timer1->setEnabled(true);
@@ -223,12 +263,7 @@ void Rixotext::Timer1_Timer() {
         Timer1->setEnabled(false);  // the pulse has left the field
         return;
     }
-    const double n = rixo.index();
-    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(rixo.refraction(), n));
-    if (const auto c = kymatiko::criticalAngleDegrees(n); c && kymatiko::intoLessDense(n))
-        setLabel(Label6, texts::criticalAngle(texts::CriticalWording::PanelTimer, *c));
-    setLabel(Label5, texts::reflectedShare(texts::ShareWording::Percent, s.reflected));
-    setLabel(Label4, texts::refractedShare(texts::ShareWording::Percent, s.refracted));
+    showFigures({texts::CriticalWording::PanelTimer, texts::ShareWording::Percent, wording_.oneBlankBeforeRefraction});
 }
 
 void Rixotext::closeEvent(QCloseEvent* event) {

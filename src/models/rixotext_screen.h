@@ -8,13 +8,28 @@
 #include "canvas/caption_button.h"
 #include "models/corpuscles.h"
 #include "models/kymatiko.h"
+#include "models/model_texts.h"
 #include "models/model_widgets.h"
+
+// How the panel's figures are worded: each command that writes them keeps
+// its own wording, and a later change of the index or the angle rewrites
+// them in the wording last used.
+struct FigureWording {
+    texts::CriticalWording critical = texts::CriticalWording::Panel;
+    texts::ShareWording shares = texts::ShareWording::Spaced;
+    bool oneBlankBeforeRefraction = false;  // the WAVES commands' angles text; two blanks elsewhere
+};
 
 // "rixotext": the control panel of the wave and corpuscle models. Its
 // scroll bars set the ratio of the indices, the angle of incidence and
 // Newton's value; its labels carry the figures of the wave screen and of
 // the corpuscle screen; its button runs the waves and the corpuscles side
-// by side. Other screens read the scroll bars each time they need a value.
+// by side.
+//
+// The panel holds the one index and the one angle of the interpretation
+// screens: the wave screen, the corpuscle screen and the index-and-velocities
+// screen read them from here each time and change them only through
+// setIndex() and setIncidence(), so every window shows the same values.
 class Rixotext : public QWidget {
     Q_OBJECT
 public:
@@ -37,11 +52,25 @@ public:
     QLabel* newtonText;        // Newton's value
     QLabel* newtonCaption;     // caption of Newton's scroll bar
 
-    // The values as the other screens read them.
-    double ratio() const { return n1overn2->value() / 100.0; }
+    // The values as the other screens read them. The index is the ratio
+    // bar's value / 100 unless a menu or a typed answer set it (the bar then
+    // stands as near it as it can).
+    double ratio() const { return index_; }
     double incidenceDegrees() const { return prosptosi->value(); }
     double newtonValue() const { return newtongtimi->value() * kymatiko::kNewtonValueScale; }  // Newton's pull
     kymatiko::Refraction refraction() const;
+
+    // Changes of the index or the angle from the other screens: the panel's
+    // figures and every interpretation picture follow at once.
+    void setIndex(double n);
+    void setIncidence(int degrees);
+
+    // Writes every figure of the panel — the ratio, the critical angle, the
+    // reflected and refracted shares and the angles — from the one index
+    // and angle, in the wording given, and keeps the wording for later
+    // changes.
+    void showFigures(const FigureWording& wording);
+    const FigureWording& figureWording() const { return wording_; }
 
     // Shows or hides Newton's scroll bar with its labels.
     void showNewtonControls(bool visible);
@@ -62,4 +91,10 @@ protected:
 private:
     // The corpuscle screen follows every change of the panel.
     void redrawCorpuscles();
+    // The index or the angle changed: the other screens draw again first,
+    // then the panel writes its figures in its own wording.
+    void valuesChanged(const FigureWording& wording);
+
+    double index_ = 1.5;
+    FigureWording wording_;
 };

@@ -63,14 +63,14 @@ void Somata::drawTrackPicture() {
 
 void Somata::DrawNewtonOneLayer() {
     neftonas->setChecked(true);
-    if (mode_ == Mode::Fermat) mode_ = Mode::Newton;
+    if (mode_ == Mode::Fermat) setMode(Mode::Newton);
     buildTrack(kymatiko::CorpuscleModel::NewtonOneLayer);
     drawTrackPicture();
 }
 
 void Somata::DrawNewtonParallelLayers() {
     NEWTON2STROMATA->setChecked(true);
-    if (mode_ == Mode::Fermat) mode_ = Mode::Newton;
+    if (mode_ == Mode::Fermat) setMode(Mode::Newton);
     buildTrack(kymatiko::CorpuscleModel::NewtonParallelLayers);
     drawTrackPicture();
 }
@@ -118,7 +118,7 @@ void Somata::moveCorpuscles(int intervalMs) {
 }
 
 void Somata::startCorpuscles(Mode mode) {
-    mode_ = mode;
+    setMode(mode);
     showBodies(false);
     Label1->hide();
     applyField();

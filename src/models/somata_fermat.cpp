@@ -56,38 +56,64 @@ void Somata::drawFermatPicture(kymatiko::Point blue, const QColor& pathColour) {
     placeBodies();
 }
 
-void Somata::showTravelTime() {
-    leastTimeShown_ = false;
+void Somata::setFermatLabel(const QString& text) {
+    Label1->setText(text);
+    Label1->setAccessibleName(text);
+    Label1->show();
+}
+
+void Somata::showFermat() {
     const kymatiko::Field f = field();
+    if (fermatView_ == FermatView::LeastTime) {
+        const kymatiko::LeastTimeSearch s =
+            kymatiko::findLeastTime(bodyCentre(Magenta), bodyCentre(Green), f.boundary(), speeds());
+        if (s.best > 0) {
+            bodies_[Blue] = {s.bestX / f.width, 0.5};
+            drawFermatPicture(bodyCentre(Blue), kFermatPath);
+            setFermatLabel(texts::leastTime(s.bestTime));
+            return;
+        }
+        fermatView_ = FermatView::PictureOnly;  // nothing to search: the bodies as they stand
+    }
     const kymatiko::Point a = bodyCentre(Magenta), b = bodyCentre(Blue), c = bodyCentre(Green);
-    const double n = readPanel().n;
     const kymatiko::PathTime t = kymatiko::travelTime(a, b, c, f.boundary(), speeds());
-    const kymatiko::PathKind kind = kymatiko::classifyPath(a, b, c, f.boundary(), n, fermalaw->isChecked());
+    const kymatiko::PathKind kind = kymatiko::classifyPath(a, b, c, f.boundary(), readPanel().n, fermalaw->isChecked());
     const QColor colour = kind == kymatiko::PathKind::Reflection   ? kHeroPath
                           : kind == kymatiko::PathKind::Refraction ? kFermatPath
                                                                    : kPlainPath;
     drawFermatPicture(b, colour);
-    Label1->setText(texts::fermatTime(kind, t.time, t.distance()));
-    Label1->setAccessibleName(Label1->text());
-    Label1->show();
+    switch (fermatView_) {
+    case FermatView::Instruction: setFermatLabel(texts::fermatInstruction()); break;
+    case FermatView::TravelTime: setFermatLabel(texts::fermatTime(kind, t.time, t.distance())); break;
+    case FermatView::PictureOnly:
+    case FermatView::LeastTime: Label1->hide(); break;
+    }
 }
 
-void Somata::redrawFermat() {
-    if (leastTimeShown_) evresielaxistoy_Click();
-    else showTravelTime();
+void Somata::showTravelTime() {
+    fermatView_ = FermatView::TravelTime;
+    showFermat();
+}
+
+void Somata::redrawFermat() { showFermat(); }
+
+void Somata::setMode(Mode mode) {
+    mode_ = mode;
+    if (mode != Mode::Fermat) fermatView_ = FermatView::Instruction;  // what the demonstration opens with
 }
 
 void Somata::fermat_Click() {
     Timer1->setEnabled(false);
     Timer2->setEnabled(false);
     hideCorpuscles();
-    mode_ = Mode::Fermat;
+    setMode(Mode::Fermat);
+    // Decided before anything is shown: showing the bar and the label
+    // resizes the drawing, and the resize draws this view again.
+    fermatView_ = FermatView::Instruction;
     applyField();
     showBodies(true);
     fermatscr->show();
-    showTravelTime();
-    Label1->setText(texts::fermatInstruction());
-    Label1->setAccessibleName(Label1->text());
+    showFermat();
 }
 
 void Somata::Form_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers shift, double x, double y) {
@@ -145,19 +171,10 @@ void Somata::evresielaxistoy_Click() {
     Timer1->setEnabled(false);
     Timer2->setEnabled(false);
     hideCorpuscles();
-    mode_ = Mode::Fermat;
+    setMode(Mode::Fermat);
+    fermatView_ = FermatView::LeastTime;  // before the layout changes, as above
     fermatscr->hide();
     showBodies(true);
-    fermatscr->hide();
     applyField();
-    const kymatiko::Field f = field();
-    const kymatiko::LeastTimeSearch s =
-        kymatiko::findLeastTime(bodyCentre(Magenta), bodyCentre(Green), f.boundary(), speeds());
-    if (s.best == 0) return;
-    bodies_[Blue] = {s.bestX / f.width, 0.5};
-    drawFermatPicture(bodyCentre(Blue), kFermatPath);
-    Label1->setText(texts::leastTime(s.bestTime));
-    Label1->setAccessibleName(Label1->text());
-    Label1->show();
-    leastTimeShown_ = true;
+    showFermat();
 }

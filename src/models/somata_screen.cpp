@@ -166,16 +166,19 @@ void Somata::NEWTON2STROMATA_Click() {
 
 void Somata::descartes_Click() {
     descartes->setChecked(true);
-    if (mode_ == Mode::Fermat) redrawFermat();  // the path with the new speeds
-    fermatscr->hide();
-    Label1->hide();
+    lawChanged();
 }
 
 void Somata::fermalaw_Click() {
     fermalaw->setChecked(true);
-    if (mode_ == Mode::Fermat) redrawFermat();  // the path with the new speeds
+    lawChanged();
+}
+
+void Somata::lawChanged() {
+    if (mode_ == Mode::Fermat) fermatView_ = FermatView::PictureOnly;
     fermatscr->hide();
     Label1->hide();
+    if (mode_ == Mode::Fermat) showFermat();  // the path with the new speeds
 }
 
 void Somata::panelChanged() {

@@ -124,6 +124,19 @@ private:
     // Fermat (somata_fermat.cpp).
     void showBodies(bool visible);
     void placeBodies();
+    // What the demonstration shows under its picture. Each command says so
+    // before it shows anything, and a resize or a change on the panel draws
+    // the same view again rather than choosing anew.
+    enum class FermatView {
+        Instruction,  // how to move the bodies
+        TravelTime,   // the time along the path drawn
+        LeastTime,    // the result of the search
+        PictureOnly,  // the path, no text
+    };
+    void setMode(Mode mode);
+    void lawChanged();  // a law item chosen: the scroll bar and the time go
+    void showFermat();  // picture and label of fermatView_
+    void setFermatLabel(const QString& text);
     void showTravelTime();
     void drawFermatPicture(kymatiko::Point blue, const QColor& pathColour);
     void redrawFermat();
@@ -136,7 +149,7 @@ private:
     bool warnedMismatch_ = false;
     // Bodies as fractions of the field, so a resized window keeps them in place.
     std::array<kymatiko::Point, 3> bodies_{{{0.2, 0.8}, {0.5, 0.5}, {0.75, 0.15}}};
-    bool leastTimeShown_ = false;
+    FermatView fermatView_ = FermatView::Instruction;
     QActionGroup* lawGroup_;
     QActionGroup* newtonGroup_;
 };

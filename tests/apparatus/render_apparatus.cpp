@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
     p.resize(560, 760);
     save(p, "ptolemaios_start");
     save(form<Emfanisi>(), "emfanisi_start");
-    p.metatopisipar->setValue(139);
+    p.metatopisipar->setValue(0);  // where the law puts the body
     save(p, "ptolemaios_aligned");
     save(form<Emfanisi>(), "emfanisi_aligned");
     p.dgonia->setValue(20);

@@ -22,6 +22,15 @@ private slots:
             QVERIFY2(allSightLinesLeave(g.angle), qPrintable(QString::number(start)));
             QCOMPARE(g.angle, std::min(start, 47));
             QCOMPARE(g.restarts, start - g.angle);
+            // Only a start at 48° or above passes 48°, where the centre line
+            // leaves and the far edge's line is turned back.
+            QCOMPARE(bool(g.edgeTurnedBack), start >= 48);
+            if (g.edgeTurnedBack) {
+                QVERIFY(g.edgeTurnedBack->incidenceDegrees > 48.0 && g.edgeTurnedBack->incidenceDegrees < 49.0);
+                QVERIFY(g.edgeTurnedBack->sineTimesIndex >= 1.0);
+                QCOMPARE(g.edgeTurnedBack->sineTimesIndex,
+                         kWaterIndex * std::sin(radians(g.edgeTurnedBack->incidenceDegrees)));
+            }
         }
         QVERIFY(PtolemySightLine(48, 0) && !PtolemySightLine(49, 0));
         QVERIFY(!PtolemySightLine(48, -kBodySize));
@@ -73,12 +82,20 @@ private slots:
         QVERIFY(!sightView(60, 10, 1.0));
     }
 
-    void airBodyIsTheRatioTimesTheWaterAngleOnTheArc() {
-        QCOMPARE(airBodyAngle(30, 100, 1.0), 30.0);
-        QCOMPARE(airBodyAngle(30, 50, 1.0), 15.0);
-        QCOMPARE(airBodyAngle(10, -200, 1.0), -20.0);
-        QCOMPARE(airBodyAngle(48, 300, 10.0), 85.0);
-        QCOMPARE(airBodyAngle(48, -200, 10.0), -85.0);
+    // The position bar's value / 100 is the body's displacement in degrees
+    // from where the law puts it: the ends are −2° and +3° at every angle in
+    // water, 0 covers the target, and the body stays on the air arc.
+    void airBodyIsDisplacedFromThePredictedDirection() {
+        for (int w = kMinWaterAngle; w <= 47; ++w) {
+            const double predicted = *expectedAirAngle(w);
+            QVERIFY(std::fabs(airBodyAngle(w, -200, 1.0) - (predicted - 2.0)) < 1e-12);
+            QVERIFY(std::fabs(airBodyAngle(w, 300, 1.0) - (predicted + 3.0)) < 1e-12);
+            QCOMPARE(airBodyAngle(w, 0, 1.0), predicted);
+            QVERIFY(sightView(w, airBodyAngle(w, 0, 0.5), 0.5)->covered);
+            QVERIFY(!sightView(w, airBodyAngle(w, 50, 0.5), 0.5)->covered);  // half a degree off shows
+        }
+        QCOMPARE(bodyDisplacement(-200), -2.0);
+        QCOMPARE(bodyDisplacement(300), 3.0);
     }
 
     void ruleFlagsAtTheThreeIndices() {

@@ -30,7 +30,7 @@ private slots:
         data.ptolemaiosItem->trigger();
         Ptolemaios& ptolemy = form<Ptolemaios>();
         QVERIFY(ptolemy.isVisible() && form<Emfanisi>().isVisible());
-        ptolemy.metatopisipar->setValue(139);
+        ptolemy.metatopisipar->setValue(0);  // where the law puts the body
         QVERIFY(ptolemy.lastCovered());
         ptolemy.Command1->click();
         QVERIFY(data.isVisible() && !ptolemy.isVisible());

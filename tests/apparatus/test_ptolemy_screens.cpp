@@ -81,24 +81,55 @@ private slots:
         QVERIFY(std::fabs(p.lastExpectedAngle() - 1.33) < 0.005);
     }
 
-    // Moving the body in air to where the law puts it makes the bands meet.
+    // The position bar moves the body in air by value/100 degrees from where
+    // the law puts it: at 0 the bands meet, at the ends it stands 2° short
+    // and 3° beyond, whatever the angle in water.
     void aligningTheBodiesCoversTheTarget() {
         ScreenTestScope scope;
         Ptolemaios& p = openInstrument();
         Canvas& view = *form<Emfanisi>().canvas;
         p.dgonia->setValue(6);  // 3° bodies
-        p.metatopisipar->setValue(120);  // 36°: the target is seen 5.7° off the line
+        p.metatopisipar->setValue(120);  // 1.2° beyond 41.7°
         QVERIFY(!p.lastCovered());
-        QVERIFY(p.Label2->text().startsWith(QStringLiteral("BODY'S POSITION IN AIR θέση σώματος στον αέρα=34.50°-37.50°")));
+        QVERIFY(p.Label2->text().startsWith(QStringLiteral("BODY'S POSITION IN AIR θέση σώματος στον αέρα=41.38°-44.38°")));
         QVERIFY(p.Label2->text().endsWith(QStringLiteral("EXPECTED αναμενόμενη =41.7°")));
         QVERIFY(pixelsOf(view, QColor(255, 0, 255)) > 0);  // the target's band shows apart
 
-        p.metatopisipar->setValue(139);  // 41.7°
+        p.metatopisipar->setValue(0);
         QVERIFY(p.lastCovered());
         QCOMPARE(p.Label2->text(),
                  QStringLiteral("BODY'S POSITION IN  AIR θέση σώματος στον αέρα=40.2°-43.2°αναμενόμενη =41.7°MEAN μέσος =41.7°"));
         QCOMPARE(pixelsOf(view, QColor(255, 0, 255)), 0);  // hidden behind the body in air
         QCOMPARE(p.Label3->text(), QStringLiteral("ANGLE OF TARGET Γωνία στόχου =3.0°"));
+
+        p.dgonia->setValue(1);  // 0.5° bodies
+        for (int water : {1, 30, 47}) {
+            p.goniaprosptosis->setValue(water);
+            p.metatopisipar->setValue(-200);
+            QVERIFY(std::fabs(p.lastAirBodyAngle() - p.lastExpectedAngle() + 2.0) < 1e-9);
+            QVERIFY(!p.lastCovered());
+            p.metatopisipar->setValue(300);
+            QVERIFY(std::fabs(p.lastAirBodyAngle() - p.lastExpectedAngle() - 3.0) < 1e-9);
+        }
+        p.goniaprosptosis->setValue(30);
+        p.metatopisipar->setValue(-200);
+        QVERIFY(p.Label2->text().startsWith(QStringLiteral("BODY'S POSITION IN AIR θέση σώματος στον αέρα=39.43°-39.93°")));
+    }
+
+    // Just under the critical angle the line past the far edge of the
+    // central body is turned back while the one through the centre leaves:
+    // the drawing says so in a message and comes down a degree.
+    void anEdgeLineTurnedBackIsReported() {
+        ScreenTestScope scope;
+        Ptolemaios& p = openInstrument();
+        QVERIFY(scope.dialogs().messages.isEmpty());
+        p.goniaprosptosis->setValue(48);
+        QCOMPARE(p.goniaprosptosis->value(), 47);
+        QCOMPARE(scope.dialogs().messages,
+                 QStringList(QStringLiteral(
+                     "ANGLE OF INCIDENCE 2 IN WATER γωνία πρόσπτωσης 2 στο νερό = 48.8  SIN ημιτονο = 1.0")));
+        p.goniaprosptosis->setValue(40);
+        QCOMPARE(scope.dialogs().messages.size(), 1);  // nothing turned back below
     }
 
     void everyBarAtBothEndsDrawsAFinitePicture() {

@@ -10,6 +10,7 @@
 #include "app/main_menu.h"
 #include "app/shared_state.h"
 #include "canvas/fonts.h"
+#include "history/history_notes.h"
 #include "history/inpdat_screen.h"
 #include "semicircle/measurement_file.h"
 #include "test_support.h"
@@ -120,6 +121,31 @@ private slots:
         QCOMPARE(d.focusWidget(), d.Text1[6]);
         key(d.Refr[6], Qt::Key_Home);
         QCOMPARE(d.focusWidget(), d.Refr[0]);
+        // Left and Right move the caret inside a box and cross to the other
+        // column only from the box's inner edge.
+        d.Text1[3]->setFocus();
+        QTest::keyClicks(d.Text1[3], "135");
+        key(d.Text1[3], Qt::Key_Left);
+        key(d.Text1[3], Qt::Key_Left);
+        QTest::keyClicks(d.Text1[3], ".");
+        QCOMPARE(d.Text1[3]->text(), QStringLiteral("1.35"));
+        key(d.Text1[3], Qt::Key_Right);  // caret before the 5: stays in the box
+        QCOMPARE(d.Text1[3]->cursorPosition(), 3);
+        key(d.Text1[3], Qt::Key_Right);
+        key(d.Text1[3], Qt::Key_Right);  // at the end: on to the refraction
+        QCOMPARE(d.focusWidget(), d.Refr[3]);
+        QTest::keyClicks(d.Refr[3], "205");
+        key(d.Refr[3], Qt::Key_Left);
+        key(d.Refr[3], Qt::Key_Left);
+        QTest::keyClicks(d.Refr[3], ".");
+        key(d.Refr[3], Qt::Key_Right);
+        QCOMPARE(d.Refr[3]->text(), QStringLiteral("2.05"));
+        QCOMPARE(d.focusWidget(), d.Refr[3]);
+        d.Refr[3]->setCursorPosition(0);
+        key(d.Refr[3], Qt::Key_Left);  // at the start: back to the incidence
+        QCOMPARE(d.focusWidget(), d.Text1[3]);
+        d.Text1[3]->clear();
+        d.Refr[3]->clear();
         // Typed keys still type; typing marks the row and hides a table.
         d.Ptolemy_Click();
         QTest::keyClicks(d.Text1[2], "35");
@@ -352,6 +378,20 @@ private slots:
         QCOMPARE(form<Analysis>().title(), QStringLiteral("HERO OF ALEXANDRIA"));
         QVERIFY(joined(*form<Analysis>().canvas).contains("with least possible length με το ελάχιστο δυνατό μήκος"));
         QCOMPARE(form<Analysis>().canvas->skippedOperations(), 0);
+        // Every note without a figure, shown after one with a figure, leaves
+        // the drawing empty instead of under the new title.
+        const auto& notes = history::historyNotes();
+        int withoutFigure = 0;
+        for (std::size_t k = 0; k < notes.size(); ++k) {
+            if (notes[k].figure != history::NoteFigure::None) continue;
+            ++withoutFigure;
+            d.noteItems[4]->trigger();
+            QVERIFY(form<Analysis>().canvas->recordedOperations() > 0);
+            d.noteItems[k]->trigger();
+            QVERIFY2(form<Analysis>().canvas->recordedOperations() == 0, notes[k].title.c_str());
+            QVERIFY(form<Analysis>().canvas->printedTexts().isEmpty());
+        }
+        QVERIFY(withoutFigure >= 5);
         d.empirikos_Click();
         QVERIFY(!form<Analysis>().textShown());
     }

@@ -163,7 +163,7 @@ private slots:
         s.rixo.okitismiso_Click();
         QCOMPARE(s.rixo.index(), 0.5);
         s.rixo.okitis1_Click();
-        s.rixo.followPanel();
+        s.panel.n1overn2->setValue(150);
         s.rixo.aktina_Click();
         QVERIFY(!s.rixo.Timer1->isEnabled());
         const QStringList printed = s.rixo.canvas->printedTexts();

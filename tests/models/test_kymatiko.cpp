@@ -158,6 +158,54 @@ private slots:
         }
     }
 
+    void newtonOneLayerFollowsTheParabola() {
+        // Inside Newton's layer the corpuscle feels a constant pull a across
+        // the boundary (down into a denser medium, up out of a rarer one), so
+        // with u the normal speed on arrival, v the speed along it and
+        // t = (x − x_hit)/v its depth below the boundary is u·t ± a·t²/2.
+        // After a total reflection it turns at depth u²/(2a) and climbs the
+        // same parabola back, never deeper than that.
+        const Field field{800, 700};
+        const Point hit = field.hit();
+        int reflections = 0, refractions = 0;
+        for (double degreesIn : {20.0, 45.0, 70.0}) {
+            for (double pull : {0.05, 0.2, 0.6}) {
+                for (double n : {1.5, 1.33, 0.8, 0.6}) {
+                    const Track t = corpuscleTrack(field, radians(degreesIn), n, CorpuscleModel::NewtonOneLayer, pull);
+                    QVERIFY(!t.points.empty());
+                    const double v = kCorpuscleSpeed * std::sin(radians(degreesIn));
+                    const double u = kCorpuscleSpeed * std::cos(radians(degreesIn));
+                    const double a = n > 1.0 ? -pull : pull;  // upward acceleration
+                    const double floor = field.boundary() - t.thickness;
+                    double deepest = 0.0;
+                    for (const Point& p : t.points) {
+                        if (p.y >= field.boundary() - 1e-9 || p.y <= floor + 1e-9) continue;  // outside the layer
+                        const double time = (p.x - hit.x) / v;
+                        const double depth = u * time - 0.5 * a * time * time;
+                        QVERIFY2(std::fabs(field.boundary() - p.y - depth) < 1e-6,
+                                 qPrintable(QStringLiteral("i=%1 a=%2 n=%3 x=%4").arg(degreesIn).arg(pull).arg(n).arg(p.x)));
+                        deepest = std::max(deepest, field.boundary() - p.y);
+                    }
+                    if (!t.totalReflection) {
+                        ++refractions;
+                        continue;
+                    }
+                    ++reflections;
+                    // The turn: within half a table step of the apex.
+                    const double apex = u * u / (2.0 * pull);
+                    QVERIFY(deepest <= apex + 1e-9);
+                    QVERIFY(deepest >= apex - pull / 8.0 - 1e-9);
+                    // Back in the upper medium and out of the field upwards,
+                    // at the angle it came in.
+                    const Point last = t.points.back(), before = t.points[t.points.size() - 2];
+                    QVERIFY(last.y > field.boundary());
+                    QVERIFY(std::fabs((last.y - before.y) - u) < 1e-6 && std::fabs((last.x - before.x) - v) < 1e-6);
+                }
+            }
+        }
+        QVERIFY(reflections >= 6 && refractions >= 20);  // both kinds of path were checked
+    }
+
     void corpuscleTracksStayBounded() {
         // Grazing light, a feeble pull (a layer thicker than the field), a
         // sliver of a field and unusable numbers: bounded, finite, no hang.

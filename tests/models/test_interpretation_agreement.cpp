@@ -1,0 +1,157 @@
+// The interpretation windows agree: one index and one angle shown alike by
+// the wave screen, the panel, the corpuscle screen and the index-and-
+// velocities screen, whatever command changed them; and the Fermat
+// demonstration keeps showing what its last command chose through the
+// resizes that showing and hiding its controls cause.
+#include <QtTest>
+
+#include <cmath>
+
+#include "app/forms.h"
+#include "app/main_menu.h"
+#include "app/shared_state.h"
+#include "canvas/fonts.h"
+#include "canvas/qt_format.h"
+#include "models/epiloges_screen.h"
+#include "models/model_texts.h"
+#include "models/rixo_screen.h"
+#include "models/rixotext_screen.h"
+#include "models/somata_screen.h"
+#include "test_support.h"
+
+namespace {
+
+struct Screens {
+    Rixo& rixo;
+    Rixotext& panel;
+    Somata& somata;
+};
+
+Screens openFromMenu() {
+    module1().pi = 4.0 * std::atan(1.0);
+    form<Diathlasimeleti>().Command5_Click();
+    Screens s{form<Rixo>(), form<Rixotext>(), form<Somata>()};
+    s.rixo.resize(640, 520);
+    s.somata.resize(720, 560);
+    QCoreApplication::processEvents();
+    return s;
+}
+
+// Empty when every window shows index n and angle a; else what disagrees.
+QString disagreement(const Screens& s, double n, int a) {
+    QStringList wrong;
+    const kymatiko::Refraction r = kymatiko::refract(kymatiko::radians(a), n);
+    const QString refraction = r.totalReflection ? texts::totalReflectionNote() : fmt(kymatiko::degrees(r.refraction), "0.00");
+    const kymatiko::Shares shares = kymatiko::shares(kymatiko::fresnel(r, n));
+    if (s.rixo.index() != n || s.rixo.incidenceDegrees() != a) wrong << "wave screen's values";
+    if (s.panel.ratio() != n || s.panel.incidenceDegrees() != a) wrong << "panel's values";
+    if (!s.panel.Label2->text().endsWith(fmt(n, "0.00"))) wrong << "panel ratio: " + s.panel.Label2->text();
+    if (!s.panel.Label1->text().contains(QStringLiteral("= ") + fmt(a, "0")) ||
+        !s.panel.Label1->text().contains(refraction))
+        wrong << "panel angles: " + s.panel.Label1->text();
+    if (!s.panel.Label5->text().endsWith(fmt(shares.reflected, "0.00")))
+        wrong << "panel reflected: " + s.panel.Label5->text();
+    if (!s.panel.Label4->text().endsWith(fmt(shares.refracted, "0.00")))
+        wrong << "panel refracted: " + s.panel.Label4->text();
+    // The wave picture prints the index and the angles it was drawn with.
+    const QStringList printed = s.rixo.canvas->printedTexts();
+    if (!printed.contains(texts::speedsLine(n))) wrong << "wave picture: " + printed.join(" | ");
+    if (!printed.join(' ').contains(refraction)) wrong << "wave picture angle: " + printed.join(" | ");
+    // The corpuscles leave along the same refraction angle.
+    if (s.somata.track().totalReflection != r.totalReflection) wrong << "corpuscles";
+    if (Forms::instance().exists<Epiloges>() && !form<Epiloges>().summary->text().startsWith("n = " + fmt(n, "0.00")))
+        wrong << "index and velocities: " + form<Epiloges>().summary->text();
+    return wrong.join("; ");
+}
+
+}  // namespace
+
+class TestInterpretationAgreement : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { installFontSubstitutions(); }
+
+    void everyWindowShowsTheOneIndexAndAngle() {
+        ScreenTestScope scope;
+        Screens s = openFromMenu();
+        QCOMPARE(disagreement(s, 1.5, 30), QString());
+        s.rixo.okitis2_Click();  // c=2
+        QCOMPARE(disagreement(s, 2.0, 30), QString());
+        QCOMPARE(s.panel.n1overn2->value(), 200);
+        s.rixo.epiloges_Click();
+        scope.dialogs().answers.push_back(QStringLiteral("1.33"));
+        s.rixo.deiktis_Click();  // GIVE INDEX on the wave screen
+        QCOMPARE(disagreement(s, 1.33, 30), QString());
+        QCOMPARE(s.panel.Label5->text(), QStringLiteral("REFLECTED Ανακλώμενο= ") +
+                                             fmt(kymatiko::shares(kymatiko::fresnel(s.panel.refraction(), 1.33)).reflected, "0.00"));
+        // The ray picture, then the speed menus: figures follow the picture.
+        s.rixo.okitismiso_Click();
+        s.rixo.aktina_Click();
+        s.rixo.okitis1_Click();
+        QCOMPARE(disagreement(s, 1.0, 30), QString());
+        QVERIFY(s.rixo.canvas->printedTexts().contains(QStringLiteral("REFLECTED Ανακλώμενο= 0.00")));
+        // Beyond the critical angle after the panel's own bar moved.
+        s.panel.prosptosi->setValue(60);
+        s.rixo.okitismiso_Click();
+        QCOMPARE(disagreement(s, 0.5, 60), QString());
+        // The index-and-velocities screen's typed index and its angle.
+        Epiloges& e = form<Epiloges>();
+        scope.dialogs().answers.push_back(QStringLiteral("1.2"));
+        e.deiktisdia_Click();
+        QCOMPARE(disagreement(s, 1.2, 29), QString());
+        QCOMPARE(s.panel.prosptosi->value(), 29);
+        e.samev_Click();  // the same speed in both media
+        QCOMPARE(disagreement(s, 1.0, 29), QString());
+        e.changev_Click();  // and the typed index again
+        QCOMPARE(disagreement(s, 1.2, 29), QString());
+        // The panel's bar drives the others.
+        s.rixo.TIMERSTART_Click();
+        s.panel.n1overn2->setValue(133);
+        QCOMPARE(disagreement(s, 1.33, 29), QString());
+    }
+
+    // FERMAT'S PRINCIPLE shows its instruction and keeps it through the
+    // resizes that showing its bar and label bring.
+    void fermatShowsItsInstructionThroughResizes() {
+        ScreenTestScope scope;
+        Screens s = openFromMenu();
+        s.somata.fermat_Click();
+        QCoreApplication::processEvents();
+        s.somata.resize(760, 600);
+        QCoreApplication::processEvents();
+        QCOMPARE(s.somata.Label1->text(), texts::fermatInstruction());
+        QVERIFY(s.somata.fermatscr->isVisible());
+        // Once the pupil moves a body the time replaces it, and stays.
+        s.somata.fermatscr->setValue(300);
+        const QString time = s.somata.Label1->text();
+        QVERIFY(time.startsWith(QStringLiteral("Time of movement from  magenta")));
+        s.somata.resize(700, 560);
+        QCoreApplication::processEvents();
+        QVERIFY(s.somata.Label1->text().startsWith(QStringLiteral("Time of movement from  magenta")));
+    }
+
+    // FIND MINIMUM straight from the corpuscles shows the least time; after
+    // the corpuscles again, FERMAT'S PRINCIPLE starts afresh.
+    void leastTimeFromTheCorpusclesAndBack() {
+        ScreenTestScope scope;
+        Screens s = openFromMenu();
+        s.somata.SOMATIDIA_Click();
+        s.somata.evresielaxistoy_Click();
+        QCoreApplication::processEvents();
+        s.somata.resize(760, 600);
+        QCoreApplication::processEvents();
+        QVERIFY2(s.somata.Label1->text().startsWith(QStringLiteral("LEAST TIMEΟ ΕΛΑΧΙΣΤΟΣ ΧΡΟΝΟΣ: ")),
+                 qPrintable(s.somata.Label1->text()));
+        QVERIFY(!s.somata.fermatscr->isVisible());
+        s.somata.SOMATIDIA_Click();
+        s.somata.fermat_Click();
+        QCoreApplication::processEvents();
+        s.somata.resize(720, 560);
+        QCoreApplication::processEvents();
+        QCOMPARE(s.somata.Label1->text(), texts::fermatInstruction());
+        QVERIFY(s.somata.fermatscr->isVisible());
+    }
+};
+
+QTEST_MAIN(TestInterpretationAgreement)
+#include "test_interpretation_agreement.moc"
