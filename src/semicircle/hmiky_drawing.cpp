@@ -232,3 +232,12 @@ void Hmiky::redraw(const QStringList& notes) {
         printNotes(notes);
     });
 }
+
+bool Hmiky::showHintIfNoDirection(const Block& block) {
+    if (hasDirection(block)) return false;
+    paint([this, block] {
+        drawBench(block);
+        drawDirectionHint();
+    });
+    return true;
+}

@@ -138,13 +138,7 @@ void Hmiky::sygr_Click() {
     syncSharedValues();
     const SharedState& s = module1();
     const Block block = currentBlock();
-    if (!hasDirection(block)) {
-        paint([this, block] {
-            drawBench(block);
-            drawDirectionHint();
-        });
-        return;
-    }
+    if (showHintIfNoDirection(block)) return;
 
     std::vector<RayTrace> traces;
     std::vector<Segment> expectedRays;

@@ -124,13 +124,7 @@ void Hmiky::Command4_Click() {
     syncSharedValues();
     const SharedState& s = module1();
     const Block block = currentBlock();
-    if (!hasDirection(block)) {
-        paint([this, block] {
-            drawBench(block);
-            drawDirectionHint();
-        });
-        return;
-    }
+    if (showHintIfNoDirection(block)) return;
     const RaysSeries series = runIncidenceSeries(block, s.rayHeight);
     for (const SeriesRay& ray : series.rays) keepMeasurement(ray.trace);
     series_.recordSweep(block, series);

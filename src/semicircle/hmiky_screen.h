@@ -139,6 +139,9 @@ private:
     void printNotes(const QStringList& notes);
     // Asks, on the bench, for a direction of the block.
     void drawDirectionHint();
+    // Without a chosen direction an experiment cannot run: draws the bench
+    // with the hint instead and says so.
+    bool showHintIfNoDirection(const Block& block);
 
     static bool hasDirection(const Block& block) { return block.direction == 1 || block.direction == 2; }
     static void keepMeasurement(const RayTrace& trace);

@@ -18,24 +18,9 @@
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
 #include "test_support.h"
+#include "interpretation_screens_support.h"
 
 namespace {
-
-struct Screens {
-    Rixo& rixo;
-    Rixotext& panel;
-    Somata& somata;
-};
-
-Screens openFromMenu() {
-    module1().pi = 4.0 * std::atan(1.0);
-    form<Diathlasimeleti>().Command5_Click();
-    Screens s{form<Rixo>(), form<Rixotext>(), form<Somata>()};
-    s.rixo.resize(640, 520);
-    s.somata.resize(720, 560);
-    QCoreApplication::processEvents();
-    return s;
-}
 
 // Empty when every window shows index n and angle a; else what disagrees.
 QString disagreement(const Screens& s, double n, int a) {

@@ -17,24 +17,9 @@
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
 #include "test_support.h"
+#include "interpretation_screens_support.h"
 
 namespace {
-
-struct Screens {
-    Rixo& rixo;
-    Rixotext& panel;
-    Somata& somata;
-};
-
-Screens openFromMenu() {
-    module1().pi = 4.0 * std::atan(1.0);
-    form<Diathlasimeleti>().Command5_Click();
-    Screens s{form<Rixo>(), form<Rixotext>(), form<Somata>()};
-    s.rixo.resize(640, 520);
-    s.somata.resize(720, 560);
-    QCoreApplication::processEvents();
-    return s;
-}
 
 bool anyTimerEnabled(const Screens& s) {
     return s.rixo.Timer1->isEnabled() || s.panel.Timer1->isEnabled() || s.somata.Timer1->isEnabled() ||
