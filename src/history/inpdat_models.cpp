@@ -28,12 +28,6 @@ constexpr double kLabelPoints = 9.0;
 // they cover no more of the curves than on a large one.
 double labelPoints(const Canvas& c) { return std::clamp(kLabelPoints * c.width() / 900.0, 6.5, 12.0); }
 
-// The laws are drawn in the angle graph's coordinates; anything else on
-// the graph screen (an instrument's diagram) is replaced by the data first.
-bool showsAngleGraph(const Canvas& canvas) {
-    return canvas.scaleLeft() == -5.0 && canvas.scaleLeft() + canvas.scaleWidth() == 110.0;
-}
-
 void printAt(Canvas& c, double x, double y, const QString& text) {
     c.setCurrentX(x);
     c.setCurrentY(y);
