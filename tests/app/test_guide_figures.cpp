@@ -12,6 +12,7 @@
 #include "history/data_pairs.h"
 #include "history/historical_tables.h"
 #include "history/refraction_laws.h"
+#include "models/energy_shares.h"
 #include "models/fermat.h"
 #include "models/kymatiko.h"
 #include "semicircle/bench_experiments.h"
@@ -141,6 +142,12 @@ private slots:
         STATES("wave_panel.md", fmt(shares(fresnel(refract(radians(80), 1.5), 1.5)).reflected, "0.00") + QStringLiteral(" %"));
         STATES("wave_panel.md", fmt(*kymatiko::criticalAngleDegrees(1 / 1.5), "0.00") + QStringLiteral("°"));
         STATES("wave_screen.md", fmt(degrees(at40.refraction), "0.0") + QStringLiteral("°"));
+        const EnergyShares e = *energyShares(at40, 1.5);
+        STATES("wave_panel.md", fmt(100 * e.reflectedS, "0.00") + QStringLiteral(" %"));
+        STATES("wave_screen.md", fmt(100 * e.reflectedS, "0.00") + QStringLiteral(" %"));
+        STATES("wave_panel.md", fmt(*brewsterAngleDegrees(1.5), "0.00") + QStringLiteral("°"));
+        STATES("wave_panel.md", fmt(100 * e.reflectedP, "0.00") + QStringLiteral(" %"));
+        STATES("wave_screen.md", fmt(100 * e.transmittedS, "0.00") + QStringLiteral(" %"));
 
         // Least time between bodies 300 units apart across the boundary.
         const kymatiko::Point a{100, 100}, c{400, 400};
