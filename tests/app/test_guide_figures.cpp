@@ -109,6 +109,25 @@ private slots:
         STATES("ptolemy_instrument.md", fmt(*ptolemy::expectedAirAngle(20), "0.0") + QStringLiteral("°"));
         STATES("ptolemy_instrument.md", fmt(*ptolemy::expectedAirAngle(40), "0.0") + QStringLiteral("°"));
         STATES("ptolemy_instrument.md", fmt(ptolemy::guardWaterAngle(88).angle, "0") + QStringLiteral("°"));
+        // The body bar's ends as the page reads them, and the widest bar values
+        // at which the body still hides a target of the smallest and largest size,
+        // found by walking the bar as a pupil would.
+        STATES("ptolemy_instrument.md", QStringLiteral("**−") + fmt(-ptolemy::bodyDisplacement(-200), "0.00") + "°**");
+        STATES("ptolemy_instrument.md", QStringLiteral("**+") + fmt(ptolemy::bodyDisplacement(300), "0.00") + "°**");
+        const auto lastCovering = [](double targetAngle) {
+            int last = 0;
+            for (int value = 0; value <= 300; ++value) {
+                const auto view = ptolemy::sightView(20, ptolemy::airBodyAngle(20, value, targetAngle), targetAngle);
+                if (!view || !view->covered) break;
+                last = value;
+            }
+            return last;
+        };
+        const int small = lastCovering(0.5);
+        const int large = lastCovering(10.0);
+        STATES("ptolemy_instrument.md", QStringLiteral("−") + QString::number(small) + " to " + QString::number(small));
+        STATES("ptolemy_instrument.md", QStringLiteral("±") + fmt(ptolemy::bodyDisplacement(small), "0.00") + "°");
+        STATES("ptolemy_instrument.md", QStringLiteral("±") + fmt(ptolemy::bodyDisplacement(large), "0.00") + "°");
 
         const auto& water = ptolemy_fit::waterSet();
         const auto snell = ptolemy_fit::snellRefraction(water);
