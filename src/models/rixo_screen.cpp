@@ -163,21 +163,20 @@ QRect Rixo::printNotes(const QStringList& notes) {
     const kymatiko::Field f = field();
     canvas->setForeColor(QColor(0, 0, 0));
     // Bottom left: the light comes from the upper left and leaves to the
-    // lower right, so this corner is mostly clear of rays. On a narrow
-    // window the longer notes reach past the normal, where the refracted ray
-    // runs, so they stand on a patch of the lower medium's colour; and the
-    // refracted fronts, which can sweep the whole lower medium, are kept off
-    // them.
+    // lower right, so this corner is clear of the fronts of the incident and
+    // reflected waves. The refracted fronts can sweep the whole lower medium
+    // and are kept off the notes. On a narrow window the longer notes reach
+    // past the normal; the refracted ray then runs under them rather than
+    // being cut short, which would lose the ray of the ray picture.
     const double left = f.width * 0.01;
     const double bottom = f.height * 0.01;
     const double top = bottom + canvas->textHeight() * static_cast<double>(notes.size());
     double right = left;
-    for (const QString& note : notes) right = std::max(right, left + canvas->textWidth(note));
-    canvas->filledBox(0.0, bottom * 0.5, right + left, top + bottom * 0.5, kLowerMedium);
     canvas->setCurrentY(top);
     for (const QString& note : notes) {
         canvas->setCurrentX(left);
         canvas->print(note);
+        right = std::max(right, left + canvas->textWidth(note));
     }
     const QRectF area = QRectF(toWidget({left, top}), toWidget({right, bottom}));
     return area.normalized().adjusted(-3, -3, 3, 3).toAlignedRect();
