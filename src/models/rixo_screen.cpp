@@ -16,6 +16,7 @@
 #include "canvas/fonts.h"
 #include "history/data_screen_opener.h"
 #include "models/epiloges_screen.h"
+#include "models/model_summaries.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
@@ -179,6 +180,7 @@ void Rixo::DrawRaysAtBoundary() {
     const kymatiko::Refraction r = refraction();
     drawRays(r);
     printNotes({texts::speedsLine(index()), texts::anglesPanel(incidenceDegrees(), r)});
+    canvas->setSummary(spoken::waves(spoken::WavePicture::Waves, incidenceDegrees(), index(), r));
     writePanelFigures();
     pulse_ = 0;
     moving->setLayer(1, {});
@@ -198,6 +200,7 @@ void Rixo::drawRayPicture() {
     notes << texts::reflectedShare(texts::ShareWording::Plain, s.reflected)
           << texts::refractedShare(texts::ShareWording::Plain, s.refracted) << texts::anglesWaves(incidenceDegrees(), r);
     printNotes(notes);
+    canvas->setSummary(spoken::waves(spoken::WavePicture::Ray, incidenceDegrees(), index(), r));
     moving->clearAll();
 }
 
@@ -216,6 +219,8 @@ void Rixo::drawStraightRay() {
     canvas->line(from.x, from.y, to.x, to.y, kIncident);
     canvas->setDrawWidth(1);
     printNotes({texts::rayPictureAngles(incidenceDegrees(), kymatiko::refract(kymatiko::radians(incidenceDegrees()), 1.0))});
+    canvas->setSummary(spoken::waves(spoken::WavePicture::StraightRay, incidenceDegrees(), 1.0,
+                                     kymatiko::refract(kymatiko::radians(incidenceDegrees()), 1.0)));
     moving->clearAll();
 }
 
