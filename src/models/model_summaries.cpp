@@ -82,17 +82,4 @@ QString fermat(const FermatPicture& p) {
     return lines.join(QLatin1Char('\n'));
 }
 
-QString waves(WavePicture picture, double incidenceDegrees, double n, const kymatiko::Refraction& r) {
-    if (picture == WavePicture::StraightRay)
-        return QStringLiteral("A ray at incidence %1 going straight on through the boundary, as if both media were "
-                              "alike.")
-            .arg(deg(incidenceDegrees, "0"));
-    const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, n));
-    QString text = picture == WavePicture::Ray ? QStringLiteral("Rays at the boundary")
-                                               : QStringLiteral("Incident, reflected and refracted rays with their wave fronts");
-    text += QStringLiteral(": n = %1 (c1/c2), %2.").arg(fmt(n, "0.00"), angles(incidenceDegrees, r));
-    text += QStringLiteral(" Reflected %1 %, refracted %2 % (amplitudes).").arg(fmt(s.reflected, "0.00"), fmt(s.refracted, "0.00"));
-    return text + criticalAngle(n);
-}
-
 }  // namespace spoken

@@ -7,7 +7,7 @@
 #include "models/fermat.h"
 #include "models/kymatiko.h"
 
-// The interpretation screens' drawings in words, for a screen reader: the
+// The corpuscle screen's drawings in words, for a screen reader: the
 // model shown and its figures, worked out from the values the picture is
 // drawn from.
 namespace spoken {
@@ -30,10 +30,5 @@ struct FermatPicture {
     std::optional<double> leastTime;
 };
 QString fermat(const FermatPicture& picture);
-
-// The wave screen: which picture, the angles at the boundary and the
-// shares of the light.
-enum class WavePicture { Waves, Ray, StraightRay };
-QString waves(WavePicture picture, double incidenceDegrees, double n, const kymatiko::Refraction& refraction);
 
 }  // namespace spoken
