@@ -80,16 +80,33 @@ void Inpdat::Kepler_Click() {
                 76.0, labelPoints(c));
     c.setFontBold(false);
     c.setForeColor(Qt::black);
-    lawDrawn(QStringLiteral("Kepler's model  Μοντέλο Kepler: r = ") + fmt(k, "0.00") + QStringLiteral("·i"));
+    lawDrawn(QStringLiteral("Kepler's model  Μοντέλο Kepler: r = ") + fmt(k, "0.00") + QStringLiteral("·i"),
+             QStringLiteral("Kepler's model, k = %1: the red line r = k·i from (0°, 0°) to (100°, %2°), fitted to "
+                            "the %3 pairs below 45°.")
+                 .arg(fmt(k, "0.00"), fmt(100 * k, "0.0"))
+                 .arg(model.runLength));
 }
 
-void Inpdat::lawDrawn(const QString& law) {
+void Inpdat::lawDrawn(const QString& law, const QString& spoken) {
     if (lastAnalysis_) lastAnalysis_->laws.append(law);
+    form<Incref>().canvas->addToSummary(QStringLiteral("Laid over the data: ") + spoken);
 }
 
 namespace {
 
 QString snellLaw(double index) { return QStringLiteral("Snell's law  Νόμος του Snell: n = ") + fmt(index, "0.00"); }
+
+// Where the curve runs, in words: it stops at the critical angle when the
+// light leaves the denser medium.
+QString spokenSnell(double index, bool leavesDenserMedium) {
+    const auto curve = history::snellCurve(index, leavesDenserMedium);
+    QString text = QStringLiteral("Snell's law, n = ") + fmt(index, "0.000");
+    if (curve.size() < 2) return text + QLatin1Char('.');
+    return text + QStringLiteral(": the curve from incidence %1° to %2°, where the refraction angle is %3°%4.")
+                      .arg(fmt(curve.front().incidence, "0"), fmt(curve.back().incidence, "0"),
+                           fmt(curve.back().refraction, "0.0"),
+                           leavesDenserMedium ? QStringLiteral("; it stops at the critical angle") : QString());
+}
 
 void drawSnell(Canvas& c, double index, bool leavesDenserMedium) {
     const auto curve = history::snellCurve(index, leavesDenserMedium);
@@ -120,7 +137,7 @@ void Inpdat::Snell_1_Click() {
     const bool leaving = witeloChecked();
     const double index = leaving ? 1.0 / module1().dataIndex : module1().dataIndex;
     drawSnell(*form<Incref>().canvas, index, leaving);
-    lawDrawn(snellLaw(index));
+    lawDrawn(snellLaw(index), spokenSnell(index, leaving));
 }
 
 void Inpdat::Snell_2_Click() {
@@ -128,7 +145,7 @@ void Inpdat::Snell_2_Click() {
     if (!index) return;
     if (!redrawDataIfAsked()) return;
     drawSnell(*form<Incref>().canvas, *index, witeloChecked());
-    lawDrawn(snellLaw(*index));
+    lawDrawn(snellLaw(*index), spokenSnell(*index, witeloChecked()));
 }
 
 void Inpdat::empirikos_Click() { hideAnalysisText(); }
@@ -159,7 +176,8 @@ void Inpdat::toentrito() {
     printAt(c, 40, 50, greek);
     c.setFontBold(false);
     c.setForeColor(Qt::black);
-    lawDrawn(label);
+    lawDrawn(label, QStringLiteral("refraction = 2/3 incidence: the line from (0°, 0°) to (100°, %1°).")
+                        .arg(fmt(200.0 / 3.0, "0.0")));
 }
 
 void Inpdat::toendeytero() {
@@ -178,7 +196,7 @@ void Inpdat::toendeytero() {
     printFitted(c, 60, 1.5 * 60 - 2, label, 49.0, labelPoints(c));
     c.setFontBold(false);
     c.setForeColor(Qt::black);
-    lawDrawn(label);
+    lawDrawn(label, QStringLiteral("refraction = 3/2 incidence: the line from (0°, 0°) to (100°, 150°)."));
 }
 
 void Inpdat::toentrito1_Click() { toentrito(); }
