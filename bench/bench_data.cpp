@@ -1,8 +1,8 @@
 // How long the data screen takes: "Data Analysis" on a full grid (the fit
 // with its uncertainty, both graphs) and Snell's law over Newton's glass
 // table, each against a bare clearing of the two graph canvases it draws
-// on; the lab report of Newton's table with Snell's law, made in memory and
-// written to a file.
+// on; what the fit's uncertainty adds to the analysis; the lab report of
+// Newton's table with Snell's law, made in memory and written to a file.
 #include <benchmark/benchmark.h>
 #include "screen_bench_main.h"
 
@@ -20,7 +20,11 @@
 #include "app/program_exit.h"
 #include "app/shared_state.h"
 #include "canvas/fonts.h"
+#include "history/data_pairs.h"
+#include "history/data_plots.h"
+#include "history/fit_statistics.h"
 #include "history/inpdat_screen.h"
+#include "history/least_squares.h"
 
 namespace {
 
@@ -73,6 +77,52 @@ void BM_LabReportMadeAndWritten(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_LabReportMadeAndWritten)->Unit(benchmark::kMillisecond);
+
+// What the uncertainty adds to the analysis, measured on the same full grid:
+// the fit of the sines as the screen makes it (the line with its
+// statistics) against the line alone, and the statistics with the printed
+// line "n = … ± …, r² = …" by themselves. The screen's analysis without the
+// uncertainty is the whole analysis above less the latter.
+std::vector<history::AnglePair> fullGridPairs() {
+    std::vector<history::AnglePair> pairs;
+    for (int k = 0; k < Inpdat::kRows; ++k) {
+        const double i = 5 + 6 * k;
+        pairs.push_back({static_cast<float>(i), static_cast<float>(std::asin(std::sin(i * M_PI / 180.0) / 1.5) * 180.0 / M_PI)});
+    }
+    return pairs;
+}
+
+void BM_FitWithUncertainty(benchmark::State& state) {
+    const auto pairs = fullGridPairs();
+    for (auto _ : state) benchmark::DoNotOptimize(history::fitSines(pairs, false));
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_FitWithUncertainty)->Unit(benchmark::kNanosecond);
+
+void BM_FitLineAlone(benchmark::State& state) {
+    const auto pairs = fullGridPairs();
+    for (auto _ : state) {
+        // fitSines less its statistics: the sines and the 1-based line.
+        std::vector<double> x{0.0}, y{0.0};
+        for (const history::AnglePair& p : pairs) {
+            x.push_back(std::sin(static_cast<double>(p.incidence) * M_PI / 180.0));
+            y.push_back(std::sin(static_cast<double>(p.refraction) * M_PI / 180.0));
+        }
+        benchmark::DoNotOptimize(leastSquaresLine(x, y, static_cast<int>(pairs.size())));
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_FitLineAlone)->Unit(benchmark::kNanosecond);
+
+void BM_UncertaintyAndItsLine(benchmark::State& state) {
+    const history::SineFit fit = history::fitSines(fullGridPairs(), false);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(history::fitStatistics(fit.sinIncidence, fit.sinRefraction, fit.fittedPairs));
+        benchmark::DoNotOptimize(fitQualityText(fit, "0.0000"));
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_UncertaintyAndItsLine)->Unit(benchmark::kNanosecond);
 
 // The floor both are measured against: clearing the same two canvases.
 void BM_BareClsOfBothGraphs(benchmark::State& state) {

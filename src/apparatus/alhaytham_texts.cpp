@@ -54,7 +54,7 @@ void PrintAlHaythamRules(Canvas& canvas, bool rule5Violated, bool rule6Violated)
 QString alHaythamExplanation() {
     const QStringList greek{
         QStringLiteral("Ο `Aραβας AL HAYTHAM που είναι γνωστός και ως Al Hazen πρότεινε διάφορους νόμους διάθλασης. Συνέκρινε τη διάθλαση προς την κίνηση ενός σώματος."),
-        QStringLiteral(" Συνέκρινε τη διάθλαση προς την κίνηση ενός σώματος. Δεν έδωσε έναν ενιαίο νόμο διάθλασης, αλλά "
+        QStringLiteral(" Δεν έδωσε έναν ενιαίο νόμο διάθλασης, αλλά "
                        "μια σειρά από κανόνες, που φαίνονται στην επόμενη οθόνη."),
         QStringLiteral(" Η κάθετη συνιστώσα της ταχύτητας ελαττώνεται, ενώ η παράλληλη μένει σταθερή (ο NEWTON "
                        "πίστευε ότι αλλάζει η κάθετη συνιστώσα)."),

@@ -59,8 +59,10 @@ Epiloges::Epiloges() {
 
 double Epiloges::index() const { return form<Rixotext>().ratio(); }
 double Epiloges::incidenceDegrees() const { return form<Rixotext>().incidenceDegrees(); }
+double Epiloges::bendingIndex() const { return form<Rixotext>().bendingIndex(); }
 
 void Epiloges::writeSummary() {
+    (form<Rixotext>().sameSpeeds() ? samev : changev)->setChecked(true);
     summary->setText(QStringLiteral("n = ") + fmt(index(), "0.00") + QStringLiteral("    c2/c1 = 1/n = ") +
                      fmt(secondSpeed(), "0.00") + QStringLiteral("    Incidence πρόσπτωση = ") +
                      fmt(incidenceDegrees(), "0") + QStringLiteral("°\n") +
@@ -84,10 +86,10 @@ void Epiloges::deiktisdia_Click() {
     // Cancel or a refused answer: nothing changes.
     const std::optional<double> n = askTypedIndex(QStringLiteral("GIVE INDEX Δώσε δείκτη"));
     if (!n) return;
-    bendingIndex_ = *n;
     Rixotext& panel = form<Rixotext>();
     panel.setIncidence(kStartAngle - 1);
-    panel.setIndex(sameSpeeds_ ? 1.0 : *n);
+    // With IDIA V ticked the ray still goes straight on; METAVOLH V then bends it by this index.
+    panel.setBendingIndex(*n);
     Rixo& rixo = form<Rixo>();
     drawOnWaveScreen();
     rixo.Timer1->setEnabled(true);
@@ -95,21 +97,14 @@ void Epiloges::deiktisdia_Click() {
 }
 
 void Epiloges::changev_Click() {
-    changev->setChecked(true);
     form<Rixo>().Timer1->setEnabled(false);
-    if (sameSpeeds_) form<Rixotext>().setIndex(bendingIndex_);
-    sameSpeeds_ = false;
-    writeSummary();
+    form<Rixotext>().setSameSpeeds(false);
     drawOnWaveScreen();
 }
 
 void Epiloges::samev_Click() {
-    if (!sameSpeeds_) bendingIndex_ = index();
-    sameSpeeds_ = true;
-    samev->setChecked(true);
     form<Rixo>().Timer1->setEnabled(false);
-    form<Rixotext>().setIndex(1.0);
-    writeSummary();
+    form<Rixotext>().setSameSpeeds(true);
     drawOnWaveScreen();
 }
 

@@ -31,8 +31,10 @@ public:
     // The speed in the second medium over that in the first: 1/n.
     double secondSpeed() const { return 1.0 / index(); }
     // The index METAVOLH V brings back: the one typed, or the one in use
-    // when IDIA V made the speeds equal.
-    double bendingIndex() const { return bendingIndex_; }
+    // when IDIA V made the speeds equal. The panel keeps it, and whether
+    // the speeds are the same, so that no other window can contradict the
+    // check marks here.
+    double bendingIndex() const;
 
     void Form_Load();
     void deiktisdia_Click();
@@ -42,14 +44,12 @@ public:
     void Endof_Click();
     void Telos_Click();
 
-    // The summary line, from the panel's values; the panel calls it when
-    // they change.
+    // The summary line and the check marks, from the panel's values; the
+    // panel calls it when they change.
     void writeSummary();
 
 private:
     void drawOnWaveScreen();
 
-    double bendingIndex_ = 1.5;
-    bool sameSpeeds_ = false;  // IDIA V has set the index to 1
     QActionGroup* speedGroup_;
 };

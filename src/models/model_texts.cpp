@@ -1,6 +1,7 @@
 #include "models/model_texts.h"
 
 #include "canvas/qt_format.h"
+#include "models/energy_shares.h"
 
 namespace texts {
 
@@ -66,6 +67,28 @@ QString refractedShare(ShareWording wording, double share) {
     }
     return QStringLiteral("REFRACTED Διαθλώμενο % = ") + fmt(share, "0.00");
 }
+
+QString energyShare(char polarisation, double reflected, double transmitted) {
+    const QString p(QChar::fromLatin1(polarisation));
+    return QStringLiteral("ENERGY ") + p + QStringLiteral("  Ενέργεια ") + p + QStringLiteral(":  R = ") +
+           fmt(100.0 * reflected, "0.00") + QStringLiteral(" %   T = ") + fmt(100.0 * transmitted, "0.00") +
+           QStringLiteral(" %");
+}
+
+QString brewsterAngle(double degrees) {
+    return QStringLiteral("BREWSTER ANGLE  Γωνία Brewster θB = ") + fmt(degrees, "0.00") +
+           QStringLiteral("°  (p: R = 0)");
+}
+
+QStringList energyLines(const kymatiko::Refraction& r, double n) {
+    const std::optional<kymatiko::EnergyShares> e = kymatiko::energyShares(r, n);
+    const std::optional<double> brewster = kymatiko::brewsterAngleDegrees(n);
+    if (!e || !brewster) return {};
+    return {energyShare('s', e->reflectedS, e->transmittedS), energyShare('p', e->reflectedP, e->transmittedP),
+            brewsterAngle(*brewster)};
+}
+
+QString brewsterMark() { return QStringLiteral("θB"); }
 
 QString speedsLine(double n) {
     // n = c1 / c2: light is slower in the medium of the larger index.

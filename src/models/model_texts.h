@@ -1,5 +1,6 @@
 #pragma once
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -45,6 +46,19 @@ enum class ShareWording {
 };
 QString reflectedShare(ShareWording wording, double share);
 QString refractedShare(ShareWording wording, double share);
+
+// --- energy, beside the amplitude figures above --------------------------------
+// The shares of the light's energy for one polarisation ('s' or 'p'), given
+// as fractions of 1 and shown in per cent: "ENERGY s  Ενέργεια s:  R = 5.78 %
+// T = 94.22 %" (R reflected, T refracted); the two add up to 100.
+QString energyShare(char polarisation, double reflected, double transmitted);
+// "BREWSTER ANGLE  Γωνία Brewster θB = 56.31°  (p: R = 0)"
+QString brewsterAngle(double degrees);
+// The three lines above for a refraction and its index: s, p, Brewster.
+// Empty when n or the angle cannot be used.
+QStringList energyLines(const kymatiko::Refraction& r, double n);
+// The short mark of Brewster's direction on the wave picture.
+QString brewsterMark();  // "θB"
 
 // --- the ray picture of the wave screen ----------------------------------------
 QString speedsLine(double n);  // "n =1.50    c2/c1= 0.67    c1/c2= 1.50"

@@ -120,6 +120,13 @@ void MovingLayer::setLayer(int layer, std::vector<Stroke> strokes) {
     if (!dirty.isEmpty()) update(dirty);
 }
 
+void MovingLayer::setKeepClear(const QRegion& region) {
+    if (region == keepClear_) return;
+    const QRegion changed = region.xored(keepClear_);
+    keepClear_ = region;
+    update(changed);
+}
+
 void MovingLayer::clearAll() {
     for (int k = 0; k < kLayers; ++k) setLayer(k, {});
 }
@@ -134,7 +141,7 @@ int MovingLayer::lineCount() const {
 void MovingLayer::paintEvent(QPaintEvent* event) {
     QPainter p(this);
     p.setRenderHint(QPainter::Antialiasing);
-    p.setClipRect(event->rect());
+    p.setClipRegion(keepClear_.isEmpty() ? QRegion(event->rect()) : QRegion(event->rect()).subtracted(keepClear_));
     for (const auto& l : layers_)
         for (const Stroke& s : l) {
             QPen pen(s.colour, s.width);

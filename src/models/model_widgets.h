@@ -2,6 +2,7 @@
 #include <QColor>
 #include <QLineF>
 #include <QPointer>
+#include <QRegion>
 #include <QTimer>
 #include <QWidget>
 
@@ -81,6 +82,10 @@ public:
     explicit MovingLayer(QWidget* parent);
     void setLayer(int layer, std::vector<Stroke> strokes);
     void clearAll();
+    // Areas the lines never cross, such as texts printed on the drawing
+    // below (widget coordinates); empty by default.
+    void setKeepClear(const QRegion& region);
+    const QRegion& keepClear() const { return keepClear_; }
     const std::vector<Stroke>& layer(int layer) const { return layers_[static_cast<std::size_t>(layer)]; }
     int lineCount() const;
 
@@ -90,4 +95,5 @@ protected:
 private:
     static QRect extent(const std::vector<Stroke>& strokes);
     std::array<std::vector<Stroke>, kLayers> layers_;
+    QRegion keepClear_;
 };

@@ -14,7 +14,9 @@
 #include "app/program_exit.h"
 #include "app/shared_state.h"
 #include "canvas/fonts.h"
+#include "canvas/qt_format.h"
 #include "history/data_screen_opener.h"
+#include "models/energy_shares.h"
 #include "models/epiloges_screen.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"
@@ -29,6 +31,7 @@ const QColor kIncident(200, 100, 0);
 const QColor kReflected(255, 0, 0);
 const QColor kRefracted(0, 0, 255);
 const QColor kNormal(120, 120, 120);
+const QColor kBrewster(0, 128, 0);
 
 constexpr double kWaveStepPerTick = 1.0;  // field units the incident wave moves per tick
 constexpr double kWavelength = 40.0;
@@ -156,16 +159,58 @@ void Rixo::drawRays(const kymatiko::Refraction& r) {
     canvas->setDrawWidth(1);
 }
 
-void Rixo::printNotes(const QStringList& notes) {
+QRect Rixo::printNotes(const QStringList& notes) {
     const kymatiko::Field f = field();
     canvas->setForeColor(QColor(0, 0, 0));
     // Bottom left: the light comes from the upper left and leaves to the
-    // lower right, so this corner stays clear of rays and fronts.
-    canvas->setCurrentY(f.height * 0.01 + canvas->textHeight() * static_cast<double>(notes.size()));
+    // lower right, so this corner is clear of the fronts of the incident and
+    // reflected waves. The refracted fronts can sweep the whole lower medium
+    // and are kept off the notes. On a narrow window the longer notes reach
+    // past the normal; the refracted ray then runs under them rather than
+    // being cut short, which would lose the ray of the ray picture.
+    const double left = f.width * 0.01;
+    const double bottom = f.height * 0.01;
+    const double top = bottom + canvas->textHeight() * static_cast<double>(notes.size());
+    double right = left;
+    canvas->setCurrentY(top);
     for (const QString& note : notes) {
-        canvas->setCurrentX(f.width * 0.01);
+        canvas->setCurrentX(left);
         canvas->print(note);
+        right = std::max(right, left + canvas->textWidth(note));
     }
+    const QRectF area = QRectF(toWidget({left, top}), toWidget({right, bottom}));
+    return area.normalized().adjusted(-3, -3, 3, 3).toAlignedRect();
+}
+
+QRect Rixo::drawBrewsterMark() {
+    const std::optional<double> brewster = kymatiko::brewsterAngleDegrees(index());
+    if (!brewster) return {};
+    const kymatiko::Field f = field();
+    const double b = kymatiko::radians(*brewster);
+    const double length = 0.3 * std::min(f.width, f.height);
+    const kymatiko::Point end{f.hit().x - length * std::sin(b), f.hit().y + length * std::cos(b)};
+    canvas->setDrawStyle(DrawStyle::Dash);
+    canvas->line(f.hit().x, f.hit().y, end.x, end.y, kBrewster);
+    canvas->setDrawStyle(DrawStyle::Solid);
+    const QString mark = texts::brewsterMark();
+    const double x = end.x - canvas->textWidth(mark) - f.width * 0.005;
+    const double y = end.y + canvas->textHeight(mark);
+    canvas->setForeColor(kBrewster);
+    canvas->setCurrentX(x);
+    canvas->setCurrentY(y);
+    canvas->print(mark);
+    canvas->setForeColor(QColor(0, 0, 0));
+    const QRectF area(toWidget({x, y}), toWidget({x + canvas->textWidth(mark), y - canvas->textHeight(mark)}));
+    return area.normalized().adjusted(-3, -3, 3, 3).toAlignedRect();
+}
+
+void Rixo::summarise(const kymatiko::Refraction& r) {
+    QStringList lines{QStringLiteral("Waves at the boundary: index n = %1, incidence %2°, %3.")
+                          .arg(fmt(index(), "0.00"), fmt(incidenceDegrees(), "0"),
+                               r.totalReflection ? QStringLiteral("total reflection")
+                                                 : QStringLiteral("refraction ") + fmt(kymatiko::degrees(r.refraction), "0.00") + "°")};
+    lines << texts::energyLines(r, index());
+    canvas->setSummary(lines.join(QLatin1Char('\n')));
 }
 
 void Rixo::writePanelFigures() {
@@ -178,7 +223,11 @@ void Rixo::DrawRaysAtBoundary() {
     drawMedia();
     const kymatiko::Refraction r = refraction();
     drawRays(r);
-    printNotes({texts::speedsLine(index()), texts::anglesPanel(incidenceDegrees(), r)});
+    QRegion keepClear = drawBrewsterMark();
+    keepClear += printNotes(QStringList{texts::speedsLine(index()), texts::anglesPanel(incidenceDegrees(), r)}
+                            << texts::energyLines(r, index()));
+    moving->setKeepClear(keepClear);
+    summarise(r);
     writePanelFigures();
     pulse_ = 0;
     moving->setLayer(1, {});
@@ -196,8 +245,12 @@ void Rixo::drawRayPicture() {
     if (const auto c = kymatiko::criticalAngleDegrees(index()))
         notes << texts::criticalAngle(texts::CriticalWording::RayPicture, *c);
     notes << texts::reflectedShare(texts::ShareWording::Plain, s.reflected)
-          << texts::refractedShare(texts::ShareWording::Plain, s.refracted) << texts::anglesWaves(incidenceDegrees(), r);
-    printNotes(notes);
+          << texts::refractedShare(texts::ShareWording::Plain, s.refracted) << texts::anglesWaves(incidenceDegrees(), r)
+          << texts::energyLines(r, index());
+    QRegion keepClear = drawBrewsterMark();
+    keepClear += printNotes(notes);
+    moving->setKeepClear(keepClear);
+    summarise(r);
     moving->clearAll();
 }
 
@@ -215,7 +268,9 @@ void Rixo::drawStraightRay() {
     canvas->setDrawWidth(2);
     canvas->line(from.x, from.y, to.x, to.y, kIncident);
     canvas->setDrawWidth(1);
-    printNotes({texts::rayPictureAngles(incidenceDegrees(), kymatiko::refract(kymatiko::radians(incidenceDegrees()), 1.0))});
+    const kymatiko::Refraction straight = kymatiko::refract(kymatiko::radians(incidenceDegrees()), 1.0);
+    moving->setKeepClear(printNotes({texts::rayPictureAngles(incidenceDegrees(), straight)}));
+    canvas->setSummary(QStringLiteral("The ray straight on through the boundary, incidence %1°.").arg(fmt(incidenceDegrees(), "0")));
     moving->clearAll();
 }
 

@@ -86,7 +86,14 @@ private:
     void applyField();
     void drawMedia();
     void drawRays(const kymatiko::Refraction& r);
-    void printNotes(const QStringList& notes);
+    // Prints the notes in the bottom left corner; returns where they stand
+    // (widget coordinates), which the moving fronts keep clear of.
+    QRect printNotes(const QStringList& notes);
+    // Brewster's direction in the upper medium, a short dashed line from the
+    // point of incidence with its mark; returns where the mark stands.
+    QRect drawBrewsterMark();
+    // The figure in words for screen readers, after each picture.
+    void summarise(const kymatiko::Refraction& r);
     void writePanelFigures();
     void updateFronts();
     void updatePulse();

@@ -82,6 +82,9 @@ Rixotext::Rixotext() {
     Label3->setWordWrap(false);
     Label3->setBuddy(reflected);
     newtonText = makeLabel("newtonText");
+    energyS = makeLabel("energyS");
+    energyP = makeLabel("energyP");
+    brewster = makeLabel("brewster");
 
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(16);
@@ -108,6 +111,9 @@ Rixotext::Rixotext() {
     figures->addWidget(Label7, 0, 1);
     figures->addWidget(Label5, 1, 0);
     figures->addWidget(Label4, 1, 1);
+    figures->addWidget(energyS, 2, 0);
+    figures->addWidget(energyP, 2, 1);
+    figures->addWidget(brewster, 3, 0, 1, 2);
     auto* waveRow = new QHBoxLayout;
     waveRow->addWidget(reflected);
     waveRow->addWidget(Label3);
@@ -178,6 +184,31 @@ void Rixotext::redrawCorpuscles() {
 
 void Rixotext::setIndex(double n) {
     if (!std::isfinite(n) || n <= 0.0) return;
+    if (n != 1.0) sameSpeeds_ = false;
+    useIndex(n);
+}
+
+void Rixotext::setSameSpeeds(bool same) {
+    if (same == sameSpeeds_) {
+        valuesChanged(wording_);
+        return;
+    }
+    sameSpeeds_ = same;
+    if (same) bendingIndex_ = index_;
+    useIndex(same ? 1.0 : bendingIndex_);
+}
+
+void Rixotext::setBendingIndex(double n) {
+    if (!std::isfinite(n) || n <= 0.0) return;
+    if (!sameSpeeds_) {
+        setIndex(n);
+        return;
+    }
+    bendingIndex_ = n;
+    valuesChanged(wording_);
+}
+
+void Rixotext::useIndex(double n) {
     index_ = n;
     {
         // The bar follows without running its handler, which would round
@@ -221,10 +252,20 @@ void Rixotext::showFigures(const FigureWording& wording) {
     setLabel(Label4, texts::refractedShare(wording.shares, s.refracted));
     setLabel(Label1, wording.oneBlankBeforeRefraction ? texts::anglesWaves(incidenceDegrees(), r)
                                                       : texts::anglesPanel(incidenceDegrees(), r));
+    const QStringList energy = texts::energyLines(r, n);
+    setLabel(energyS, energy.value(0));
+    setLabel(energyP, energy.value(1));
+    setLabel(brewster, energy.value(2));
+    // A screen reader hears the figures in the order they stand.
+    QStringList summary;
+    for (const QLabel* l : {Label2, Label1, Label6, Label5, Label4, energyS, energyP, brewster})
+        if (!l->isHidden()) summary << l->text();
+    setAccessibleDescription(summary.join(QLatin1Char('\n')));
 }
 
 void Rixotext::n1overn2_Change() {
     index_ = n1overn2->value() / 100.0;
+    if (index_ != 1.0) sameSpeeds_ = false;  // the pupil gave the media different speeds
     FigureWording wording = wording_;
     wording.critical = texts::CriticalWording::Panel;
     valuesChanged(wording);

@@ -49,6 +49,11 @@ public:
     QLabel* Label1;            // the angles
     QLabel* Label2;            // the ratio
     QLabel* Label3;            // "REFLECTED WAVE ANAKΛΩMENO KYMA"
+    // Beside the amplitude figures of Label5 and Label4, which do not add up
+    // to 100: how the energy divides, for s and p light, and Brewster's angle.
+    QLabel* energyS;
+    QLabel* energyP;
+    QLabel* brewster;
     QLabel* newtonText;        // Newton's value
     QLabel* newtonCaption;     // caption of Newton's scroll bar
 
@@ -61,9 +66,23 @@ public:
     kymatiko::Refraction refraction() const;
 
     // Changes of the index or the angle from the other screens: the panel's
-    // figures and every interpretation picture follow at once.
+    // figures and every interpretation picture follow at once. A new index
+    // other than 1 gives the media different speeds, so it ends "the same
+    // speed in both media" below.
     void setIndex(double n);
     void setIncidence(int degrees);
+
+    // "The same speed in both media" (IDIA V): while it holds the index in
+    // use is 1 and the ray goes straight on. The index the speeds had is
+    // kept and is in use again once the speeds differ (METAVOLH V).
+    bool sameSpeeds() const { return sameSpeeds_; }
+    void setSameSpeeds(bool same);
+    // The index for when the speeds differ: the one in use, or the one kept
+    // while the speeds are the same.
+    double bendingIndex() const { return sameSpeeds_ ? bendingIndex_ : index_; }
+    // A typed index for the second medium: in use at once, or, while the
+    // speeds are the same, kept for when they differ.
+    void setBendingIndex(double n);
 
     // Writes every figure of the panel — the ratio, the critical angle, the
     // reflected and refracted shares and the angles — from the one index
@@ -95,6 +114,11 @@ private:
     // then the panel writes its figures in its own wording.
     void valuesChanged(const FigureWording& wording);
 
+    // Puts an index in use: the bar follows and every window draws again.
+    void useIndex(double n);
+
     double index_ = 1.5;
+    bool sameSpeeds_ = false;
+    double bendingIndex_ = 1.5;
     FigureWording wording_;
 };

@@ -12,6 +12,7 @@
 #include "history/data_pairs.h"
 #include "history/historical_tables.h"
 #include "history/refraction_laws.h"
+#include "models/energy_shares.h"
 #include "models/fermat.h"
 #include "models/kymatiko.h"
 #include "semicircle/bench_experiments.h"
@@ -108,6 +109,25 @@ private slots:
         STATES("ptolemy_instrument.md", fmt(*ptolemy::expectedAirAngle(20), "0.0") + QStringLiteral("°"));
         STATES("ptolemy_instrument.md", fmt(*ptolemy::expectedAirAngle(40), "0.0") + QStringLiteral("°"));
         STATES("ptolemy_instrument.md", fmt(ptolemy::guardWaterAngle(88).angle, "0") + QStringLiteral("°"));
+        // The body bar's ends as the page reads them, and the widest bar values
+        // at which the body still hides a target of the smallest and largest size,
+        // found by walking the bar as a pupil would.
+        STATES("ptolemy_instrument.md", QStringLiteral("**−") + fmt(-ptolemy::bodyDisplacement(-200), "0.00") + "°**");
+        STATES("ptolemy_instrument.md", QStringLiteral("**+") + fmt(ptolemy::bodyDisplacement(300), "0.00") + "°**");
+        const auto lastCovering = [](double targetAngle) {
+            int last = 0;
+            for (int value = 0; value <= 300; ++value) {
+                const auto view = ptolemy::sightView(20, ptolemy::airBodyAngle(20, value, targetAngle), targetAngle);
+                if (!view || !view->covered) break;
+                last = value;
+            }
+            return last;
+        };
+        const int small = lastCovering(0.5);
+        const int large = lastCovering(10.0);
+        STATES("ptolemy_instrument.md", QStringLiteral("−") + QString::number(small) + " to " + QString::number(small));
+        STATES("ptolemy_instrument.md", QStringLiteral("±") + fmt(ptolemy::bodyDisplacement(small), "0.00") + "°");
+        STATES("ptolemy_instrument.md", QStringLiteral("±") + fmt(ptolemy::bodyDisplacement(large), "0.00") + "°");
 
         const auto& water = ptolemy_fit::waterSet();
         const auto snell = ptolemy_fit::snellRefraction(water);
@@ -141,6 +161,12 @@ private slots:
         STATES("wave_panel.md", fmt(shares(fresnel(refract(radians(80), 1.5), 1.5)).reflected, "0.00") + QStringLiteral(" %"));
         STATES("wave_panel.md", fmt(*kymatiko::criticalAngleDegrees(1 / 1.5), "0.00") + QStringLiteral("°"));
         STATES("wave_screen.md", fmt(degrees(at40.refraction), "0.0") + QStringLiteral("°"));
+        const EnergyShares e = *energyShares(at40, 1.5);
+        STATES("wave_panel.md", fmt(100 * e.reflectedS, "0.00") + QStringLiteral(" %"));
+        STATES("wave_screen.md", fmt(100 * e.reflectedS, "0.00") + QStringLiteral(" %"));
+        STATES("wave_panel.md", fmt(*brewsterAngleDegrees(1.5), "0.00") + QStringLiteral("°"));
+        STATES("wave_panel.md", fmt(100 * e.reflectedP, "0.00") + QStringLiteral(" %"));
+        STATES("wave_screen.md", fmt(100 * e.transmittedS, "0.00") + QStringLiteral(" %"));
 
         // Least time between bodies 300 units apart across the boundary.
         const kymatiko::Point a{100, 100}, c{400, 400};

@@ -56,6 +56,13 @@ if grep -rq 'localhost' "$doc/copyright" "$metainfo"; then fail "a maintainer ad
 for picture in $(grep -o 'screenshots/[a-z_]*\.png' "$doc/README.md"); do
   [ -s "$doc/$picture" ] || fail "the guide shows a missing $picture"
 done
+# The AppStream record shows the guide's own pictures (their sizes are left
+# out: the pictures are rendered anew with each build).
+shown="$(grep -o '<image type="source">[^<]*</image>' "$metainfo" | grep -o 'screenshots/[a-z_]*\.png')"
+[ -n "$shown" ] || fail "AppStream shows no picture"
+for picture in $shown; do
+  [ -s "$doc/$picture" ] || fail "AppStream shows a missing $picture"
+done
 echo "install layout: ok"
 
 if [ "${2:-}" = package ]; then

@@ -38,8 +38,15 @@ QString disagreement(const Screens& s, double n, int a) {
         wrong << "panel reflected: " + s.panel.Label5->text();
     if (!s.panel.Label4->text().endsWith(fmt(shares.refracted, "0.00")))
         wrong << "panel refracted: " + s.panel.Label4->text();
-    // The wave picture prints the index and the angles it was drawn with.
+    // The energy lines beside them, on the panel and on the wave picture.
+    const QStringList energy = texts::energyLines(r, n);
     const QStringList printed = s.rixo.canvas->printedTexts();
+    if (energy.size() != 3 || s.panel.energyS->text() != energy[0] || s.panel.energyP->text() != energy[1] ||
+        s.panel.brewster->text() != energy[2])
+        wrong << "panel energy: " + s.panel.energyS->text();
+    for (const QString& e : energy)
+        if (!printed.contains(e)) wrong << "wave picture energy: " + e;
+    // The wave picture prints the index and the angles it was drawn with.
     if (!printed.contains(texts::speedsLine(n))) wrong << "wave picture: " + printed.join(" | ");
     if (!printed.join(' ').contains(refraction)) wrong << "wave picture angle: " + printed.join(" | ");
     // The corpuscles leave along the same refraction angle.
@@ -93,6 +100,52 @@ private slots:
         s.rixo.TIMERSTART_Click();
         s.panel.n1overn2->setValue(133);
         QCOMPARE(disagreement(s, 1.33, 29), QString());
+    }
+
+    // IDIA V (the same speed in both media) and the other windows never
+    // contradict each other: a c= menu, the wave screen's typed index or the
+    // panel's bar gives the media different speeds, so the check moves to
+    // METAVOLH V with the ray they bend; METAVOLH V brings back the index
+    // the speeds had last. The screen's own typed index waits under IDIA V.
+    void sameSpeedsHoldUntilTheSpeedsChange() {
+        ScreenTestScope scope;
+        Screens s = openFromMenu();
+        s.rixo.epiloges_Click();
+        Epiloges& e = form<Epiloges>();
+        auto checkedSame = [&e](bool same) {
+            return e.samev->isChecked() == same && e.changev->isChecked() == !same &&
+                   e.summary->text().contains(same ? QStringLiteral("IDIA V") : QStringLiteral("METAVOLH V"));
+        };
+        e.samev_Click();
+        QCOMPARE(disagreement(s, 1.0, 30), QString());
+        QVERIFY(checkedSame(true));
+        s.rixo.okitis2_Click();  // c=2
+        QCOMPARE(disagreement(s, 2.0, 30), QString());
+        QVERIFY(checkedSame(false));
+        e.samev_Click();
+        e.changev_Click();  // the speeds of c=2 again, not those before IDIA V
+        QCOMPARE(disagreement(s, 2.0, 30), QString());
+        // c=1 is the same speed: IDIA V stands, and METAVOLH V still knows c=2.
+        e.samev_Click();
+        s.rixo.okitis1_Click();
+        QVERIFY(checkedSame(true));
+        scope.dialogs().answers.push_back(QStringLiteral("1.33"));
+        e.deiktisdia_Click();
+        QCOMPARE(disagreement(s, 1.0, 29), QString());
+        QVERIFY(checkedSame(true));
+        e.changev_Click();
+        QCOMPARE(disagreement(s, 1.33, 29), QString());
+        QVERIFY(checkedSame(false));
+        // The panel's bar and the wave screen's own question end IDIA V alike.
+        e.samev_Click();
+        s.panel.n1overn2->setValue(120);
+        QCOMPARE(disagreement(s, 1.2, 29), QString());
+        QVERIFY(checkedSame(false));
+        e.samev_Click();
+        scope.dialogs().answers.push_back(QStringLiteral("1,6"));
+        s.rixo.deiktis_Click();
+        QCOMPARE(disagreement(s, 1.6, 29), QString());
+        QVERIFY(checkedSame(false));
     }
 
     // FERMAT'S PRINCIPLE shows its instruction and keeps it through the
