@@ -42,13 +42,42 @@ QScrollBar* createScrollBar(const ScrollBarSettings& settings) {
     return bar;
 }
 
+namespace {
+
+// Holds how a bar's value is said, so that it can be said again when
+// something else the text depends on has changed.
+class ValueDescription : public QObject {
+public:
+    ValueDescription(QScrollBar& bar, std::function<QString(int value)> shown)
+        : QObject(&bar), bar_(bar), shown_(std::move(shown)) {
+        setObjectName(QStringLiteral("valueDescription"));
+        connect(&bar, &QScrollBar::valueChanged, this, [this](int) { refresh(); });
+        refresh();
+    }
+    void refresh() {
+        const QString text = shown_(bar_.value());
+        if (text != bar_.accessibleDescription()) bar_.setAccessibleDescription(text);
+    }
+
+private:
+    QScrollBar& bar_;
+    std::function<QString(int value)> shown_;
+};
+
+ValueDescription* descriptionOf(QScrollBar& bar) {
+    return dynamic_cast<ValueDescription*>(
+        bar.findChild<QObject*>(QStringLiteral("valueDescription"), Qt::FindDirectChildrenOnly));
+}
+
+}  // namespace
+
 void describeValue(QScrollBar& bar, std::function<QString(int value)> shown) {
     if (!shown) return;
     // One description per bar: a later call replaces the earlier one.
-    if (auto* old = bar.findChild<QObject*>(QStringLiteral("valueDescription"), Qt::FindDirectChildrenOnly)) delete old;
-    auto* updater = new QObject(&bar);
-    updater->setObjectName(QStringLiteral("valueDescription"));
-    QObject::connect(&bar, &QScrollBar::valueChanged, updater,
-                     [&bar, shown](int value) { bar.setAccessibleDescription(shown(value)); });
-    bar.setAccessibleDescription(shown(bar.value()));
+    delete descriptionOf(bar);
+    new ValueDescription(bar, std::move(shown));
+}
+
+void refreshValueDescription(QScrollBar& bar) {
+    if (ValueDescription* d = descriptionOf(bar)) d->refresh();
 }

@@ -29,3 +29,8 @@ QScrollBar* createScrollBar(const ScrollBarSettings& settings);
 // shows it ("xc = 0.40", "n = 1.50") rather than the bar's inner whole
 // number. Until a screen says how, the description is that number.
 void describeValue(QScrollBar& bar, std::function<QString(int value)> shown);
+
+// Says the bar's value again, for a bar whose shown value also depends on
+// other controls (the body in air of Ptolemy's instrument stands where the
+// angle in water puts it).
+void refreshValueDescription(QScrollBar& bar);

@@ -6,9 +6,11 @@
 #include "analysis/graph_screens.h"
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/alhaytham_texts.h"
+#include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
 #include "app/forms.h"
 #include "app/program_exit.h"
+#include "app/scroll_bars.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
@@ -43,6 +45,13 @@ void showAlHaythamRules(bool rule5Violated, bool rule6Violated) {
     page.setFontSize(8.0);
     PrintAlHaythamRules(page, rule5Violated, rule6Violated);
     page.setFontSize(size);
+    auto state = [](bool broken, const char* colour) {
+        return broken ? QStringLiteral("broken by the index on the check screen, printed in ") + QLatin1String(colour)
+                      : QStringLiteral("kept, printed in black");
+    };
+    page.setSummary(QStringLiteral("Al Haytham's eight rules of refraction, one a line (rule (2) printed twice). Rule (5): "
+                                   "%1. Rule (6): %2.")
+                        .arg(state(rule5Violated, "red"), state(rule6Violated, "magenta")));
 }
 
 Alhazencheck::Alhazencheck() {
@@ -78,6 +87,8 @@ Alhazencheck::Alhazencheck() {
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(canvas, 1);
     layout->addWidget(sidePanel);
+
+    describeValue(*timidikti, [](int value) { return QStringLiteral("n = ") + fmt(value / 100.0, "0.00"); });
 
     setTabOrder(timidikti, Command1);
     setTabOrder(Command1, Command2);
@@ -134,7 +145,8 @@ void Alhazencheck::CheckAlHaythamRules(double n) {
     // While a rule is broken the curves are drawn dotted, so that the
     // pupil sees where along the incidence it happens.
     c.setDrawWidth(2);
-    for (const alhaytham::CheckStep& s : alhaytham::checkSteps(n)) {
+    const std::vector<alhaytham::CheckStep> steps = alhaytham::checkSteps(n);
+    for (const alhaytham::CheckStep& s : steps) {
         c.line(deg(s.i1), deg(s.r1), deg(s.i2), deg(s.r2), kRed);
         const int reprints = flags_.take(s);
         for (int k = 0; k < reprints; ++k) reprintRules();
@@ -159,4 +171,5 @@ void Alhazencheck::CheckAlHaythamRules(double n) {
     printAt(c, 71, 13, QStringLiteral("(INCIDENCE + DEVIATION πρόσπτωσης+απόκλισης)/2"));
     c.setDrawWidth(1);
     printAt(c, 2, 97, QStringLiteral("n =") + fmt(n, "0.00"));
+    c.setSummary(apparatus::alHaythamCheckSummary(n, steps));
 }

@@ -8,10 +8,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
 #include "apparatus/ptolemy_geometry.h"
 #include "app/dialogs.h"
 #include "app/forms.h"
+#include "app/scroll_bars.h"
 #include "app/window_placement.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
@@ -122,6 +124,18 @@ Ptolemaios::Ptolemaios() {
     layout->setContentsMargins(6, 6, 6, 6);
     layout->addWidget(host, 1);
     layout->addLayout(grid);
+
+    // A screen reader hears each bar's value as the screen shows it.
+    describeValue(*goniaprosptosis, [](int value) {
+        return QStringLiteral("angle in water = ") + fmt(guardWaterAngle(value).angle, "0") + QStringLiteral("°");
+    });
+    describeValue(*metatopisipar, [this](int value) {
+        const double target = targetAngleOf(dgonia);
+        const double air = airBodyAngle(guardWaterAngle(goniaprosptosis->value()).angle, value, target);
+        return QStringLiteral("body in air = ") + fmt(air - target / 2.0, "0.00") + QStringLiteral("° to ") +
+               fmt(air + target / 2.0, "0.00") + QStringLiteral("°");
+    });
+    describeValue(*dgonia, [](int value) { return QStringLiteral("target's angle = ") + fmt(value / 2.0, "0.0") + "°"; });
 
     setTabOrder(goniaprosptosis, Command1);
     setTabOrder(Command1, metatopisipar);
@@ -240,6 +254,11 @@ void Ptolemaios::DrawPtolemyApparatus() {
     drawSightView(w, air, targetAngle);
     canvas->setForeColor(kBlack);
     drawDisc();  // the rim stays on top of the bodies
+    canvas->setSummary(apparatus::ptolemyInstrumentSummary(
+        {goniaprosptosis->value(), w, expected, air, targetAngle, covered_}));
+    form<Emfanisi>().canvas->setSummary(apparatus::ptolemySightSummary(sight));
+    // The body in air follows the angle in water and the target's size.
+    refreshValueDescription(*metatopisipar);
 
     if (goniaprosptosis->value() != w) {
         // The bar shows the angle drawn; its own handler need not draw again.

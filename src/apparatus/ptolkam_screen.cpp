@@ -5,6 +5,7 @@
 
 #include <cmath>
 
+#include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
 #include "app/dialogs.h"
 #include "app/forms.h"
@@ -184,6 +185,7 @@ void Ptolkam::standardAdjustment() {
     drawCurves(set, set.refraction,
                {QStringLiteral("ANALOGY Σχέση αναλογίας"), QStringLiteral("  PTOLEMY'S MANIPULATION Προσαρμογή Πτολεμαίου"),
                 QStringLiteral("EXPECTED VALUES Πραγματικές τιμές")});
+    canvas->setSummary(apparatus::ptolemyFittingSummary(set, set.refraction, std::nullopt));
 }
 
 void Ptolkam::alternativeAdjustment() {
@@ -202,6 +204,7 @@ void Ptolkam::alternativeAdjustment() {
                {QStringLiteral(" ANALOGY Σχέση αναλογίας"), QStringLiteral("    PTOLEMY'S MANIPULATION Προσαρμογή Πτολεμαίου"),
                 QStringLiteral("  EXPECTGED  VALUES Πραγματικές τιμές")});
     printTable(set, adjusted);
+    canvas->setSummary(apparatus::ptolemyFittingSummary(set, adjusted, answer.k));
 }
 
 void Ptolkam::drawCurves(const DataSet& set, const std::vector<double>& values, const Legend& legend) {

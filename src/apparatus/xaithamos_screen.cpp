@@ -8,8 +8,10 @@
 #include "analysis/graph_screens.h"
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/alhaytham_texts.h"
+#include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
 #include "app/forms.h"
+#include "app/scroll_bars.h"
 #include "app/window_placement.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
@@ -84,6 +86,11 @@ Xaithamos::Xaithamos() {
     layout->addLayout(top, 1);
     layout->addWidget(Label1);
     layout->addWidget(strefo);
+
+    describeValue(*strefo, [](int value) { return QStringLiteral("incidence = ") + fmt(value, "0") + QStringLiteral("°"); });
+    describeValue(*timiepi, [](int value) {
+        return QStringLiteral("stylus = ") + fmt(value / 10.0, "0.0") + QStringLiteral(" of the radius");
+    });
 
     setTabOrder(strefo, Option1);
     setTabOrder(Option1, Option2);
@@ -210,6 +217,8 @@ void Xaithamos::DrawAlHaythamApparatus() {
     canvas->setCurrentX(-195);
     canvas->setCurrentY(195);
     canvas->print(QStringLiteral("i = ") + fmt(incidence, "0") + QStringLiteral("°   r = ") + fmt(refraction, "0.0") + "°");
+    canvas->setSummary(apparatus::alHaythamInstrumentSummary(
+        incidence, refraction, Option2->isChecked() ? std::optional<double>(timiepi->value() / 10.0) : std::nullopt));
 }
 
 void Xaithamos::svise_Click() {

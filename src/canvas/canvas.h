@@ -160,6 +160,9 @@ public:
     // The screen that draws sets a short summary of what the figure shows
     // after each drawing; cls() forgets it with the printed texts.
     void setSummary(const QString& summary);
+    // Adds a sentence to the summary, for what is drawn over the figure
+    // afterwards (a law laid over the data).
+    void addToSummary(const QString& sentence);
     const QString& summary() const { return summary_; }
     // The accessible description: the summary, then the newest printed
     // texts, one per line.

@@ -49,6 +49,11 @@ void Canvas::setSummary(const QString& summary) {
     descriptionChanged();
 }
 
+void Canvas::addToSummary(const QString& sentence) {
+    if (sentence.isEmpty()) return;
+    setSummary(summary_.isEmpty() ? sentence : summary_ + QLatin1Char('\n') + sentence);
+}
+
 QString Canvas::description() const {
     QStringList parts;
     if (!summary_.isEmpty()) parts << summary_;

@@ -30,8 +30,12 @@ double labelPoints(const Canvas& c) { return std::clamp(kLabelPoints * c.width()
 
 // The laws are drawn in the angle graph's coordinates; anything else on
 // the graph screen (an instrument's diagram) is replaced by the data first.
+// On a small window the graph widens its scale beyond −5 … 110 to keep its
+// axis labels on the canvas; the diagram of Ptolemy's instrument spans
+// ±140 or more.
 bool showsAngleGraph(const Canvas& canvas) {
-    return canvas.scaleLeft() == -5.0 && canvas.scaleLeft() + canvas.scaleWidth() == 110.0;
+    const double left = canvas.scaleLeft(), right = left + canvas.scaleWidth();
+    return left <= -5.0 && left > -100.0 && right >= 110.0 && right < 250.0;
 }
 
 void printAt(Canvas& c, double x, double y, const QString& text) {
@@ -86,16 +90,33 @@ void Inpdat::Kepler_Click() {
                 76.0, labelPoints(c));
     c.setFontBold(false);
     c.setForeColor(Qt::black);
-    lawDrawn(QStringLiteral("Kepler's model  Μοντέλο Kepler: r = ") + fmt(k, "0.00") + QStringLiteral("·i"));
+    lawDrawn(QStringLiteral("Kepler's model  Μοντέλο Kepler: r = ") + fmt(k, "0.00") + QStringLiteral("·i"),
+             QStringLiteral("Kepler's model, k = %1: the red line r = k·i from (0°, 0°) to (100°, %2°), fitted to "
+                            "the %3 pairs below 45°.")
+                 .arg(fmt(k, "0.00"), fmt(100 * k, "0.0"))
+                 .arg(model.runLength));
 }
 
-void Inpdat::lawDrawn(const QString& law) {
+void Inpdat::lawDrawn(const QString& law, const QString& spoken) {
     if (lastAnalysis_) lastAnalysis_->laws.append(law);
+    form<Incref>().canvas->addToSummary(QStringLiteral("Laid over the data: ") + spoken);
 }
 
 namespace {
 
 QString snellLaw(double index) { return QStringLiteral("Snell's law  Νόμος του Snell: n = ") + fmt(index, "0.00"); }
+
+// Where the curve runs, in words: it stops at the critical angle when the
+// light leaves the denser medium.
+QString spokenSnell(double index, bool leavesDenserMedium) {
+    const auto curve = history::snellCurve(index, leavesDenserMedium);
+    QString text = QStringLiteral("Snell's law, n = ") + fmt(index, "0.000");
+    if (curve.size() < 2) return text + QLatin1Char('.');
+    return text + QStringLiteral(": the curve from incidence %1° to %2°, where the refraction angle is %3°%4.")
+                      .arg(fmt(curve.front().incidence, "0"), fmt(curve.back().incidence, "0"),
+                           fmt(curve.back().refraction, "0.0"),
+                           leavesDenserMedium ? QStringLiteral("; it stops at the critical angle") : QString());
+}
 
 void drawSnell(Canvas& c, double index, bool leavesDenserMedium) {
     const auto curve = history::snellCurve(index, leavesDenserMedium);
@@ -126,7 +147,7 @@ void Inpdat::Snell_1_Click() {
     const bool leaving = witeloChecked();
     const double index = leaving ? 1.0 / module1().dataIndex : module1().dataIndex;
     drawSnell(*form<Incref>().canvas, index, leaving);
-    lawDrawn(snellLaw(index));
+    lawDrawn(snellLaw(index), spokenSnell(index, leaving));
 }
 
 void Inpdat::Snell_2_Click() {
@@ -134,7 +155,7 @@ void Inpdat::Snell_2_Click() {
     if (!index) return;
     if (!redrawDataIfAsked()) return;
     drawSnell(*form<Incref>().canvas, *index, witeloChecked());
-    lawDrawn(snellLaw(*index));
+    lawDrawn(snellLaw(*index), spokenSnell(*index, witeloChecked()));
 }
 
 void Inpdat::empirikos_Click() { hideAnalysisText(); }
@@ -165,7 +186,8 @@ void Inpdat::toentrito() {
     printAt(c, 40, 50, greek);
     c.setFontBold(false);
     c.setForeColor(Qt::black);
-    lawDrawn(label);
+    lawDrawn(label, QStringLiteral("refraction = 2/3 incidence: the line from (0°, 0°) to (100°, %1°).")
+                        .arg(fmt(200.0 / 3.0, "0.0")));
 }
 
 void Inpdat::toendeytero() {
@@ -184,7 +206,7 @@ void Inpdat::toendeytero() {
     printFitted(c, 60, 1.5 * 60 - 2, label, 49.0, labelPoints(c));
     c.setFontBold(false);
     c.setForeColor(Qt::black);
-    lawDrawn(label);
+    lawDrawn(label, QStringLiteral("refraction = 3/2 incidence: the line from (0°, 0°) to (100°, 150°)."));
 }
 
 void Inpdat::toentrito1_Click() { toentrito(); }

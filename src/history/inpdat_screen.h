@@ -179,8 +179,9 @@ private:
     // The index the pupil types; none on Cancel or (after a message) a bad one.
     std::optional<double> askIndex(const QString& prompt);
     void printFileLines(const QStringList& lines, const std::vector<QColor>& colours);
-    // Notes a law drawn over the last analysis, for the report.
-    void lawDrawn(const QString& law);
+    // Notes a law drawn over the last analysis, for the report, and tells
+    // the graph's summary what was laid over the data (in plain words).
+    void lawDrawn(const QString& law, const QString& spoken);
 
     QColor drawingColour_{Qt::black};
     std::optional<Analysed> lastAnalysis_;

@@ -4,6 +4,7 @@
 
 #include "app/dialogs.h"
 #include "app/forms.h"
+#include "models/model_summaries.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
@@ -46,6 +47,7 @@ void Somata::drawTrackPicture() {
             else canvas->line(p[k - 1].x + dx, p[k - 1].y, p[k].x + dx, p[k].y, kTrackColour);
         }
     }
+    canvas->setSummary(spoken::corpuscles(model_, trackValues_.incidence, trackValues_.n, track_));
     Rixotext& panel = form<Rixotext>();
     if (model_ == kymatiko::CorpuscleModel::Descartes) {
         panel.Label7->hide();

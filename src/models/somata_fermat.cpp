@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "app/forms.h"
+#include "models/model_summaries.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
@@ -28,10 +29,11 @@ void Somata::setBodyCentre(Body body, kymatiko::Point p) {
     placeBodies();
 }
 
-kymatiko::Speeds Somata::speeds() const {
-    return kymatiko::speedsFor(descartes->isChecked() ? kymatiko::SpeedLaw::Descartes : kymatiko::SpeedLaw::Fermat,
-                               readPanel().n);
+kymatiko::SpeedLaw Somata::lawOfSpeeds() const {
+    return descartes->isChecked() ? kymatiko::SpeedLaw::Descartes : kymatiko::SpeedLaw::Fermat;
 }
+
+kymatiko::Speeds Somata::speeds() const { return kymatiko::speedsFor(lawOfSpeeds(), readPanel().n); }
 
 void Somata::showBodies(bool visible) {
     for (ShapeWidget* b : {fermat1, fermat2, fermat3}) b->setVisible(visible);
@@ -71,6 +73,10 @@ void Somata::showFermat() {
             bodies_[Blue] = {s.bestX / f.width, 0.5};
             drawFermatPicture(bodyCentre(Blue), kFermatPath);
             setFermatLabel(texts::leastTime(s.bestTime));
+            const kymatiko::Point a = bodyCentre(Magenta), b = bodyCentre(Blue), c = bodyCentre(Green);
+            canvas->setSummary(spoken::fermat({lawOfSpeeds(), readPanel().n, speeds(), a, b, c, f.boundary(),
+                                               kymatiko::PathKind::Refraction,
+                                               kymatiko::travelTime(a, b, c, f.boundary(), speeds()), s.bestTime}));
             return;
         }
         fermatView_ = FermatView::PictureOnly;  // nothing to search: the bodies as they stand
@@ -82,6 +88,8 @@ void Somata::showFermat() {
                           : kind == kymatiko::PathKind::Refraction ? kFermatPath
                                                                    : kPlainPath;
     drawFermatPicture(b, colour);
+    canvas->setSummary(
+        spoken::fermat({lawOfSpeeds(), readPanel().n, speeds(), a, b, c, f.boundary(), kind, t, std::nullopt}));
     switch (fermatView_) {
     case FermatView::Instruction: setFermatLabel(texts::fermatInstruction()); break;
     case FermatView::TravelTime: setFermatLabel(texts::fermatTime(kind, t.time, t.distance())); break;

@@ -35,6 +35,11 @@ Somata::Somata() {
          .largeChange = 20,
          .objectName = "fermatscr",
          .accessibleName = QStringLiteral("Blue body along the boundary  Το μπλε σώμα πάνω στη διαχωριστική επιφάνεια")});
+    describeValue(*fermatscr, [this](int value) {
+        return QStringLiteral("blue body at x = ") +
+               QString::number(qRound(field().width * value / fermatscr->maximum())) +
+               QStringLiteral(" of ") + QString::number(qRound(field().width));
+    });
     Label1 = new QLabel;
     Label1->setObjectName(QStringLiteral("Label1"));
     Label1->setWordWrap(true);

@@ -65,6 +65,7 @@ public:
     kymatiko::Point bodyCentre(Body body) const;
     void setBodyCentre(Body body, kymatiko::Point p);
     kymatiko::Speeds speeds() const;
+    kymatiko::SpeedLaw lawOfSpeeds() const;  // the law item checked
 
     // --- called by the control panel ------------------------------------------
     void panelChanged();

@@ -1,3 +1,4 @@
+#include <QKeyEvent>
 #include <QResizeEvent>
 
 #include <algorithm>
@@ -81,6 +82,9 @@ bool Hmiky::eventFilter(QObject* watched, QEvent* event) {
     if (watched == canvas && event->type() == QEvent::Resize && picture_) {
         const auto* resize = static_cast<QResizeEvent*>(event);
         if (resize->size() != resize->oldSize()) picture_();
+    } else if (watched == canvas && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (benchKey(key->key(), key->modifiers())) return true;
     }
     return QMainWindow::eventFilter(watched, event);
 }

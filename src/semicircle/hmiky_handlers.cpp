@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 
 #include "analysis/errors_screen.h"
@@ -168,6 +169,29 @@ void Hmiky::Form_MouseDown(double x, double y) {
         if (aimed) drawTrace(*aimed);
         else drawDirectionHint();
     });
+}
+
+bool Hmiky::benchKey(int key, Qt::KeyboardModifiers modifiers) {
+    if (modifiers & ~(Qt::ShiftModifier | Qt::KeypadModifier)) return false;
+    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
+        Form_MouseUp(markStartX, markStartY);
+        return true;
+    }
+    // Five units a press, or twenty-five with Shift; y grows upwards.
+    const double step = modifiers.testFlag(Qt::ShiftModifier) ? 25.0 : 5.0;
+    double dx = 0.0, dy = 0.0;
+    switch (key) {
+    case Qt::Key_Left: dx = -step; break;
+    case Qt::Key_Right: dx = step; break;
+    case Qt::Key_Up: dy = step; break;
+    case Qt::Key_Down: dy = -step; break;
+    default: return false;
+    }
+    const double left = canvas->scaleLeft(), right = left + canvas->scaleWidth();
+    const double top = canvas->scaleTop(), bottom = top + canvas->scaleHeight();
+    Form_MouseDown(std::clamp(double{markStartX} + dx, std::min(left, right), std::max(left, right)),
+                   std::clamp(double{markStartY} + dy, std::min(top, bottom), std::max(top, bottom)));
+    return true;
 }
 
 void Hmiky::Form_MouseUp(double x, double y) {

@@ -110,6 +110,11 @@ public:
     void fylaxe_Click();
     void Form_MouseDown(double x, double y);
     void Form_MouseUp(double x, double y);
+    // The keyboard's way to press the mouse on the focused bench: the
+    // arrows move the pressed point (Shift: further) and aim the ray from
+    // it as a press there does; Enter or Space lets go there. False when
+    // the key is not one of these.
+    bool benchKey(int key, Qt::KeyboardModifiers modifiers);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -1,5 +1,7 @@
 #include <QtTest>
 
+#include <algorithm>
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSlider>
@@ -10,6 +12,16 @@
 #include <QTextEdit>
 
 #include "analysis/graph_screens.h"
+#include "apparatus/alhaytham_screens.h"
+#include "apparatus/ptolemaios_screen.h"
+#include "apparatus/ptolemy_geometry.h"
+#include "apparatus/ptolkam_screen.h"
+#include "app/shared_state.h"
+#include "canvas/qt_format.h"
+#include "history/historical_tables.h"
+#include "history/refraction_laws.h"
+#include "models/rixo_screen.h"
+#include "models/somata_screen.h"
 #include "app/forms.h"
 #include "app/main_menu.h"
 #include "app/window_access.h"
@@ -23,6 +35,12 @@
 #include "test_support.h"
 
 namespace {
+
+QString said(const QWidget* w, QAccessible::Text t = QAccessible::Description) {
+    return QAccessible::queryAccessibleInterface(const_cast<QWidget*>(w))->text(t);
+}
+
+QString deg(double value, const char* pattern = "0.00") { return fmt(value, pattern) + QStringLiteral("°"); }
 
 QString describe(const QWidget* w) {
     return QStringLiteral("%1 '%2' in %3").arg(QString::fromLatin1(w->metaObject()->className()), w->objectName(),
@@ -135,6 +153,165 @@ private slots:
                      sine.contains(QLatin1String("Fitted line")) && sine.contains(QLatin1String("1.519")),
                  qPrintable(sine));
         QCOMPARE(QAccessible::queryAccessibleInterface(bench.canvas)->role(), QAccessible::Canvas);
+    }
+
+    // The instruments say their state in words, with the figures the
+    // picture is drawn from, and their bars say the values the screen shows;
+    // both follow every change.
+    void instrumentsSayWhatTheyShow() {
+        ScreenTestScope scope;
+        openPtolemyInstrument();
+        Ptolemaios& p = form<Ptolemaios>();
+        Canvas& sight = *form<Emfanisi>().canvas;
+        p.goniaprosptosis->setValue(40);
+        p.metatopisipar->setValue(100);
+        const double expected = *ptolemy::expectedAirAngle(40);
+        QString text = said(p.canvas);
+        QVERIFY2(text.startsWith(QLatin1String("Ptolemy's instrument")) && text.contains(deg(40, "0")) &&
+                     text.contains(deg(expected)) && text.contains(deg(expected + 1.0)) &&
+                     text.contains(QLatin1String("not aligned")),
+                 qPrintable(text));
+        QVERIFY2(said(&sight).contains(deg(1.0) + QStringLiteral(" below")), qPrintable(said(&sight)));
+        QCOMPARE(p.goniaprosptosis->accessibleDescription(), QStringLiteral("angle in water = 40°"));
+        const double half = p.dgonia->value() / 4.0;
+        QCOMPARE(p.metatopisipar->accessibleDescription(),
+                 QStringLiteral("body in air = %1° to %2°").arg(fmt(expected + 1 - half, "0.00"), fmt(expected + 1 + half, "0.00")));
+        p.metatopisipar->setValue(0);
+        QVERIFY(p.lastCovered());
+        QVERIFY2(said(p.canvas).contains(QLatin1String("Z, E and H are aligned")) &&
+                     said(&sight).contains(QLatin1String("aligned")),
+                 qPrintable(said(p.canvas)));
+        // The angle in water moves the body in air: its bar says so too.
+        p.goniaprosptosis->setValue(20);
+        QVERIFY(p.metatopisipar->accessibleDescription().contains(fmt(*ptolemy::expectedAirAngle(20) - half, "0.00")));
+        // Beyond the critical angle the lowered angle is told.
+        p.goniaprosptosis->setValue(88);
+        const int lowered = ptolemy::guardWaterAngle(88).angle;
+        QVERIFY2(said(p.canvas).contains(QStringLiteral("lowered from 88° to %1").arg(deg(lowered, "0"))),
+                 qPrintable(said(p.canvas)));
+        QCOMPARE(p.goniaprosptosis->accessibleDescription(), QStringLiteral("angle in water = %1°").arg(lowered));
+        p.dgonia->setValue(7);
+        QCOMPARE(p.dgonia->accessibleDescription(), QStringLiteral("target's angle = 3.5°"));
+
+        openAlHaythamInstrument();
+        Xaithamos& x = form<Xaithamos>();
+        x.strefo->setValue(50);
+        text = said(x.canvas);
+        QVERIFY2(text.contains(QStringLiteral("incidence 50°, refraction ") + deg(alhaytham::refractionInWaterDegrees(50), "0.0")) &&
+                     text.contains(QLatin1String("ruler is hidden")),
+                 qPrintable(text));
+        QCOMPARE(x.strefo->accessibleDescription(), QStringLiteral("incidence = 50°"));
+        x.Option2->setChecked(true);  // toggled, as a screen reader does
+        x.timiepi->setValue(7);
+        QVERIFY2(said(x.canvas).contains(QLatin1String("stylus stands at 0.7 of the radius")), qPrintable(said(x.canvas)));
+        QCOMPARE(x.timiepi->accessibleDescription(), QStringLiteral("stylus = 0.7 of the radius"));
+
+        x.svise_Click();
+        Alhazencheck& check = form<Alhazencheck>();
+        for (int value : {200, 50, 100}) {
+            check.timidikti->setValue(value);
+            const double n = value / 100.0;
+            const auto steps = alhaytham::checkSteps(n);
+            text = said(check.canvas);
+            QCOMPARE(check.timidikti->accessibleDescription(), QStringLiteral("n = ") + fmt(n, "0.00"));
+            QVERIFY2(text.contains(QStringLiteral("n = ") + fmt(n, "0.00")) &&
+                         text.contains(QStringLiteral("to ") + deg(steps.back().incidenceDegrees + 1, "0")),
+                     qPrintable(text));
+            const auto broken5 = std::find_if(steps.begin(), steps.end(), [](const auto& s) { return s.rule5Violated; });
+            if (broken5 != steps.end())
+                QVERIFY2(text.contains(QStringLiteral("Rule (5), d < i/2, is broken from ") + deg(broken5->incidenceDegrees, "0")),
+                         qPrintable(text));
+            else
+                QVERIFY(text.contains(QLatin1String("Rule (5), d < i/2, holds")));
+            QCOMPARE(text.contains(QLatin1String("total reflection beyond")), n < 1.0);
+        }
+        QVERIFY(said(form<Incref>().canvas).startsWith(QLatin1String("Al Haytham's eight rules")));
+
+        openPtolemyDataFitting();
+        Ptolkam& k = form<Ptolkam>();
+        for (QRadioButton* option : {k.Option1, k.Option2}) {
+            option->setChecked(true);
+            const ptolemy_fit::DataSet& set = k.chosenSet();
+            const auto snell = ptolemy_fit::snellRefraction(set);
+            text = said(k.canvas);
+            QVERIFY2(text.contains(QStringLiteral("%1 pairs").arg(set.incidence.size())) &&
+                         text.contains(deg(set.incidence[3], "0") + QStringLiteral(" → ") + deg(set.refraction[3], "0.0")) &&
+                         text.contains(deg(set.incidence[3], "0") + QStringLiteral(" → ") + deg(*snell[3], "0.0")) &&
+                         text.contains(fmt(ptolemy_fit::proportionalRatio(set), "0.000")),
+                     qPrintable(text));
+        }
+        scope.dialogs().answers = {QStringLiteral("2")};
+        k.Enallagi_Click();
+        const auto adjusted = ptolemy_fit::adjustFromPair(k.chosenSet(), 2);
+        QVERIFY2(said(k.canvas).contains(QLatin1String("adjusted from the pair 2")) &&
+                     said(k.canvas).contains(deg(adjusted[6], "0.0")),
+                 qPrintable(said(k.canvas)));
+    }
+
+    // The animations' drawings say the model, the index and the angles;
+    // Fermat's says the bodies and the time that its label shows.
+    void animationsSayWhatTheyShow() {
+        ScreenTestScope scope;
+        showInterpretationScreens();
+        Rixo& rixo = form<Rixo>();
+        rixo.aktina_Click();
+        const kymatiko::Refraction r = rixo.refraction();
+        QString text = said(rixo.canvas);
+        QVERIFY2(text.contains(QStringLiteral("n = ") + fmt(rixo.index(), "0.00")) &&
+                     text.contains(QStringLiteral("incidence ") + deg(rixo.incidenceDegrees(), "0")) &&
+                     text.contains(QStringLiteral("refraction ") + deg(kymatiko::degrees(r.refraction))),
+                 qPrintable(text));
+
+        Somata& s = form<Somata>();
+        s.SOMATIDIA_Click();
+        text = said(s.canvas);
+        QVERIFY2(text.startsWith(QLatin1String("Corpuscles, Newton's model")) &&
+                     text.contains(QStringLiteral("refraction ") + deg(kymatiko::degrees(r.refraction))),
+                 qPrintable(text));
+        s.STAMATHMA_Click();
+        s.fermat->trigger();
+        s.Form_MouseDown(Qt::LeftButton, Qt::ShiftModifier, s.field().width * 0.3, s.field().height * 0.9);
+        const kymatiko::PathTime t = kymatiko::travelTime(s.bodyCentre(Somata::Magenta), s.bodyCentre(Somata::Blue),
+                                                          s.bodyCentre(Somata::Green), s.field().boundary(), s.speeds());
+        text = said(s.canvas);
+        QVERIFY2(text.startsWith(QLatin1String("Fermat's principle")) &&
+                     text.contains(QStringLiteral("travel time ") + fmt(t.time, "0.00")) &&
+                     s.Label1->text().contains(fmt(t.time, "0.00")) && text.contains(QLatin1String("above the boundary")),
+                 qPrintable(text));
+        s.evresielaxistoy_Click();
+        const kymatiko::LeastTimeSearch least = kymatiko::findLeastTime(
+            s.bodyCentre(Somata::Magenta), s.bodyCentre(Somata::Green), s.field().boundary(), s.speeds());
+        QVERIFY2(said(s.canvas).contains(QStringLiteral("Least time ") + fmt(least.bestTime, "0.00")), qPrintable(said(s.canvas)));
+        QVERIFY(s.fermatscr->accessibleDescription().startsWith(QLatin1String("blue body at x = ")));
+    }
+
+    // Each law laid over the data is named in the graph's summary with its
+    // figure, after the data it goes over.
+    void lawsOverTheDataAreNamed() {
+        ScreenTestScope scope;
+        form<Diathlasimeleti>().Command2_Click();
+        Inpdat& d = form<Inpdat>();
+        d.Ptolemy_Click();
+        d.svinograf->setChecked(false);
+        const history::HistoricalTable& table = history::historicalTable(history::TableId::Ptolemy);
+        std::vector<history::AnglePair> pairs;
+        for (std::size_t k = 0; k < table.incidence.size(); ++k)
+            pairs.push_back({static_cast<float>(table.incidence[k]), static_cast<float>(table.refraction[k])});
+        const double kepler = *history::keplerModel(pairs).ratio;
+        d.Kepler_Click();
+        d.Snell_1_Click();
+        d.toentrito1_Click();
+        const QString text = said(form<Incref>().canvas);
+        const qsizetype points = text.indexOf(QLatin1String("points"));
+        const qsizetype keplerAt = text.indexOf(QStringLiteral("Kepler's model, k = ") + fmt(kepler, "0.00"));
+        const qsizetype snellAt = text.indexOf(QStringLiteral("Snell's law, n = ") + fmt(module1().dataIndex, "0.000"));
+        QVERIFY2(scope.dialogs().messages.isEmpty(), qPrintable(scope.dialogs().messages.join(QLatin1Char('\n'))));
+        QVERIFY2(points >= 0 && keplerAt > points && snellAt > keplerAt &&
+                     text.contains(QLatin1String("refraction = 2/3 incidence")),
+                 qPrintable(text));
+        d.svinograf->setChecked(true);
+        d.Snell_1_Click();  // ERASE: the data drawn again, one law over them
+        QVERIFY(!said(form<Incref>().canvas).contains(QLatin1String("Kepler's model")));
     }
 
     void everyControlOfEveryScreenHasAName() {
