@@ -107,6 +107,10 @@ void Diathlasimeleti::drawIllustration() {
     c.setCurrentX(-190);
     c.setCurrentY(-70);
     c.print(QStringLiteral("sin i = n · sin r   ημ i = n · ημ r"));
+    c.setSummary(QStringLiteral("A ray from air into glass (n = %1) bending towards the normal: incidence %2°, "
+                                "refraction %3°.")
+                     .arg(fmt(n, "0.0"), fmt(incidence * 180.0 / std::numbers::pi, "0"),
+                          fmt(refraction * 180.0 / std::numbers::pi, "0.00")));
 }
 
 void Diathlasimeleti::placeButtonRow(int rowTop) {

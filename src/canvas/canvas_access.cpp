@@ -22,7 +22,12 @@ public:
     explicit CanvasAccessible(Canvas* canvas) : QAccessibleWidget(canvas, QAccessible::Canvas) {}
 
     QString text(QAccessible::Text t) const override {
-        if (t == QAccessible::Description) return static_cast<const Canvas*>(widget())->description();
+        if (t == QAccessible::Description) {
+            const auto* canvas = static_cast<const Canvas*>(widget());
+            // A reader is told that a blank drawing is blank, rather than nothing.
+            const QString said = canvas->description();
+            return said.isEmpty() && canvas->recordedOperations() == 0 ? QStringLiteral("Empty  Κενό") : said;
+        }
         return QAccessibleWidget::text(t);
     }
 };
