@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QFontMetricsF>
 #include <QImage>
+#include <QRectF>
 #include <QPointer>
 #include <QStringList>
 #include <QWidget>
@@ -152,6 +153,14 @@ public:
     // Texts printed since the last cls(), in order (the newest few thousand).
     const QStringList& printedTexts() const { return printed_; }
     int skippedOperations() const { return skipped_; }
+    // The texts and straight lines recorded since the last cls(), where they
+    // are painted at the present size, in widget pixels: each text's box and
+    // the type size it is painted in, each line's ends. Empty once the
+    // record overflowed.
+    struct DrawnText { QString text; QRectF box; double points; QColor colour; };
+    struct DrawnLine { QPointF from, to; QColor colour; };
+    std::vector<DrawnText> drawnTexts() const;
+    std::vector<DrawnLine> drawnLines() const;
     int recordedOperations() const { return static_cast<int>(ops_.size()); }
 
     QSize sizeHint() const override { return {640, 480}; }
@@ -210,7 +219,10 @@ private:
     struct PointOp { double x, y; QColor colour; PenState pen; };
     // Text keeps its point size when the area grows; when it shrinks below
     // the size the text was printed at, the text shrinks with it, so that
-    // lines printed one under another do not run into each other.
+    // lines printed one under another do not run into each other, but never
+    // below 8 points (or its own size, when it was printed smaller): smaller
+    // type cannot be read from the back of a classroom. A picture that must
+    // stay free of overlaps draws itself again at the new size instead.
     struct TextOp { double x, y; QString text; QFont font; QColor colour; double areaWidth, areaHeight; };
     using Op = std::variant<LineOp, BoxOp, CircleOp, PointOp, TextOp>;
 
@@ -221,6 +233,8 @@ private:
     void paintOp(QPainter& painter, const Op& op) const;
     static void paintCircle(QPainter& painter, const CircleOp& o, double w, double h, qreal dpr);
     static QPen makePen(const QColor& colour, const PenState& pen);
+    // The type size a recorded text is painted in at the present size.
+    double paintedPoints(const TextOp& text) const;
     void syncImage() const;
     void rebuildImage(const QSize& device, qreal dpr) const;
     void placeControls();

@@ -24,6 +24,10 @@ namespace {
 // a resize then rescales the pixels instead of replaying (long animations).
 constexpr std::size_t kMaxRecordedOps = 200000;
 
+// Shrinking with the area stops at this type size: smaller cannot be read
+// from the back of a classroom.
+constexpr double kSmallestShrunkPoints = 8.0;
+
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
 constexpr double kDegreesPerRadian = 180.0 / std::numbers::pi;
 
@@ -180,9 +184,7 @@ void Canvas::paintOp(QPainter& painter, const Op& op) const {
                 const QPointF topLeft(o.x * w, o.y * h);
                 if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
                 QFont font = o.font;
-                const double shrink = std::min({1.0, w / o.areaWidth, h / o.areaHeight});
-                double points = font.pointSizeF();
-                if (shrink < 1.0) points = std::max(kMinFontPoints, points * shrink);
+                double points = paintedPoints(o);
                 // Points become pixels at the device's resolution, but the
                 // figure is laid out in the screen's pixels: a printer at
                 // 1200 dots per inch would otherwise get texts twelve times
@@ -262,6 +264,41 @@ void Canvas::paintCircle(QPainter& painter, const CircleOp& o, double w, double 
     if (closedPie) path.closeSubpath();
     if (!closedPie) painter.setBrush(Qt::NoBrush);
     painter.drawPath(path);
+}
+
+double Canvas::paintedPoints(const TextOp& text) const {
+    const double shrink = std::min({1.0, areaWidth() / text.areaWidth, areaHeight() / text.areaHeight});
+    const double points = text.font.pointSizeF();
+    if (shrink >= 1.0) return points;
+    return std::max({kMinFontPoints, std::min(points, kSmallestShrunkPoints), points * shrink});
+}
+
+// ----------------------------------------------------------- inspection ---
+
+std::vector<Canvas::DrawnText> Canvas::drawnTexts() const {
+    std::vector<DrawnText> texts;
+    const double w = areaWidth();
+    const double h = areaHeight();
+    for (const Op& op : ops_) {
+        const auto* t = std::get_if<TextOp>(&op);
+        if (!t) continue;
+        QFont font = t->font;
+        font.setPointSizeF(paintedPoints(*t));
+        const QFontMetricsF fm = metrics(font);
+        const QRectF box(t->x * w, t->y * h, fm.horizontalAdvance(t->text), fm.ascent() + fm.descent());
+        texts.push_back({t->text, box, font.pointSizeF(), t->colour});
+    }
+    return texts;
+}
+
+std::vector<Canvas::DrawnLine> Canvas::drawnLines() const {
+    std::vector<DrawnLine> lines;
+    const double w = areaWidth();
+    const double h = areaHeight();
+    for (const Op& op : ops_)
+        if (const auto* l = std::get_if<LineOp>(&op))
+            lines.push_back({QPointF(l->x1 * w, l->y1 * h), QPointF(l->x2 * w, l->y2 * h), l->colour});
+    return lines;
 }
 
 // -------------------------------------------------------------- image ---

@@ -1,7 +1,10 @@
 #include "canvas/graph_axes.h"
 
 #include <QColor>
+#include <QEvent>
 #include <QMarginsF>
+#include <QRectF>
+#include <QResizeEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -48,10 +51,20 @@ std::vector<AxisLabel> axisLabels(const Canvas& canvas, const Ranges& r) {
     const AxisTicks xTicks = labelledTicks(r.xMin, r.xMax, r.xLabelMax, r.xStep);
     const char* xPattern = axisLabelPattern(xTicks.format);
     bool zeroLabelledOnX = false;
+    // The y axis runs on below the x axis on the screen: a label under the
+    // crossing would be struck through, so it goes into the corner left of it.
+    const bool yAxisBelow = down < 0 ? r.yMin < axisY : r.yMax > axisY;
+    std::optional<std::size_t> corner;
     for (double x : xTicks.values) {
         const QString label = fmt(x, xPattern);
-        labels.push_back({label, x - canvas.textWidth(label) / 2.0 * rightSign,
-                          axisY + (kTickPixels + kLabelGapPixels / 2.0) * down});
+        if (x == axisX && yAxisBelow) {
+            corner = labels.size();
+            labels.push_back({label, axisX - kLabelGapPixels * right - canvas.textWidth(label) * rightSign,
+                              axisY + 2.0 * down});
+        } else {
+            labels.push_back({label, x - canvas.textWidth(label) / 2.0 * rightSign,
+                              axisY + (kTickPixels + kLabelGapPixels / 2.0) * down});
+        }
         if (x == 0.0 && axisY == 0.0) zeroLabelledOnX = true;
     }
     const AxisTicks yTicks = labelledTicks(r.yMin, r.yMax, r.yLabelMax, r.yStep);
@@ -62,6 +75,20 @@ std::vector<AxisLabel> axisLabels(const Canvas& canvas, const Ranges& r) {
         const QString label = fmt(y, yPattern);
         labels.push_back({label, axisX - (kTickPixels + kLabelGapPixels) * right - canvas.textWidth(label) * rightSign,
                           y - canvas.textHeight(label) / 2.0 * downSign});
+    }
+    // In the corner the crossing's label may run into the first y label
+    // under the axis on a small graph; the axes crossing there say it too.
+    if (corner) {
+        auto box = [&canvas](const AxisLabel& l) {
+            return QRectF(canvas.toLogical(l.x, l.y), QSizeF(canvas.textWidth(l.text) / std::fabs(canvas.userPerPixelX()),
+                                                             canvas.textHeight(l.text) / std::fabs(canvas.userPerPixelY())));
+        };
+        const QRectF cornerBox = box(labels[*corner]).adjusted(1, 1, -1, -1);
+        for (std::size_t k = 0; k < labels.size(); ++k)
+            if (k != *corner && cornerBox.intersects(box(labels[k]).adjusted(1, 1, -1, -1))) {
+                labels.erase(labels.begin() + static_cast<std::ptrdiff_t>(*corner));
+                break;
+            }
     }
     return labels;
 }
@@ -161,4 +188,95 @@ void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double
         canvas.setCurrentY(label.y + (o.top() - o.bottom()) * down);
         canvas.print(label.text);
     }
+}
+
+namespace {
+
+// The bottom and top edges of the scale, as y values.
+double topEdge(const Canvas& c) { return c.scaleTop(); }
+double bottomEdge(const Canvas& c) { return c.scaleTop() + c.scaleHeight(); }
+
+// The most of the canvas's height a band may take.
+constexpr double kLargestBandShare = 0.5;
+
+}  // namespace
+
+void makeRoomAtTop(Canvas& canvas, double graphTop, double pixels) {
+    const double height = std::max(1, canvas.height());
+    const double share = std::min(kLargestBandShare, pixels / height);
+    const double top = topEdge(canvas), bottom = bottomEdge(canvas);
+    if (!std::isfinite(graphTop) || !std::isfinite(share) || share <= 0.0) return;
+    // Pixels from the top edge down to graphTop, against those wanted.
+    const double have = (graphTop - top) / canvas.userPerPixelY();
+    if (have >= share * height) return;
+    // With the bottom edge fixed, graphTop lies `share` of the height below
+    // the new top edge t when graphTop − t = share · (bottom − t).
+    const double newTop = (graphTop - share * bottom) / (1.0 - share);
+    canvas.scale(canvas.scaleLeft(), newTop, canvas.scaleLeft() + canvas.scaleWidth(), bottom);
+}
+
+void makeRoomAtBottom(Canvas& canvas, double graphBottom, double pixels) {
+    const double height = std::max(1, canvas.height());
+    const double share = std::min(kLargestBandShare, pixels / height);
+    const double top = topEdge(canvas), bottom = bottomEdge(canvas);
+    if (!std::isfinite(graphBottom) || !std::isfinite(share) || share <= 0.0) return;
+    const double have = (bottom - graphBottom) / canvas.userPerPixelY();
+    if (have >= share * height) return;
+    const double newBottom = (graphBottom - share * top) / (1.0 - share);
+    canvas.scale(canvas.scaleLeft(), top, canvas.scaleLeft() + canvas.scaleWidth(), newBottom);
+}
+
+namespace {
+
+// Draws a canvas's picture again when the canvas changes size, as long as
+// the canvas still holds what the last drawing left on it.
+class ResizeRedraw : public QObject {
+public:
+    explicit ResizeRedraw(Canvas& canvas) : QObject(&canvas), canvas_(canvas) {
+        canvas.installEventFilter(this);
+    }
+
+    void keep(std::function<void()> draw) {
+        draw_ = std::move(draw);
+        drawn_ = signature();
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched != &canvas_ || event->type() != QEvent::Resize || !draw_) return false;
+        const auto* resize = static_cast<const QResizeEvent*>(event);
+        if (resize->size() == resize->oldSize()) return false;
+        if (signature() != drawn_) {
+            draw_ = nullptr;  // something else is on the canvas now
+            return false;
+        }
+        // A copy: drawing again hands this object a new function.
+        const std::function<void()> draw = draw_;
+        draw();
+        return false;
+    }
+
+private:
+    // What the last drawing left: enough to tell that nothing has been
+    // drawn or cleared since.
+    QString signature() const {
+        const QStringList& printed = canvas_.printedTexts();
+        return QStringLiteral("%1/%2/%3/%4")
+            .arg(canvas_.recordedOperations())
+            .arg(printed.size())
+            .arg(printed.isEmpty() ? QString() : printed.last(), canvas_.summary());
+    }
+
+    Canvas& canvas_;
+    std::function<void()> draw_;
+    QString drawn_;
+};
+
+}  // namespace
+
+void redrawWhenResized(Canvas& canvas, std::function<void()> draw) {
+    ResizeRedraw* keeper = nullptr;
+    for (QObject* child : canvas.children())
+        if (auto* k = dynamic_cast<ResizeRedraw*>(child)) keeper = k;
+    if (!keeper) keeper = new ResizeRedraw(canvas);
+    keeper->keep(std::move(draw));
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <optional>
 
 #include <QStringList>
@@ -42,3 +43,21 @@ void makeRoomForTextsFrom(Canvas& canvas, double x, const QStringList& texts);
 void makeRoomForAxisLabels(Canvas& canvas, double xMax, double xMin, double yMax, double yMin,
                            std::optional<double> xLabelMax = std::nullopt, std::optional<double> yLabelMax = std::nullopt,
                            std::optional<double> xStep = std::nullopt, std::optional<double> yStep = std::nullopt);
+
+// Moves the top edge of the canvas's user scale out, when needed, so that
+// at least `pixels` lie between it and y = graphTop: a band above the graph
+// for its titles, which no line of the graph then crosses. The bottom edge
+// stays; the band never takes more than half the canvas. Before anything
+// is drawn, like makeRoomForAxisLabels.
+void makeRoomAtTop(Canvas& canvas, double graphTop, double pixels);
+// The same below the graph: the bottom edge moves out until `pixels` lie
+// between y = graphBottom and it.
+void makeRoomAtBottom(Canvas& canvas, double graphBottom, double pixels);
+
+// Keeps a picture laid out for its canvas: when the canvas changes size
+// (a text box opens above a graph, the pupil resizes the window) and
+// nothing else has been drawn on it since, draw() runs again, so that its
+// texts are placed and wrapped for the new size instead of being squeezed
+// into the old places. draw() draws the whole picture (cls first) and may
+// call this again. Anything else drawn on the canvas, or a cls(), ends it.
+void redrawWhenResized(Canvas& canvas, std::function<void()> draw);

@@ -1,5 +1,8 @@
 #include "history/data_plots.h"
 
+#include <QRectF>
+#include <QVariant>
+
 #include <algorithm>
 #include <cmath>
 
@@ -69,19 +72,27 @@ QStringList wrapWords(const Canvas& canvas, const QString& text, double maxWidth
     return lines;
 }
 
-void printFitted(Canvas& canvas, double x, double y, const QString& text, double maxWidth, double points) {
+FittedText fitText(Canvas& canvas, const QString& text, double maxWidth, double points) {
     canvas.setFontSize(points);
     while (canvas.fontSize() > kSmallestPoints && canvas.textWidth(text) > maxWidth)
         canvas.setFontSize(std::max(kSmallestPoints, canvas.fontSize() - 0.5));
     // Smaller type could not be read from the back of a classroom: the text
     // goes onto more lines instead.
-    if (canvas.textWidth(text) <= maxWidth) {
-        printAt(canvas, x, y, text);
-        return;
-    }
+    if (canvas.textWidth(text) <= maxWidth) return {canvas.fontSize(), {text}};
+    return {canvas.fontSize(), wrapToWidth(canvas, text, maxWidth)};
+}
+
+double fittedHeightPixels(Canvas& canvas, const QString& text, double maxWidth, double points) {
+    const FittedText fitted = fitText(canvas, text, maxWidth, points);
+    return static_cast<double>(fitted.lines.size()) * canvas.textHeight() / std::fabs(canvas.userPerPixelY());
+}
+
+double printFitted(Canvas& canvas, double x, double y, const QString& text, double maxWidth, double points) {
+    const FittedText fitted = fitText(canvas, text, maxWidth, points);
     const double lineDown = canvas.textHeight() * (canvas.userPerPixelY() < 0 ? -1.0 : 1.0);
-    const QStringList lines = wrapToWidth(canvas, text, maxWidth);
-    for (qsizetype k = 0; k < lines.size(); ++k) printAt(canvas, x, y + static_cast<double>(k) * lineDown, lines[k]);
+    for (qsizetype k = 0; k < fitted.lines.size(); ++k)
+        printAt(canvas, x, y + static_cast<double>(k) * lineDown, fitted.lines[k]);
+    return y + static_cast<double>(fitted.lines.size()) * lineDown;
 }
 
 double angleGraphTop(const std::vector<history::AnglePair>& pairs) {
@@ -92,36 +103,114 @@ double angleGraphTop(const std::vector<history::AnglePair>& pairs) {
     return std::min(200.0, std::ceil((highest + 10.0) / 10.0) * 10.0);
 }
 
+namespace {
+
+// Pixels between a band's texts and what they stand next to.
+constexpr double kBandGapPixels = 4.0;
+
+// One pixel down the screen, in user units (negative on a y-up scale).
+double pixelDown(const Canvas& c) { return c.userPerPixelY(); }
+
+// The height of a text line in pixels in the canvas's present font.
+double linePixels(const Canvas& c) { return c.textHeight() / std::fabs(c.userPerPixelY()); }
+
+constexpr double kRefractionTitleWidth = 60.0, kIncidenceTitleWidth = 75.0;
+constexpr double kTitleLeft = 1.5, kIncidenceTitleLeft = 30.0;
+
+// The height in pixels of the band over the angle graph: the refraction
+// title and the set's name under it.
+double angleBandAbove(Canvas& c, const PlotStyle& style, const QString& refractionTitle) {
+    c.setFontSize(kLabelPoints);
+    c.setFontBold(false);
+    // Half of the top y label stands above the graph's top line.
+    double above = linePixels(c) / 2.0 + 2.0 * kBandGapPixels;
+    c.setFontBold(true);
+    above += fittedHeightPixels(c, refractionTitle, kRefractionTitleWidth, kTitlePoints);
+    if (!style.setLabel.isEmpty())
+        above += kBandGapPixels + fittedHeightPixels(c, style.setLabel, kRefractionTitleWidth, kTitlePoints + 2.0);
+    c.setFontBold(false);
+    c.setFontSize(kLabelPoints);
+    return above;
+}
+
+double incidenceTitlePixels(Canvas& c, const QString& incidenceTitle) {
+    c.setFontBold(true);
+    const double h = fittedHeightPixels(c, incidenceTitle, kIncidenceTitleWidth, kTitlePoints);
+    c.setFontBold(false);
+    c.setFontSize(kLabelPoints);
+    return h;
+}
+
+// Where the incidence title starts: under the x labels between two of the
+// blue grid lines below the axis, the first gap it fits in, or else under
+// the lowest grid line (the graph's bottom), where room is made for it.
+double incidenceTitleTop(Canvas& c, double titlePixels) {
+    c.setFontSize(kLabelPoints);
+    c.setFontBold(false);
+    const double unit = std::fabs(pixelDown(c));  // user units per pixel
+    const double height = titlePixels * unit;
+    const double gap = kBandGapPixels * unit;
+    double start = -(3.0 + 2.0 * kBandGapPixels + linePixels(c)) * unit;  // under the x labels
+    while (start > kAngleBottom) {
+        const double lineBelow = 10.0 * std::floor(start / 10.0);
+        if (start - height >= lineBelow + gap) return start;
+        start = lineBelow - gap;
+    }
+    return kAngleBottom - gap;
+}
+
+}  // namespace
+
+bool showsAngleGraph(const Canvas& c) {
+    const QVariant drawn = c.property("angleGraphScale");
+    return drawn.isValid() && drawn.toRectF() == QRectF(c.scaleLeft(), c.scaleTop(), c.scaleWidth(), c.scaleHeight());
+}
+
 void drawAngleGraph(Canvas& c, const std::vector<history::AnglePair>& pairs, const PlotStyle& style,
                     const QString& refractionTitle, const QString& incidenceTitle) {
     const double top = angleGraphTop(pairs);
+    const double graphTop = top - 10.0;  // the y axis and the highest grid line end there
     c.cls();
     c.scale(kAngleLeft, top, kAngleRight, kAngleBottom);
     c.setForeColor(Qt::black);
     c.setDrawWidth(1);
     c.setFontBold(false);
     c.setFontSize(kLabelPoints);
-    makeRoomForAxisLabels(c, kAngleRight, kAngleLeft, top, kAngleBottom, 100.0, top - 10.0, 10.0, 10.0);
+    // The titles stand above the graph's top line, the incidence title
+    // under the x labels, where no grid line runs: the scale grows to make
+    // room for them and for the axis labels, and each change of scale may
+    // ask for a little more of the other.
+    for (int round = 0; round < 3; ++round) {
+        makeRoomForAxisLabels(c, kAngleRight, kAngleLeft, top, kAngleBottom, 100.0, graphTop, 10.0, 10.0);
+        makeRoomAtTop(c, graphTop, angleBandAbove(c, style, refractionTitle));
+        const double title = incidenceTitlePixels(c, incidenceTitle);
+        if (incidenceTitleTop(c, title) < kAngleBottom) makeRoomAtBottom(c, kAngleBottom, title + 2.0 * kBandGapPixels);
+    }
+    c.setProperty("angleGraphScale", QRectF(c.scaleLeft(), c.scaleTop(), c.scaleWidth(), c.scaleHeight()));
+
     c.line(-5, 0, 100, 0);
-    c.line(0, -5, 0, top - 10.0);
-    drawGraphAxes(c, kAngleRight, kAngleLeft, top, kAngleBottom, 100.0, top - 10.0, 10.0, 10.0);
+    c.line(0, -5, 0, graphTop);
+    drawGraphAxes(c, kAngleRight, kAngleLeft, top, kAngleBottom, 100.0, graphTop, 10.0, 10.0);
 
     for (const auto& p : pairs) {
         if (!std::isfinite(p.incidence) || !std::isfinite(p.refraction)) continue;
         c.filledCircle(p.incidence, p.refraction, 1.0, style.colour);
     }
 
+    const double down = pixelDown(c);
+    const double incidenceTop = incidenceTitleTop(c, incidenceTitlePixels(c, incidenceTitle));
     c.setFontBold(true);
     c.setForeColor(Qt::black);
-    printFitted(c, 1.5, top - 1.0, refractionTitle, 60.0, kTitlePoints);
-    printFitted(c, 30.0, -15.0, incidenceTitle, 75.0, kTitlePoints);
+    const double below = printFitted(c, kTitleLeft, c.scaleTop() + kBandGapPixels * down, refractionTitle,
+                                     kRefractionTitleWidth, kTitlePoints);
+    printFitted(c, kIncidenceTitleLeft, incidenceTop, incidenceTitle, kIncidenceTitleWidth, kTitlePoints);
     if (!style.setLabel.isEmpty()) {
         c.setForeColor(style.colour);
-        printFitted(c, 1.5, top - 8.0, style.setLabel, 60.0, kTitlePoints + 2.0);
+        printFitted(c, kTitleLeft, below + kBandGapPixels * down, style.setLabel, kRefractionTitleWidth, kTitlePoints + 2.0);
     }
     c.setFontBold(false);
     c.setForeColor(Qt::black);
-
+    c.setFontSize(kLabelPoints);
     // The graph in words, for a screen reader.
     QStringList points;
     for (const auto& p : pairs)
@@ -133,6 +222,9 @@ void drawAngleGraph(Canvas& c, const std::vector<history::AnglePair>& pairs, con
                      .arg(points.size())
                      .arg(style.setLabel.isEmpty() ? QString() : QStringLiteral(" of ") + style.setLabel.trimmed(),
                           points.join(QLatin1String(", "))));
+    redrawWhenResized(c, [&c, pairs, style, refractionTitle, incidenceTitle] {
+        drawAngleGraph(c, pairs, style, refractionTitle, incidenceTitle);
+    });
 }
 
 QString fitQualityText(const history::SineFit& fit, const char* indexFormat) {
@@ -148,6 +240,37 @@ QString fitQualityText(const history::SineFit& fit, const char* indexFormat) {
     return {};
 }
 
+namespace {
+
+constexpr double kIndexWidth = 1.4, kSineTitleWidth = 0.9, kSetLabelWidth = 0.37;
+constexpr double kTitleX = 0.05, kSineTitleX = 0.02, kIncidenceTitleX = 0.55, kRightColumn = 1.12;
+
+// The highest point of anything drawn in the sine graph: the axes and
+// ticks end at 1.1, the fitted line and the residual bars may reach higher
+// (Witelo's glass, n < 1). Kept within reason for wild data.
+double sineGraphTop(const history::SineFit& fit, bool residualBars) {
+    double top = 1.1;
+    const std::size_t n = std::min(fit.sinIncidence.size(), fit.sinRefraction.size());
+    for (std::size_t k = 0; k < n; ++k)
+        if (std::isfinite(fit.sinRefraction[k])) top = std::max(top, fit.sinRefraction[k]);
+    if (fit.line) {
+        const double a = fit.line->slope, b = fit.line->intercept;
+        for (double end : {b, a + b})
+            if (std::isfinite(end)) top = std::max(top, end);
+        if (residualBars) {
+            const std::size_t fitted = std::min(n, static_cast<std::size_t>(std::max(fit.fittedPairs, 0)));
+            const auto e = history::residuals(fit.sinIncidence, fit.sinRefraction, static_cast<int>(fitted), a, b);
+            for (std::size_t k = 0; k < e.size(); ++k) {
+                const double bar = a * fit.sinIncidence[k] + b + kResidualMagnification * e[k];
+                if (std::isfinite(bar)) top = std::max(top, bar);
+            }
+        }
+    }
+    return std::min(top, 3.0);
+}
+
+}  // namespace
+
 void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& style, const SineGraphTexts& texts,
                    bool residualBars) {
     c.cls();
@@ -156,6 +279,37 @@ void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& styl
     c.setDrawWidth(1);
     c.setFontBold(false);
     c.setFontSize(kLabelPoints);
+
+    // The index, the fit's quality and the sine title stand in a band over
+    // everything the graph draws, the incidence title under the x labels:
+    // the scale grows to make room for them on a small window.
+    const double graphTop = sineGraphTop(fit, residualBars);
+    auto bandAbove = [&] {
+        c.setFontBold(true);
+        double above = 3.0 * kBandGapPixels + fittedHeightPixels(c, texts.index, kIndexWidth, kTitlePoints + 1.0);
+        above += fittedHeightPixels(c, texts.sinRefractionTitle, kSineTitleWidth, kTitlePoints);
+        if (!texts.fitQuality.isEmpty()) {
+            c.setFontBold(false);
+            above += fittedHeightPixels(c, texts.fitQuality, kIndexWidth, kTitlePoints);
+        }
+        c.setFontBold(false);
+        c.setFontSize(kLabelPoints);
+        return above;
+    };
+    auto bandBelow = [&] {
+        const double labels = 3.0 + 2.0 * kBandGapPixels + linePixels(c);
+        c.setFontBold(true);
+        const double title = fittedHeightPixels(c, texts.sinIncidenceTitle, kSineTitleWidth, kTitlePoints);
+        c.setFontBold(false);
+        c.setFontSize(kLabelPoints);
+        return labels + title + kBandGapPixels;
+    };
+    for (int round = 0; round < 3; ++round) {
+        makeRoomAtTop(c, graphTop, bandAbove());
+        makeRoomAtBottom(c, 0.0, bandBelow());
+    }
+    const double down = pixelDown(c);
+
     c.line(-0.05, 0, 1.1, 0);
     c.line(0, -0.05, 0, 1.1);
     const double tickX = 0.012 * (kSineRight - kSineLeft);
@@ -166,11 +320,10 @@ void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& styl
         c.line(0, v, tickX, v, kBlue);
         if (k % 2 == 0) {
             const QString label = fmt(v, "0.0");
-            printAt(c, v - c.textWidth(label) / 2.0, -0.01, label);
+            printAt(c, v - c.textWidth(label) / 2.0, 3.0 * down, label);
             printAt(c, -0.015 - c.textWidth(label), v + c.textHeight() / 2.0, label);
         }
     }
-
     c.setDrawStyle(DrawStyle::Dash);
     c.line(0, 0, 1.0, 1.0, kGreen);
     c.setDrawStyle(DrawStyle::Solid);
@@ -204,30 +357,37 @@ void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& styl
             c.line(x, a * x + b, x, a * x + b + kResidualMagnification * e[k], kResidual);
         }
         c.setDrawWidth(1);
-        c.setForeColor(kResidual);
-        printFitted(c, 1.12, 0.45, QStringLiteral("residuals ×10  υπόλοιπα ×10"), 0.37, kLabelPoints);
     }
 
     c.setFontBold(true);
     c.setForeColor(Qt::black);
-    printFitted(c, 0.05, 1.19, texts.index, 1.4, kTitlePoints + 1.0);
-    // The fit's quality, and the sine title under it, each a line lower.
-    double next = 1.12;
+    double next = printFitted(c, kTitleX, c.scaleTop() + kBandGapPixels * down, texts.index, kIndexWidth, kTitlePoints + 1.0);
     if (!texts.fitQuality.isEmpty()) {
-        const double below = 1.19 - c.textHeight();
         c.setFontBold(false);
-        printFitted(c, 0.05, below, texts.fitQuality, 1.4, kTitlePoints);
+        next = printFitted(c, kTitleX, next, texts.fitQuality, kIndexWidth, kTitlePoints);
         c.setFontBold(true);
-        next = std::min(next, below - c.textHeight() * 1.15);
     }
-    printFitted(c, 0.02, next, texts.sinRefractionTitle, 0.9, kTitlePoints);
-    printFitted(c, 0.55, -0.09, texts.sinIncidenceTitle, 0.9, kTitlePoints);
+    printFitted(c, kSineTitleX, next + kBandGapPixels * down, texts.sinRefractionTitle, kSineTitleWidth, kTitlePoints);
+    c.setFontSize(kLabelPoints);
+    c.setFontBold(false);
+    const double incidenceTop = (3.0 + 2.0 * kBandGapPixels + linePixels(c)) * down;
+    c.setFontBold(true);
+    printFitted(c, kIncidenceTitleX, incidenceTop, texts.sinIncidenceTitle, kSineTitleWidth, kTitlePoints);
+    // Right of the graph: the set's name, and under it what the red bars are.
+    double rightColumn = 0.6;
     if (!style.setLabel.isEmpty()) {
         c.setForeColor(style.colour);
-        printFitted(c, 1.12, 0.6, style.setLabel, 0.37, kTitlePoints + 1.0);
+        rightColumn = printFitted(c, kRightColumn, 0.6, style.setLabel, kSetLabelWidth, kTitlePoints + 1.0);
+    }
+    if (residualBars && fit.line) {
+        c.setFontBold(false);
+        c.setForeColor(kResidual);
+        printFitted(c, kRightColumn, std::min(0.45, rightColumn + kBandGapPixels * down),
+                    QStringLiteral("residuals ×10  υπόλοιπα ×10"), kSetLabelWidth, kLabelPoints);
     }
     c.setFontBold(false);
     c.setForeColor(Qt::black);
+    c.setFontSize(kLabelPoints);
 
     // The graph in words, for a screen reader.
     QString summary = QStringLiteral("Graph: %1 across against %2 up, both 0 to 1.1. %3 points%4. Dashed line n = 1.")
@@ -239,4 +399,5 @@ void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& styl
                        .arg(fmt(fit.line->slope, "0.000"), fit.line->intercept < 0 ? QStringLiteral("-") : QStringLiteral("+"),
                             fmt(std::fabs(fit.line->intercept), "0.000"), texts.index.trimmed());
     c.setSummary(summary);
+    redrawWhenResized(c, [&c, fit, style, texts, residualBars] { drawSineGraph(c, fit, style, texts, residualBars); });
 }

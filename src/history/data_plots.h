@@ -22,9 +22,16 @@ struct PlotStyle {
 double angleGraphTop(const std::vector<history::AnglePair>& pairs);
 
 // Refraction against incidence: the scale (x −5 … 110, y top … −30), axes,
-// grid, the pairs as dots, the set's name and the two axis titles.
+// grid, the pairs as dots, the set's name and the two axis titles. The
+// titles stand where no line of the graph runs (the scale grows a little
+// on a small window to give them room), and the graph is drawn again when
+// its canvas changes size.
 void drawAngleGraph(Canvas& canvas, const std::vector<history::AnglePair>& pairs, const PlotStyle& style,
                     const QString& refractionTitle, const QString& incidenceTitle);
+
+// Whether the canvas shows the angle graph as drawAngleGraph left it (its
+// scale), so that a law can be laid over it.
+bool showsAngleGraph(const Canvas& canvas);
 
 // The texts of the sine graph.
 struct SineGraphTexts {
@@ -40,7 +47,8 @@ struct SineGraphTexts {
 // fit's quality under it and the axis titles. Non-finite values are left
 // out. With residualBars each fitted point's distance from the line is
 // drawn as a bar standing on the line, magnified ten times so that a
-// scatter of a few thousandths shows.
+// scatter of a few thousandths shows. Like the angle graph, its texts keep
+// clear of its lines and it is drawn again at a new size.
 void drawSineGraph(Canvas& canvas, const history::SineFit& fit, const PlotStyle& style, const SineGraphTexts& texts,
                    bool residualBars = false);
 
@@ -65,7 +73,20 @@ QStringList wrapWords(const Canvas& canvas, const QString& text, double maxWidth
 // each language is broken further only where it is still too wide.
 QStringList wrapToWidth(const Canvas& canvas, const QString& text, double maxWidth);
 
-// Prints the text with its top-left corner at (x, y) in the given type
-// size, smaller if needed so that it is no wider than maxWidth user units,
-// but never below kSmallestPoints: beyond that it is written on more lines.
-void printFitted(Canvas& canvas, double x, double y, const QString& text, double maxWidth, double points);
+// A text laid out as printFitted writes it: the type size and the lines.
+struct FittedText {
+    double points = 0.0;
+    QStringList lines;
+};
+
+// Lays the text out no wider than maxWidth user units in the given type
+// size, smaller if needed, but never below kSmallestPoints: beyond that it
+// goes onto more lines. Leaves the canvas's type size at the size chosen.
+FittedText fitText(Canvas& canvas, const QString& text, double maxWidth, double points);
+
+// The height in pixels of the text so laid out, in the canvas's font.
+double fittedHeightPixels(Canvas& canvas, const QString& text, double maxWidth, double points);
+
+// Prints the text with its top-left corner at (x, y) laid out by fitText.
+// Returns the y at which a line printed under it would start.
+double printFitted(Canvas& canvas, double x, double y, const QString& text, double maxWidth, double points);

@@ -28,16 +28,6 @@ constexpr double kLabelPoints = 9.0;
 // they cover no more of the curves than on a large one.
 double labelPoints(const Canvas& c) { return std::clamp(kLabelPoints * c.width() / 900.0, 6.5, 12.0); }
 
-// The laws are drawn in the angle graph's coordinates; anything else on
-// the graph screen (an instrument's diagram) is replaced by the data first.
-// On a small window the graph widens its scale beyond −5 … 110 to keep its
-// axis labels on the canvas; the diagram of Ptolemy's instrument spans
-// ±140 or more.
-bool showsAngleGraph(const Canvas& canvas) {
-    const double left = canvas.scaleLeft(), right = left + canvas.scaleWidth();
-    return left <= -5.0 && left > -100.0 && right >= 110.0 && right < 250.0;
-}
-
 void printAt(Canvas& c, double x, double y, const QString& text) {
     c.setCurrentX(x);
     c.setCurrentY(y);

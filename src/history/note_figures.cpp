@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "canvas/canvas.h"
+#include "canvas/graph_axes.h"
 #include "history/data_plots.h"
 
 namespace {
@@ -50,13 +51,17 @@ void letter(Canvas& c, double x, double y, const QString& name) {
     c.setFontBold(false);
 }
 
-void captions(Canvas& c, const Frame& f, const std::vector<std::string>& lines, double top) {
+// Prints the captions one under another from top down; returns where a
+// further caption would start, so that a second block never runs into the
+// first however many lines a narrow window wraps them onto.
+double captions(Canvas& c, const Frame& f, const std::vector<std::string>& lines, double top) {
     c.setForeColor(Qt::black);
     double y = top;
     for (const std::string& line : lines) {
-        printFitted(c, kCaptionLeft, y, fromUtf8(line), f.right - kCaptionLeft - 1.0, kCaptionPoints);
-        y -= std::max(4.5, c.textHeight() * 1.4);
+        const double end = printFitted(c, kCaptionLeft, y, fromUtf8(line), f.right - kCaptionLeft - 1.0, kCaptionPoints);
+        y = std::min(y - 4.5, end - c.textHeight() * 0.4);
     }
+    return y;
 }
 
 void dashedLine(Canvas& c, double x1, double y1, double x2, double y2, const QColor& colour,
@@ -158,11 +163,11 @@ void newton(Canvas& c, const Frame& f) {
     c.setForeColor(Qt::black);
     printFitted(c, 40, 50, QStringLiteral("AIR  Αέρας"), 17, kCaptionPoints);
     printFitted(c, 40, 12, QStringLiteral("GLASS  Γυαλί"), 17, kCaptionPoints);
-    captions(c, f, history::figureCaptions(history::NoteFigure::Newton), f.top - 3);
+    const double next = captions(c, f, history::figureCaptions(history::NoteFigure::Newton), f.top - 3);
     captions(c, f,
              {"The thin layer: the glass attracts the corpuscle",
               "Λεπτό στρώμα: το γυαλί έλκει το σωματίδιο"},
-             f.top - 12);
+             std::min(f.top - 12, next));
 }
 
 void ptolemy(Canvas& c, const Frame& f) {
@@ -203,8 +208,8 @@ void ptolemy(Canvas& c, const Frame& f) {
     letter(c, ex + 1, ey + 4.5, QStringLiteral("E"));
     letter(c, zx - 4.5, zy + 4, QStringLiteral("Z"));
     letter(c, hx + 1.5, hy, QStringLiteral("H"));
-    captions(c, f, history::figureCaptions(history::NoteFigure::Ptolemy), f.top - 3);
-    captions(c, f, {"AIR above, WATER below  Αέρας επάνω, νερό κάτω"}, f.top - 12);
+    const double next = captions(c, f, history::figureCaptions(history::NoteFigure::Ptolemy), f.top - 3);
+    captions(c, f, {"AIR above, WATER below  Αέρας επάνω, νερό κάτω"}, std::min(f.top - 12, next));
 }
 
 }  // namespace
@@ -225,4 +230,5 @@ void drawNoteFigure(Canvas& canvas, history::NoteFigure figure) {
     }
     canvas.setFontBold(false);
     canvas.setForeColor(Qt::black);
+    redrawWhenResized(canvas, [&canvas, figure] { drawNoteFigure(canvas, figure); });
 }

@@ -153,6 +153,46 @@ QStringList windowProblems(QWidget* window) {
     return problems;
 }
 
+// Whether the line runs through the rectangle.
+bool crosses(const Canvas::DrawnLine& line, const QRectF& box) {
+    if (box.contains(line.from) || box.contains(line.to)) return true;
+    const QLineF l(line.from, line.to);
+    const QLineF edges[] = {{box.topLeft(), box.topRight()}, {box.topRight(), box.bottomRight()},
+                            {box.bottomRight(), box.bottomLeft()}, {box.bottomLeft(), box.topLeft()}};
+    for (const QLineF& edge : edges)
+        if (l.intersects(edge, nullptr) == QLineF::BoundedIntersection) return true;
+    return false;
+}
+
+// Why a graph's printed texts cannot all be read whole: a text below 8 pt,
+// one that runs off the drawing, two that overlap, a line through one.
+QStringList graphProblems(const Canvas& canvas, const QString& name) {
+    QStringList problems;
+    const auto texts = canvas.drawnTexts();
+    const auto lines = canvas.drawnLines();
+    const QRectF area = QRectF(QPointF(0, 0), QSizeF(canvas.size())).adjusted(-0.5, -0.5, 0.5, 0.5);
+    // Boxes a pixel in from the type's full height: touching is not running into.
+    auto inner = [](const QRectF& box) { return box.adjusted(1, 1, -1, -1); };
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const auto& t = texts[i];
+        if (t.text.trimmed().isEmpty()) continue;
+        const QString what = QStringLiteral("%1 \"%2\"").arg(name, t.text.left(40));
+        if (t.points < 8.0) problems << QStringLiteral("%1 in %2 pt").arg(what).arg(t.points);
+        if (!area.contains(t.box))
+            problems << QStringLiteral("%1 runs off the %2x%3 drawing").arg(what).arg(canvas.width()).arg(canvas.height());
+        for (std::size_t j = i + 1; j < texts.size(); ++j)
+            if (!texts[j].text.trimmed().isEmpty() && inner(t.box).intersects(inner(texts[j].box)))
+                problems << QStringLiteral("%1 overlaps \"%2\"").arg(what, texts[j].text.left(40));
+        for (const auto& line : lines)
+            if (crosses(line, inner(t.box))) {
+                problems << QStringLiteral("%1 crossed by a line from (%2, %3) to (%4, %5)")
+                                .arg(what).arg(line.from.x()).arg(line.from.y()).arg(line.to.x()).arg(line.to.y());
+                break;
+            }
+    }
+    return problems;
+}
+
 }  // namespace
 
 class TestWindowLayout : public QObject {
@@ -262,6 +302,48 @@ private slots:
         QCOMPARE(shownNames(), QStringList{nameOf(&menu)});
 
         QVERIFY2(problems_.isEmpty(), qPrintable(QStringLiteral("\n") + problems_.join(QLatin1Char('\n'))));
+    }
+
+    // Every historical table on both graphs, at the size the graph windows
+    // get on this screen, and the sine graph again with an explanation open
+    // above it and with the residual bars: every label and title whole, in
+    // 8 pt or more, clear of each other and of every line.
+    void graphsReadWhole() {
+        ScreenTestScope scope;
+        Main();
+        form<Diathlasimeleti>().Command2_Click();
+        auto& data = form<Inpdat>();
+        QStringList problems;
+        auto checkGraphs = [&](const QString& step) {
+            QTest::qWait(20);
+            for (const Canvas* canvas : {form<Incref>().canvas, form<Analysis>().canvas})
+                for (const QString& p : graphProblems(*canvas, nameOf(canvas->window())))
+                    problems << step + QStringLiteral(": ") + p;
+        };
+        const std::pair<const char*, void (Inpdat::*)()> tables[] = {
+            {"Newton glass", &Inpdat::Newt_Click},       {"Newton water", &Inpdat::newt2_Click},
+            {"Al Haytham glass", &Inpdat::Alhazen_Click}, {"Al Haytham water", &Inpdat::Alhazen2_Click},
+            {"Ptolemy glass", &Inpdat::Ptolemy_Click},    {"Ptolemy water", &Inpdat::ptolemy2_Click},
+            {"Witelo glass", &Inpdat::Vitello_Glass_Click}, {"Witelo water", &Inpdat::Vitello_water_Click}};
+        for (const auto& [name, load] : tables) {
+            (data.*load)();
+            checkGraphs(QLatin1String(name));
+            QVERIFY(!form<Incref>().canvas->drawnTexts().empty());
+        }
+        // An explanation opened above the sine graph takes part of its height.
+        auto& sine = form<Analysis>();
+        data.Vitello_Glass_Click();
+        const int fullHeight = sine.canvas->height();
+        sine.showText(QStringLiteral("An explanation  Μια εξήγηση"));
+        QTest::qWait(20);
+        QVERIFY(sine.canvas->height() < fullHeight);
+        checkGraphs(QStringLiteral("Witelo glass under a text"));
+        sine.hideText();
+        data.residualsItem->setChecked(true);
+        data.Ptolemy_Click();
+        checkGraphs(QStringLiteral("Ptolemy glass with residuals"));
+        data.residualsItem->setChecked(false);
+        QVERIFY2(problems.isEmpty(), qPrintable(QStringLiteral("\n") + problems.join(QLatin1Char('\n'))));
     }
 };
 

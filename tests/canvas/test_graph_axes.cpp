@@ -1,6 +1,7 @@
 #include <QtTest>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 
 #include "canvas/axis_steps.h"
@@ -188,6 +189,81 @@ private slots:
                 }
         const double wanted = tight.textWidth(QStringLiteral("100")) / std::fabs(tight.userPerPixelX()) * dpr;
         QVERIFY2(last - first + 1 >= 0.8 * wanted, qPrintable(QStringLiteral("%1 of %2").arg(last - first + 1).arg(wanted)));
+    }
+
+    // A graph window that gives up part of its height to a text box above
+    // it used to squeeze its printed labels to a few pixels.
+    void shrunkTextsStayReadable() {
+        Canvas c;
+        c.resize(600, 400);
+        c.setFontSize(10);
+        c.print(QStringLiteral("0.6"));
+        c.setFontSize(6);  // printed small on purpose: kept, not enlarged
+        c.print(QStringLiteral("tiny"));
+        c.resize(600, 150);
+        const auto texts = c.drawnTexts();
+        QCOMPARE(texts.size(), std::size_t{2});
+        QCOMPARE(texts[0].points, 8.0);
+        QCOMPARE(texts[1].points, 6.0);
+        QVERIFY(texts[0].box.height() > texts[1].box.height());
+        c.resize(900, 600);  // larger than printed: the size as printed
+        QCOMPARE(c.drawnTexts()[0].points, 10.0);
+    }
+
+    void roomForTitlesAboveAndBelow() {
+        Canvas c;
+        c.resize(300, 200);
+        c.scale(0, 10, 10, 0);
+        const auto pixelsAbove = [&c](double y) { return c.toLogical(0, y).y(); };
+        makeRoomAtTop(c, 9.0, 10.0);  // 20 pixels there already
+        QCOMPARE(c.scaleTop(), 10.0);
+        makeRoomAtTop(c, 9.0, 50.0);
+        QVERIFY(std::fabs(pixelsAbove(9.0) - 50.0) < 1e-6);
+        QCOMPARE(c.scaleTop() + c.scaleHeight(), 0.0);  // the bottom stays
+        makeRoomAtBottom(c, 1.0, 40.0);
+        QVERIFY(std::fabs(c.height() - c.toLogical(0, 1.0).y() - 40.0) < 1e-6);
+        // A band never takes more than half the canvas, whatever is asked.
+        makeRoomAtTop(c, 9.0, 1.0e6);
+        QVERIFY(std::fabs(pixelsAbove(9.0) - 100.0) < 1e-6);
+        for (double bad : {kNaN, kInf}) {
+            const double top = c.scaleTop();
+            makeRoomAtTop(c, bad, 30.0);
+            makeRoomAtTop(c, 5.0, bad);
+            QCOMPARE(c.scaleTop(), top);
+        }
+    }
+
+    void picturesAreDrawnAgainAtANewSize() {
+        // A child of a shown window, as a graph is: its resizes arrive at once.
+        QWidget window;
+        window.resize(500, 400);
+        auto& c = *new Canvas(&window);
+        c.resize(400, 300);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        int drawn = 0;
+        std::function<void()> draw = [&] {
+            ++drawn;
+            c.cls();
+            c.setCurrentX(0);
+            c.setCurrentY(0);
+            c.print(QStringLiteral("%1 wide").arg(c.width()));
+            redrawWhenResized(c, draw);
+        };
+        draw();
+        c.resize(300, 200);
+        QCOMPARE(drawn, 2);
+        QCOMPARE(c.printedTexts(), QStringList{QStringLiteral("300 wide")});
+        c.resize(300, 200);  // the same size: nothing to do
+        QCOMPARE(drawn, 2);
+        // Something else drawn over the picture: a resize leaves both alone.
+        c.line(0, 0, 10, 10);
+        c.resize(350, 250);
+        QCOMPARE(drawn, 2);
+        draw();
+        c.cls();
+        c.resize(300, 200);
+        QCOMPARE(drawn, 3);
     }
 };
 
