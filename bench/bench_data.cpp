@@ -102,13 +102,21 @@ BENCHMARK(BM_FitWithUncertainty)->Unit(benchmark::kNanosecond);
 void BM_FitLineAlone(benchmark::State& state) {
     const auto pairs = fullGridPairs();
     for (auto _ : state) {
-        // fitSines less its statistics: the sines and the 1-based line.
-        std::vector<double> x{0.0}, y{0.0};
+        // The fit of the sines step by step as the screen makes it, less
+        // its statistics: the sines kept for the graphs, their 1-based
+        // copies, the line and the index.
+        history::SineFit fit;
         for (const history::AnglePair& p : pairs) {
-            x.push_back(std::sin(static_cast<double>(p.incidence) * M_PI / 180.0));
-            y.push_back(std::sin(static_cast<double>(p.refraction) * M_PI / 180.0));
+            fit.sinIncidence.push_back(std::sin(static_cast<double>(p.incidence) * M_PI / 180.0));
+            fit.sinRefraction.push_back(std::sin(static_cast<double>(p.refraction) * M_PI / 180.0));
         }
-        benchmark::DoNotOptimize(leastSquaresLine(x, y, static_cast<int>(pairs.size())));
+        fit.fittedPairs = static_cast<int>(pairs.size());
+        std::vector<double> x{0.0}, y{0.0};
+        x.insert(x.end(), fit.sinIncidence.begin(), fit.sinIncidence.end());
+        y.insert(y.end(), fit.sinRefraction.begin(), fit.sinRefraction.end());
+        fit.line = leastSquaresLine(x, y, fit.fittedPairs);
+        if (fit.line && fit.line->slope != 0.0f) fit.index = 1.0 / static_cast<double>(fit.line->slope);
+        benchmark::DoNotOptimize(fit);
     }
     state.SetItemsProcessed(state.iterations());
 }

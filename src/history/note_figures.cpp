@@ -27,26 +27,38 @@ struct Frame {
     double top;
 };
 
-// x from 0, y from 0 up, square units, at least 125 across and 57 up.
+// Pixels kept free above and below the figure, for the letters at its ends.
+constexpr double kMarginPixels = 20.0;
+
+// x from 0, y from 0 up, square units, at least 125 across and 57 up, with
+// a margin above and below for the letters at the figure's top and bottom.
 Frame squareScale(Canvas& c) {
     const double w = std::max(1, c.width());
     const double h = std::max(1, c.height());
-    double right = 125.0;
-    double top = right * h / w;
-    if (top < 57.0) {
-        top = 57.0;
-        right = top * w / h;
-    }
-    c.scale(0, top, right, 0);
+    const double margin = std::min(kMarginPixels, h / 6.0);
+    const double perUnit = std::min(w / 125.0, (h - 2.0 * margin) / 57.0);  // pixels
+    const double right = w / perUnit;
+    const double bottom = -margin / perUnit;
+    const double top = bottom + h / perUnit;
+    c.scale(0, top, right, bottom);
     return {right, top};
 }
 
-void letter(Canvas& c, double x, double y, const QString& name) {
+// Writes the name of a point of the figure beside it, a couple of pixels
+// away on the side given (dx, dy: −1, 0 or 1; dy = 1 is above), so that
+// it stays off the lines that meet there whatever the size of the window.
+void letter(Canvas& c, double x, double y, const QString& name, int dx, int dy) {
     c.setFontSize(kLetterPoints);
     c.setFontBold(true);
     c.setForeColor(Qt::black);
-    c.setCurrentX(x);
-    c.setCurrentY(y);
+    const double gapX = 2.0 * std::fabs(c.userPerPixelX());
+    const double gapY = 2.0 * std::fabs(c.userPerPixelY());
+    const double w = c.textWidth(name);
+    const double h = c.textHeight(name);
+    const double left = dx < 0 ? x - gapX - w : dx > 0 ? x + gapX : x - w / 2.0;
+    const double top = dy > 0 ? y + gapY + h : dy < 0 ? y - gapY : y + h / 2.0;
+    c.setCurrentX(left);
+    c.setCurrentY(top);
     c.print(name);
     c.setFontBold(false);
 }
@@ -88,18 +100,15 @@ void fermat(Canvas& c, const Frame& f) {
     c.setDrawWidth(1);
     dashedLine(c, zx, zy, gx, boundary, kSecondPath);
     dashedLine(c, gx, boundary, hx, hy, kSecondPath);
-    letter(c, zx - 4, zy + 4, QStringLiteral("Z"));
-    letter(c, hx + 1, hy + 1, QStringLiteral("H"));
-    letter(c, ex - 4, boundary + 4.5, QStringLiteral("E"));
-    letter(c, gx + 1, boundary + 4.5, QStringLiteral("G"));
-    letter(c, ex + 1, zy + 4, QStringLiteral("O"));
-    letter(c, ex + 1, hy + 1, QStringLiteral("M"));
-    letter(c, 50, 50, QStringLiteral("1"));
-    letter(c, 50, 14, QStringLiteral("2"));
-    const auto lines = history::figureCaptions(history::NoteFigure::Fermat);
-    captions(c, f, {lines.begin(), lines.end() - 1}, f.top - 3);
-    c.setForeColor(Qt::black);
-    printFitted(c, 2, 4.5, fromUtf8(lines.back()), f.right - 4, kCaptionPoints);
+    letter(c, zx, zy, QStringLiteral("Z"), -1, 1);
+    letter(c, hx, hy, QStringLiteral("H"), 0, -1);
+    letter(c, ex, boundary, QStringLiteral("E"), -1, -1);
+    letter(c, gx, boundary, QStringLiteral("G"), 1, 1);
+    letter(c, ex, zy, QStringLiteral("O"), 1, 1);
+    letter(c, ex, hy, QStringLiteral("M"), -1, 0);
+    letter(c, 50, 48, QStringLiteral("1"), 0, 0);
+    letter(c, 50, 14, QStringLiteral("2"), 0, 0);
+    captions(c, f, history::figureCaptions(history::NoteFigure::Fermat), f.top - 3);
 }
 
 void hero(Canvas& c, const Frame& f) {
@@ -108,7 +117,9 @@ void hero(Canvas& c, const Frame& f) {
     const double zx = 10.0, zy = 50.0, hx = 50.0, hy = 42.0;
     const double hpy = 2 * mirror - hy;  // H', the image of H
     const double ex = zx + (hx - zx) * (zy - mirror) / (zy - hpy);
-    const double gx = 42.0;
+    // Beyond H, so that the letter G has a side free of the four paths
+    // that meet there.
+    const double gx = 56.0;
     c.setDrawWidth(2);
     c.line(zx, zy, ex, mirror, kRay);
     c.line(ex, mirror, hx, hy, kRay);
@@ -118,11 +129,11 @@ void hero(Canvas& c, const Frame& f) {
     dashedLine(c, ex, mirror, hx, hpy, kRay, DrawStyle::Dot);
     dashedLine(c, gx, mirror, hx, hpy, kSecondPath, DrawStyle::Dot);
     dashedLine(c, hx, hy, hx, hpy, kGrey, DrawStyle::Dot);
-    letter(c, zx - 4, zy + 4, QStringLiteral("Z"));
-    letter(c, hx + 1, hy + 4, QStringLiteral("H"));
-    letter(c, hx + 1, hpy + 4, QStringLiteral("H'"));
-    letter(c, ex - 2, mirror + 5.5, QStringLiteral("E"));
-    letter(c, gx - 1, mirror + 5.5, QStringLiteral("G"));
+    letter(c, zx, zy, QStringLiteral("Z"), -1, 1);
+    letter(c, hx, hy, QStringLiteral("H"), 1, 0);
+    letter(c, hx, hpy, QStringLiteral("H'"), 1, 0);
+    letter(c, ex, mirror - 1.5, QStringLiteral("E"), -1, -1);
+    letter(c, gx, mirror, QStringLiteral("G"), 1, 1);
     captions(c, f, history::figureCaptions(history::NoteFigure::Hero), f.top - 3);
 }
 
@@ -162,7 +173,7 @@ void newton(Canvas& c, const Frame& f) {
     dashedLine(c, 22, 55, 22, 5, kGrey, DrawStyle::Dot);
     c.setForeColor(Qt::black);
     printFitted(c, 40, 50, QStringLiteral("AIR  Αέρας"), 17, kCaptionPoints);
-    printFitted(c, 40, 12, QStringLiteral("GLASS  Γυαλί"), 17, kCaptionPoints);
+    printFitted(c, 44, 12, QStringLiteral("GLASS  Γυαλί"), 14, kCaptionPoints);
     const double next = captions(c, f, history::figureCaptions(history::NoteFigure::Newton), f.top - 3);
     captions(c, f,
              {"The thin layer: the glass attracts the corpuscle",
@@ -201,13 +212,16 @@ void ptolemy(Canvas& c, const Frame& f) {
     c.filledCircle(zx, zy, 1.0, Qt::black);
     c.filledCircle(hx, hy, 1.0, Qt::black);
     c.filledCircle(ex, ey, 0.8, Qt::black);
-    letter(c, ex - 1.5, ey + outer + 7.5, QStringLiteral("A"));
-    letter(c, ex + outer + 3.5, ey + 2, QStringLiteral("B"));
-    letter(c, ex - 1.5, ey - outer - 2.5, QStringLiteral("G"));
-    letter(c, ex - outer - 7, ey + 2, QStringLiteral("D"));
-    letter(c, ex + 1, ey + 4.5, QStringLiteral("E"));
-    letter(c, zx - 4.5, zy + 4, QStringLiteral("Z"));
-    letter(c, hx + 1.5, hy, QStringLiteral("H"));
+    // The ends of the cross take their letters beyond them, Z and H beyond
+    // the rim on their side of the disc.
+    const double end = outer + 3.0;
+    letter(c, ex, ey + end, QStringLiteral("A"), 0, 1);
+    letter(c, ex + end, ey, QStringLiteral("B"), 0, 1);
+    letter(c, ex, ey - end, QStringLiteral("G"), 0, -1);
+    letter(c, ex - end, ey, QStringLiteral("D"), 0, 1);
+    letter(c, ex, ey, QStringLiteral("E"), 1, 1);
+    letter(c, ex - outer * std::sin(incidence), ey + outer * std::cos(incidence), QStringLiteral("Z"), -1, 1);
+    letter(c, ex + outer * std::sin(refraction), ey - outer * std::cos(refraction), QStringLiteral("H"), 1, -1);
     const double next = captions(c, f, history::figureCaptions(history::NoteFigure::Ptolemy), f.top - 3);
     captions(c, f, {"AIR above, WATER below  Αέρας επάνω, νερό κάτω"}, std::min(f.top - 12, next));
 }

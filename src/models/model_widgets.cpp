@@ -138,10 +138,38 @@ int MovingLayer::lineCount() const {
     return n;
 }
 
+namespace {
+
+// The parts of a line outside a rectangle (none, one or two), by the
+// parameters at which it enters and leaves it.
+void appendOutside(const QLineF& line, const QRectF& box, std::vector<QLineF>& out) {
+    double enter = 0.0, leave = 1.0;
+    const QPointF d = line.p2() - line.p1();
+    auto limit = [&](double towards, double room) {  // towards·t ≤ room
+        if (towards == 0.0) return room >= 0.0;
+        const double t = room / towards;
+        if (towards > 0.0) leave = std::min(leave, t);
+        else enter = std::max(enter, t);
+        return true;
+    };
+    const bool crosses = limit(-d.x(), line.p1().x() - box.left()) && limit(d.x(), box.right() - line.p1().x()) &&
+                         limit(-d.y(), line.p1().y() - box.top()) && limit(d.y(), box.bottom() - line.p1().y()) &&
+                         enter < leave;
+    if (!crosses) {
+        out.push_back(line);
+        return;
+    }
+    if (enter > 0.0) out.emplace_back(line.p1(), line.pointAt(enter));
+    if (leave < 1.0) out.emplace_back(line.pointAt(leave), line.p2());
+}
+
+}  // namespace
+
 void MovingLayer::paintEvent(QPaintEvent* event) {
     QPainter p(this);
     p.setRenderHint(QPainter::Antialiasing);
-    p.setClipRegion(keepClear_.isEmpty() ? QRegion(event->rect()) : QRegion(event->rect()).subtracted(keepClear_));
+    p.setClipRect(event->rect());
+    std::vector<QLineF> pieces, next;
     for (const auto& l : layers_)
         for (const Stroke& s : l) {
             QPen pen(s.colour, s.width);
@@ -151,8 +179,22 @@ void MovingLayer::paintEvent(QPaintEvent* event) {
             // Only the lines that cross the repainted rectangle: a pulse
             // moving along a ray repaints a small patch among many fronts.
             const double pad = s.width / 2.0 + 2.0;
-            for (const QLineF& line : s.lines)
-                if (QRectF(line.p1(), line.p2()).normalized().adjusted(-pad, -pad, pad, pad).intersects(event->rect()))
+            for (const QLineF& line : s.lines) {
+                const QRectF reach = QRectF(line.p1(), line.p2()).normalized().adjusted(-pad, -pad, pad, pad);
+                if (!reach.intersects(event->rect())) continue;
+                if (keepClear_.isEmpty() || !keepClear_.intersects(reach.toAlignedRect())) {
                     p.drawLine(line);
+                    continue;
+                }
+                // Cut out the areas kept clear, with room for the pen.
+                pieces.assign(1, line);
+                for (const QRect& clear : keepClear_) {
+                    const QRectF box = QRectF(clear).adjusted(-pad, -pad, pad, pad);
+                    next.clear();
+                    for (const QLineF& piece : pieces) appendOutside(piece, box, next);
+                    pieces.swap(next);
+                }
+                for (const QLineF& piece : pieces) p.drawLine(piece);
+            }
         }
 }

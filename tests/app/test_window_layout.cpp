@@ -343,6 +343,12 @@ private slots:
         data.Ptolemy_Click();
         checkGraphs(QStringLiteral("Ptolemy glass with residuals"));
         data.residualsItem->setChecked(false);
+        // The lettered figures of the notes, beside their texts: letters
+        // and captions clear of the figure's lines and of each other.
+        for (std::size_t k = 0; k < data.noteItems.size(); ++k) {
+            data.showNote(static_cast<int>(k));
+            checkGraphs(QStringLiteral("note %1").arg(k));
+        }
         QVERIFY2(problems.isEmpty(), qPrintable(QStringLiteral("\n") + problems.join(QLatin1Char('\n'))));
     }
 };
