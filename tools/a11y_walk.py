@@ -4,7 +4,7 @@
 Starts the program, opens every screen by pressing its buttons and menu
 items through the accessibility interface (as a screen reader user would),
 then walks every window and reports:
-  - windows whose role is not frame (or dialog for boxes);
+  - windows whose role is not frame (or dialog, or alert for a message box);
   - objects a reader can land on that have no name;
   - scroll bars without a value description;
   - drawings (role canvas) whose description does not start with a summary.
@@ -123,6 +123,33 @@ def press(app, name_part):
     return act(find(app, pyatspi.ROLE_PUSH_BUTTON, name_part), name_part)
 
 
+def press_by_keyboard(app, window_part, name_part):
+    """Focuses a button through the accessibility interface and presses it
+    with the space bar (xdotool): a button that opens a modal box would hold
+    a reader's action call until the box is closed."""
+    button = find(app, pyatspi.ROLE_PUSH_BUTTON, name_part)
+    if button is None:
+        print("  (not found: %s)" % name_part)
+        return False
+    try:
+        subprocess.run(["xdotool", "search", "--onlyvisible", "--name", window_part, "windowactivate", "--sync"], check=False,
+                       timeout=10)
+        time.sleep(0.5)
+        button.queryComponent().grabFocus()
+        time.sleep(0.5)
+        subprocess.run(["xdotool", "key", "space"], check=False)
+    except Exception as error:
+        print("  (could not press %s: %s)" % (name_part, error))
+        return False
+    time.sleep(1.5)
+    return True
+
+
+def close_box():
+    subprocess.run(["xdotool", "key", "Escape"], check=False)
+    time.sleep(1.0)
+
+
 def menu_item(app, menu_part, item_part):
     """Chooses a menu item by its action, as a reader does: the menu's title
     is a menu item whose child is the popup menu with the items."""
@@ -169,15 +196,19 @@ def phases(app):
     yield "main menu", lambda: None
     yield "bench", lambda: (press(app, "SEMICIRCLE"), menu_item(app, "DIRECTION", "TO THE LEFT"),
                             press(app, "RAYS FOR"), press(app, "LIST OF DATA"))
-    yield "history", lambda: press(app, "SHORT HISTORY")
-    yield "data and graphs", lambda: (press(app, "ANALYSIS OF DATA"),
-                                      menu_item(app, "HISTORICAL DATA", "PTOLEMY: GLASS"),
+    yield "mean error", lambda: menu_item(app, "BEST SEMICIRCLE", "BEST SEMICIRCLE")
+    yield "a typed angle's box", lambda: press_by_keyboard(app, "^SIMULATION", "GIVE INCIDENCE ANGLE")
+    yield "history", lambda: (close_box(), press(app, "SHORT HISTORY"))
+    yield "a message box", lambda: (press(app, "ANALYSIS OF DATA"),
+                                    press_by_keyboard(app, "^DATA  ", "Data Analysis"))  # no pairs yet: a message
+    yield "data and graphs", lambda: (close_box(), menu_item(app, "HISTORICAL DATA", "PTOLEMY: GLASS"),
                                       menu_item(app, "MODELS", "Kepler"))
     yield "Ptolemy's instrument", lambda: menu_item(app, "INSTRUMENTS", "PTOLEMY'S INSTRUMENT")
     yield "Al Haytham", lambda: (menu_item(app, "INSTRUMENTS", "AL HAYTHAM"), press(app, "HIDE ΠΙΣΩ"))
     yield "Ptolemy's fitting", lambda: menu_item(app, "HISTORICAL DATA", "DATA MANIPULATION")
     yield "interpretation", lambda: press(app, "INTERPRETATION")
     yield "Fermat", lambda: menu_item(app, "FERMAT'S PRINCIPLE", "FERMAT'S PRINCIPLE")
+    yield "index and velocities", lambda: menu_item(app, "INDEX  Δείκτης", "INDEX AND VELOCITIES")
 
 
 class Findings:
@@ -239,7 +270,10 @@ class Findings:
                 print("  %s: %s" % (where, description.split("\n")[0][:200]))
             for where, description in sorted(self.bars.items()):
                 print("  %s: %s" % (where, description))
-        wrong = ["%s '%s'" % (role, name) for name, role in self.windows.items() if role not in ("frame", "dialog")]
+        # A message box is an alert: a kind of dialog whose text a reader
+        # speaks as soon as it appears.
+        wrong = ["%s '%s'" % (role, name) for name, role in self.windows.items()
+                 if role not in ("frame", "dialog", "alert")]
         print("windows: %d, objects walked: %d, drawings: %d, scroll bars: %d"
               % (len(self.windows), len(self.objects), len(self.drawings), len(self.bars)))
         for title, items in (("windows with a wrong role", wrong), ("objects without a name", self.unnamed),

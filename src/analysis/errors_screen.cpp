@@ -150,4 +150,22 @@ void Errors::paintGraph() {
     printAt(25, 50, QStringLiteral("yc= ") + fmt(yc_, "0.00"));
     printAt(25, 45, QStringLiteral("Angle= ") + fmt(angleDegrees_, "0.00"));
     canvas->setFontBold(false);
+
+    // The graph in words, for a screen reader: its range, and where the
+    // error is least and largest.
+    const MeanErrorPoint* least = nullptr;
+    const MeanErrorPoint* largest = nullptr;
+    for (const MeanErrorPoint& p : curve_.points) {
+        if (!std::isfinite(p.radius) || !std::isfinite(p.errorPercent)) continue;
+        if (!least || p.errorPercent < least->errorPercent) least = &p;
+        if (!largest || p.errorPercent > largest->errorPercent) largest = &p;
+    }
+    QString summary = QStringLiteral("Graph: mean error % of the measured index against the radius of the semicircle, "
+                                     "for n = %1, h = %2, xc = %3, yc = %4.")
+                          .arg(fmt(index_, "0.00"), fmt(rayHeight_, "0.00"), fmt(xc_, "0.00"), fmt(yc_, "0.00"));
+    if (least && largest)
+        summary += QStringLiteral(" Least %1 % at radius %2; largest %3 % at radius %4.")
+                       .arg(fmt(least->errorPercent, "0.00"), fmt(least->radius, "0"), fmt(largest->errorPercent, "0.00"),
+                            fmt(largest->radius, "0"));
+    canvas->setSummary(summary);
 }

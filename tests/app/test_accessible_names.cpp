@@ -12,6 +12,7 @@
 #include <QScrollBar>
 #include <QTextEdit>
 
+#include "analysis/errors_screen.h"
 #include "analysis/graph_screens.h"
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/ptolemaios_screen.h"
@@ -291,6 +292,27 @@ private slots:
             s.bodyCentre(Somata::Magenta), s.bodyCentre(Somata::Green), s.field().boundary(), s.speeds());
         QVERIFY2(said(s.canvas).contains(QStringLiteral("Least time ") + fmt(least.bestTime, "0.00")), qPrintable(said(s.canvas)));
         QVERIFY(s.fermatscr->accessibleDescription().startsWith(QLatin1String("blue body at x = ")));
+    }
+
+    // The mean-error graph says where the error is least, from its curve.
+    void meanErrorSaysItsLeast() {
+        ScreenTestScope scope;
+        form<Diathlasimeleti>().Command1_Click();
+        Hmiky& bench = form<Hmiky>();
+        bench.moredens_Click();
+        bench.hvalue->setValue(25);
+        bench.Optimize_Click();
+        const Errors& errors = form<Errors>();
+        const auto& points = errors.curve().points;
+        const auto least = std::min_element(points.begin(), points.end(), [](const auto& a, const auto& b) {
+            return a.errorPercent < b.errorPercent;
+        });
+        QVERIFY(least != points.end());
+        const QString text = said(errors.canvas);
+        QVERIFY2(text.startsWith(QLatin1String("Graph: mean error")) &&
+                     text.contains(QStringLiteral("Least %1 % at radius %2").arg(fmt(least->errorPercent, "0.00"),
+                                                                                 fmt(least->radius, "0"))),
+                 qPrintable(text));
     }
 
     // Each law laid over the data is named in the graph's summary with its
