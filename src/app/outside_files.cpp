@@ -195,10 +195,18 @@ namespace {
 
 FileWriteResult refused(std::string reason) { return {false, std::move(reason)}; }
 
+// How much of the target's name the temporary's name repeats: enough to
+// tell whose it is, short enough that even a target of the longest name
+// the file system allows gives a temporary name it allows too.
+constexpr std::size_t kTemporaryStem = 32;
+
 // A name for the temporary beside the target that no other writer uses.
 std::string temporaryName(const std::string& target, int attempt) {
     static std::atomic<unsigned> counter{0};
-    return "." + target + ".tmp-" + std::to_string(::getpid()) + "-" + std::to_string(counter++) + "-" +
+    std::size_t stem = std::min(target.size(), kTemporaryStem);
+    // Cut before a UTF-8 continuation byte, so that a Greek name stays whole letters.
+    while (stem > 0 && stem < target.size() && (static_cast<unsigned char>(target[stem]) & 0xC0) == 0x80) --stem;
+    return "." + target.substr(0, stem) + ".tmp-" + std::to_string(::getpid()) + "-" + std::to_string(counter++) + "-" +
            std::to_string(attempt);
 }
 
@@ -221,9 +229,6 @@ FileWriteResult replaceFile(const fs::path& requested, const FileFiller& fill) {
         if (::lstat(target.c_str(), &info) != 0) return refused(systemReason(errno));
     }
     if (exists && !S_ISREG(info.st_mode)) return refused(notAFile(info.st_mode));
-    // Read-only means read-only for everyone, the superuser included.
-    if (exists && ((info.st_mode & 0222) == 0 || ::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0))
-        return refused("the file is read-only");
 
     const std::string name = target.filename().string();
     if (name.empty() || name == "." || name == "..") return refused("no file name was given");
@@ -233,9 +238,17 @@ FileWriteResult replaceFile(const fs::path& requested, const FileFiller& fill) {
 
     Descriptor old;
     if (exists) {
+        // An old file that cannot be read is refused like one that cannot
+        // be written: a writer that keeps part of it would lose that part
+        // without a word, and one that does not would replace a file the
+        // pupil cannot even look at.
         old = Descriptor(::openat(dir.get(), name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-        // A write-only old file is still replaced; only `fill` may need it.
+        if (old.get() < 0 && errno != ENOENT) return refused(systemReason(errno));
+        exists = old.get() >= 0;  // gone meanwhile: then there is nothing to keep
     }
+    // Read-only means read-only for everyone, the superuser included.
+    if (exists && (info.st_mode & 0222) == 0) return refused("the file is read-only");
+    if (exists && ::faccessat(dir.get(), name.c_str(), W_OK, AT_EACCESS) != 0) return refused(systemReason(errno));
 
     std::string temporary;
     Descriptor out;

@@ -49,14 +49,16 @@ struct FileWriteResult {
 // Puts new contents in place of `target`, whole or not at all: they are
 // written to a temporary file beside the target, made durable, and renamed
 // over it; on any failure the old file stays as it was and the temporary
-// is removed. The temporary is made, renamed and removed through a handle
-// on the folder, so a folder renamed mid-save neither loses the file nor
-// keeps a stray temporary.
+// is removed. The temporary (named after the target's first few letters,
+// so that a target of the longest name allowed still gives an allowed
+// name) is made, renamed and removed through a handle on the folder, so a
+// folder renamed mid-save neither loses the file nor keeps a stray
+// temporary.
 //
-// Awkward targets are refused, whatever writes them: a read-only old file,
-// a link that leads nowhere or round in a loop, anything that is not a
-// regular file. A link to a regular file replaces the file it leads to;
-// an old file's permission bits are kept.
+// Awkward targets are refused, whatever writes them: an old file that
+// cannot be read or is read-only, a link that leads nowhere or round in a
+// loop, anything that is not a regular file. A link to a regular file
+// replaces the file it leads to; an old file's permission bits are kept.
 //
 // `fill` writes the contents into the temporary (`temporary` is a file
 // descriptor open for writing at offset 0) and returns 0 or an errno

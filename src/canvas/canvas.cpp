@@ -328,6 +328,8 @@ void Canvas::paintEvent(QPaintEvent* event) {
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     const QRect area = event->rect().intersected(rect());
     const qreal dpr = image_.devicePixelRatio();
+    // An image capped below the window's size is scaled up smoothly.
+    if (dpr < devicePixelRatio()) painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const QRectF source(QPointF(area.topLeft()) * dpr, QSizeF(area.size()) * dpr);
     painter.drawImage(QRectF(area), image_, source);
 }

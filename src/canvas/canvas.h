@@ -140,7 +140,9 @@ public:
     void placeControl(QWidget* control, double left, double top, double width = 0.0, double height = 0.0);
 
     // --- inspection (tests, accessibility) --------------------------------
-    // The backing image, in device pixels (size() × devicePixelRatio).
+    // The backing image, in device pixels (size() × devicePixelRatio, but
+    // no larger than the largest screen: a larger window gets an image of
+    // a lower pixel ratio, scaled up when shown).
     const QImage& image() const;
     // The colour at a user coordinate.
     QColor pixelAt(double x, double y) const;

@@ -1,13 +1,16 @@
 #include "canvas/canvas.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScreen>
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
 #include "canvas/canvas_limits.h"
+#include "canvas/figure_export.h"
 
 using namespace canvas_limits;
 
@@ -81,6 +84,16 @@ double penOffset(int drawWidth, qreal dpr) {
 }
 
 
+// The largest width and height in device pixels that any screen shows.
+QSize largestScreenInDevicePixels() {
+    QSize largest;
+    for (const QScreen* screen : QGuiApplication::screens())
+        largest = largest.expandedTo((QSizeF(screen->geometry().size()) * screen->devicePixelRatio()).toSize());
+    // Never less than a common desktop: a small or virtual screen should not
+    // blur windows that are moved to a larger one later.
+    return largest.expandedTo(QSize(kSmallestImageCap, kSmallestImageCap * 5 / 8));
+}
+
 }  // namespace
 
 // ------------------------------------------------------------ recording ---
@@ -89,6 +102,7 @@ void Canvas::record(Op op) {
     syncImage();
     {
         QPainter painter(&image_);
+        followImageRatio(painter);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setRenderHint(QPainter::TextAntialiasing);
         paintOp(painter, op);
@@ -290,9 +304,22 @@ std::vector<Canvas::DrawnLine> Canvas::drawnLines() const {
 // -------------------------------------------------------------- image ---
 
 void Canvas::syncImage() const {
-    const qreal dpr = devicePixelRatio();
+    const qreal screenRatio = devicePixelRatio();
     const QSize logical(std::max(1, width()), std::max(1, height()));
-    const QSize device = (QSizeF(logical) * dpr).toSize();
+    const QSize full = (QSizeF(logical) * screenRatio).toSize();
+    // The usual case, a window no larger than its screen, costs no look at
+    // the screens.
+    if (!image_.isNull() && image_.size() == full && qFuzzyCompare(image_.devicePixelRatio(), screenRatio)) return;
+    // A window larger than any screen cannot be seen whole at full
+    // sharpness, so its image need not be sharper than the largest screen:
+    // the figure is painted at fewer pixels per logical pixel and scaled
+    // up when shown. Memory stays bounded however large the window grows.
+    const QSize largest = largestScreenInDevicePixels();
+    const double shrink = std::min({1.0, double(largest.width()) / std::max(1, full.width()),
+                                    double(largest.height()) / std::max(1, full.height())});
+    const qreal dpr = screenRatio * shrink;
+    const QSize device(std::max(1, int(std::lround(logical.width() * dpr))),
+                       std::max(1, int(std::lround(logical.height() * dpr))));
     if (!image_.isNull() && image_.size() == device && qFuzzyCompare(image_.devicePixelRatio(), dpr)) return;
     rebuildImage(device, dpr);
 }
@@ -306,6 +333,7 @@ void Canvas::rebuildImage(const QSize& device, qreal dpr) const {
     fresh.fill(backColor_);
     {
         QPainter painter(&fresh);
+        followImageRatio(painter);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setRenderHint(QPainter::TextAntialiasing);
         if (opsComplete_) {

@@ -31,6 +31,12 @@ QString quotedPath(const QString& path) {
 
 }  // namespace
 
+void followImageRatio(QPainter& painter) {
+    const qreal wanted = painter.device()->devicePixelRatio();
+    const qreal applied = painter.deviceTransform().m11();
+    if (applied > 0.0 && !qFuzzyCompare(applied, wanted)) painter.scale(wanted / applied, wanted / applied);
+}
+
 QImage figureImage(const Canvas& canvas, double scale) {
     const QSize logical = canvas.size().expandedTo(QSize(1, 1));
     double s = std::isfinite(scale) ? std::clamp(scale, 0.1, 8.0) : 2.0;
@@ -44,6 +50,7 @@ QImage figureImage(const Canvas& canvas, double scale) {
     image.setDevicePixelRatio(s);
     image.fill(Qt::white);
     QPainter painter(&image);
+    followImageRatio(painter);  // a window over 2048 pixels across gets a scale below 1
     canvas.renderFigure(painter);
     painter.end();
     return image;

@@ -17,6 +17,12 @@ class QPrinter;
 // The figure as an image `scale` times the canvas's logical size, its long
 // side at most 4096 pixels.
 QImage figureImage(const Canvas& canvas, double scale = 2.0);
+// Qt scales a painter on an image by the image's pixel ratio only when the
+// ratio is above 1; this sets the rest of the scale for a ratio below 1 (a
+// picture smaller than the window it shows), so that the whole figure
+// lands in the image. Call it right after the painter begins.
+void followImageRatio(QPainter& painter);
+
 // The figure as an SVG document.
 QByteArray figureSvg(const Canvas& canvas, const QString& title);
 // Where a figure of the given size goes on a page: as large as fits with

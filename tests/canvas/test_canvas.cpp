@@ -1,6 +1,7 @@
 #include <QtTest>
 
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
 
 #include <cmath>
@@ -9,6 +10,7 @@
 #include <numbers>
 
 #include "canvas/canvas.h"
+#include "canvas/figure_export.h"
 #include "canvas/fonts.h"
 
 namespace {
@@ -255,6 +257,43 @@ private slots:
                                    QPoint(patch.width() - 1, patch.height() - 1)})
                 QCOMPARE(shown.pixelColor(p), c.image().pixelColor(patch.topLeft() + p));
         }
+    }
+
+    // A window far larger than any screen: its image stops at the largest
+    // screen's size (or a common desktop's, on a smaller screen) instead of
+    // taking a quarter of a gigabyte, the whole figure is still in it, new
+    // drawing lands where it should, and a saved picture replays the
+    // record at its own size. Back at a small size the image is sharp again.
+    void imageStopsAtTheLargestScreen() {
+        Canvas c;
+        c.resize(400, 400);
+        c.setBackColor(kWhite);
+        c.scale(0, 0, 100, 100);
+        c.filledBox(90, 90, 100, 100, kRed);  // the far corner
+        c.resize(8000, 8000);
+        QSize largest(1920, 1200);
+        for (const QScreen* screen : QGuiApplication::screens())
+            largest = largest.expandedTo((QSizeF(screen->geometry().size()) * screen->devicePixelRatio()).toSize());
+        const QSize image = c.image().size();
+        QVERIFY2(image.width() <= largest.width() && image.height() <= largest.height() && image.width() < 8000,
+                 qPrintable(QStringLiteral("%1 x %2").arg(image.width()).arg(image.height())));
+        QCOMPARE(image.width(), image.height());  // proportions kept
+        QCOMPARE(c.pixelAt(95, 95), kRed);
+        QCOMPARE(c.pixelAt(85, 95), kWhite);
+        c.filledBox(0, 90, 10, 100, kBlue);
+        QCOMPARE(c.pixelAt(5, 95), kBlue);
+        QCOMPARE(c.pixelAt(5, 85), kWhite);
+
+        const QImage png = figureImage(c);
+        QCOMPARE(png.size(), QSize(4096, 4096));
+        QCOMPARE(png.pixelColor(4000, 4000), kRed);
+        QCOMPARE(png.pixelColor(100, 4000), kBlue);
+        QCOMPARE(png.pixelColor(3600, 3600), kWhite);
+
+        c.resize(400, 400);
+        QCOMPARE(c.image().size(), QSize(400, 400));
+        QCOMPARE(ink(c.image()).bounds, QRect(0, 360, 400, 40));
+        QCOMPARE(ink(c.image(), QRect(0, 360, 400, 40)).count, 2 * 40 * 40);
     }
 
     void controlsAndMouseInUserUnits() {

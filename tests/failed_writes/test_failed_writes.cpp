@@ -6,16 +6,21 @@
 // The failures: a full disk and a write stopped half way (a file-size limit
 // on the process: the temporary grows to the limit, then writing fails, as
 // on a full disk), the name taken by a folder, a folder that does not exist
-// or whose "folder" is a file, and a read-only folder. The superuser writes
-// into read-only folders, so when the tests run as root that row proves
-// nothing and is left out; the others fail for root as for anyone.
+// or whose "folder" is a file, a read-only folder, an old file that can be
+// written but not read, and the folder renamed while saving. The superuser
+// writes into read-only folders, so when the tests run as root that row
+// proves nothing and is left out; the others fail for root as for anyone.
 #include <QtTest>
 
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <chrono>
 #include <csignal>
+#include <cstdio>
 #include <functional>
+#include <thread>
 
 #include "app/forms.h"
 #include "app/main_menu.h"
@@ -27,6 +32,7 @@
 #include "semicircle/measurement_file.h"
 #include "app/outside_files.h"
 #include "test_support.h"
+#include "unreadable.h"
 
 namespace {
 
@@ -201,6 +207,67 @@ private slots:
                 if (kind == 0) QCOMPARE(readAll(path), kOld);
                 else QVERIFY2(QFileInfo(path).isSymLink(), qPrintable(what));
             }
+        }
+    }
+
+    // An old file that can be written but not read: the measurement writer
+    // would have to drop what it cannot copy, the others would replace a
+    // file the pupil cannot look at. Every writer refuses it and says why.
+    void unreadableOldFileRefused() {
+        for (const Writer& w : writers()) {
+            QTemporaryDir dir;
+            QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
+                                                  QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther);
+            const QString path = dir.filePath(w.fileName);
+            QVERIFY(writeAll(path, kOld));
+            QFile::setPermissions(path, QFileDevice::WriteOwner | QFileDevice::WriteGroup | QFileDevice::WriteOther);
+            const qsizetype messages = scope_->dialogs().messages.size();
+            {
+                AsNobody nobody;
+                if (!AsNobody::refusesReading(qPrintable(path))) QSKIP("every file here can be read");
+                w.save(path);
+            }
+            QVERIFY2(scope_->dialogs().messages.size() == messages + 1 && bilingual(lastMessage()), qPrintable(w.name));
+            QVERIFY2(lastMessage().contains(QString::fromStdString(systemReason(EACCES))),
+                     qPrintable(w.name + QStringLiteral(": ") + lastMessage()));
+            QVERIFY2(readAll(path) == kOld, qPrintable(w.name));
+            QCOMPARE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                     QStringList{w.fileName});
+        }
+    }
+
+    // The folder renamed back and forth while the pupil saves again and
+    // again: a save lands whole in whichever name the folder has, or fails
+    // with a message, and no temporary is ever left in it.
+    void folderRenamedWhileSaving() {
+        for (const Writer& w : writers()) {
+            if (w.fileName == QLatin1String(kMeasurementFileName)) continue;  // its folder is the current one
+            QTemporaryDir dir;
+            const QString a = dir.filePath(QStringLiteral("a")), b = dir.filePath(QStringLiteral("b"));
+            QVERIFY(QDir().mkdir(a) && writeAll(a + QLatin1Char('/') + w.fileName, kOld));
+            std::atomic<bool> stop{false};
+            std::atomic<int> renames{0};
+            const QByteArray from = QFile::encodeName(a), to = QFile::encodeName(b);
+            std::thread renamer([&] {
+                while (!stop) {
+                    if (std::rename(from.constData(), to.constData()) == 0) ++renames;
+                    if (std::rename(to.constData(), from.constData()) == 0) ++renames;
+                }
+            });
+            const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(1500);
+            int saves = 0;
+            while (std::chrono::steady_clock::now() < until) {
+                w.save(a + QLatin1Char('/') + w.fileName);
+                ++saves;
+            }
+            stop = true;
+            renamer.join();
+            QVERIFY2(renames > 10 && saves > 10, qPrintable(w.name));
+            const QString folder = QFileInfo::exists(a) ? a : b;
+            QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList{w.fileName});
+            QVERIFY2(!readAll(folder + QLatin1Char('/') + w.fileName).isEmpty(), qPrintable(w.name));
+            for (const QString& m : scope_->dialogs().messages) QVERIFY2(bilingual(m), qPrintable(m));
+            scope_->dialogs().messages.clear();
         }
     }
 
