@@ -176,8 +176,14 @@ void Inpdat::toentrito() {
     c.setFontSize(labelPoints(c));
     while (c.fontSize() > kSmallestPoints && std::max(c.textWidth(english), c.textWidth(greek)) > 29.0)
         c.setFontSize(c.fontSize() - 0.5);
-    printAt(c, 40, 50 + c.textHeight(), english);
-    printAt(c, 40, 50, greek);
+    // On a small window 8 points are wider than that: the label then starts
+    // further left, so that it still ends before the line where the line
+    // passes the foot of the Greek line.
+    const double foot = 50.0 - c.textHeight();
+    const double end = 1.5 * foot - 3.0 * std::fabs(c.userPerPixelX());
+    const double left = std::min(40.0, end - std::max(c.textWidth(english), c.textWidth(greek)));
+    printAt(c, left, 50 + c.textHeight(), english);
+    printAt(c, left, 50, greek);
     c.setFontBold(false);
     c.setForeColor(Qt::black);
     lawDrawn(label, QStringLiteral("refraction = 2/3 incidence: the line from (0°, 0°) to (100°, %1°).")

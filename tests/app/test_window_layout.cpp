@@ -357,6 +357,16 @@ private slots:
         // Beside the end of the label's last line, the ground.
         QCOMPARE(angles.pixelAt(99.5, angles.toUser(QPointF(0, lowest - 2)).y()), QColor(255, 255, 0));
         QVERIFY(lowest < angles.toLogical(0, 0).y());  // above the x axis and its labels
+        // The 2/3 line stays clear of its own label, which 8 points make
+        // wider on a small window.
+        data.newt2_Click();
+        data.toentrito1_Click();
+        QTest::qWait(20);
+        const QColor fixedLine(165, 100, 80);
+        for (const auto& t : angles.drawnTexts())
+            for (const auto& line : angles.drawnLines())
+                if (line.colour == fixedLine)
+                    QVERIFY2(!crosses(line, t.box.adjusted(1, 1, -1, -1)), qPrintable(t.text));
         data.Newt_Click();
         // The lettered figures of the notes, beside their texts: letters
         // and captions clear of the figure's lines and of each other.
