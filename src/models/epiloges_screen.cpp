@@ -7,11 +7,13 @@
 #include "app/index_prompt.h"
 #include "app/program_exit.h"
 #include "app/shared_state.h"
+#include "app/window_placement.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
 #include "history/data_screen_opener.h"
 #include "models/rixo_screen.h"
 #include "models/rixotext_screen.h"
+#include "models/somata_screen.h"
 
 Epiloges::Epiloges() {
     setObjectName(QStringLiteral("epiloges"));
@@ -69,6 +71,33 @@ void Epiloges::writeSummary() {
                      (samev->isChecked() ? QStringLiteral("IDIA V: the same speed in both media  Ίδια ταχύτητα")
                                          : QStringLiteral("METAVOLH V: the speed changes  Μεταβολή της ταχύτητας")));
     summary->setAccessibleName(summary->text());
+}
+
+std::vector<QRect> Epiloges::areasToKeepClear() {
+    std::vector<QRect> areas;
+    Forms& forms = Forms::instance();
+    auto onScreen = [](const QWidget* w, const QRect& local) { return QRect(w->mapToGlobal(local.topLeft()), local.size()); };
+    if (forms.exists<Rixo>() && form<Rixo>().isVisible()) {
+        const Rixo& rixo = form<Rixo>();
+        for (const QRect& r : rixo.moving->keepClear()) areas.push_back(onScreen(rixo.moving, r));
+    }
+    if (forms.exists<Rixotext>() && form<Rixotext>().isVisible()) {
+        const Rixotext& panel = form<Rixotext>();
+        QRect figures;
+        for (const QLabel* l : panel.findChildren<QLabel*>())
+            if (l->isVisibleTo(&panel) && !l->text().isEmpty()) figures |= onScreen(l, l->rect());
+        if (!figures.isEmpty()) areas.push_back(figures);
+    }
+    if (forms.exists<Rixo>() && form<Rixo>().isVisible())
+        areas.push_back(onScreen(form<Rixo>().canvas, form<Rixo>().canvas->rect()));
+    if (forms.exists<Rixotext>() && form<Rixotext>().isVisible()) areas.push_back(outerRect(form<Rixotext>()));
+    if (forms.exists<Somata>() && form<Somata>().isVisible()) areas.push_back(outerRect(form<Somata>()));
+    return areas;
+}
+
+void Epiloges::showBesideWaves() {
+    placeWindow(*this, leastCoveringPlace(outerRect(*this).size(), availableArea(&form<Rixo>()), areasToKeepClear()));
+    showScreen(*this);
 }
 
 void Epiloges::Form_Load() {

@@ -4,6 +4,9 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
+#include <QRect>
+
+#include <vector>
 
 // "epiloges": the index of refraction and the speeds of light in two media.
 // A menu bar over a short summary; its commands set the index and the angle
@@ -47,6 +50,12 @@ public:
     // The summary line and the check marks, from the panel's values; the
     // panel calls it when they change.
     void writeSummary();
+    // Shows the screen where it covers least of what the pupil reads: the
+    // notes printed on the wave picture first, then the panel's figures,
+    // then the rest of the wave picture, the panel and the corpuscles.
+    void showBesideWaves();
+    // Those rectangles, in screen coordinates, most important first.
+    static std::vector<QRect> areasToKeepClear();
 
 private:
     void drawOnWaveScreen();

@@ -170,16 +170,67 @@ QRect Rixo::printNotes(const QStringList& notes) {
     // being cut short, which would lose the ray of the ray picture.
     const double left = f.width * 0.01;
     const double bottom = f.height * 0.01;
-    const double top = bottom + canvas->textHeight() * static_cast<double>(notes.size());
-    double right = left;
-    canvas->setCurrentY(top);
+    const double room = f.width * 0.98;
+    const double points = canvas->fontSize();
+    std::vector<NoteLine> lines;
     for (const QString& note : notes) {
-        canvas->setCurrentX(left);
-        canvas->print(note);
-        right = std::max(right, left + canvas->textWidth(note));
+        const std::vector<NoteLine> fitted = fitNote(note, room, points);
+        lines.insert(lines.end(), fitted.begin(), fitted.end());
     }
+    double top = bottom;
+    for (const NoteLine& l : lines) {
+        canvas->setFontSize(l.points);
+        top += canvas->textHeight();
+    }
+    double right = left;
+    double y = top;
+    for (const NoteLine& l : lines) {
+        canvas->setFontSize(l.points);
+        canvas->setCurrentX(left);
+        canvas->setCurrentY(y);
+        canvas->print(l.text);
+        right = std::max(right, left + canvas->textWidth(l.text));
+        y -= canvas->textHeight();
+    }
+    canvas->setFontSize(points);
     const QRectF area = QRectF(toWidget({left, top}), toWidget({right, bottom}));
     return area.normalized().adjusted(-3, -3, 3, 3).toAlignedRect();
+}
+
+std::vector<Rixo::NoteLine> Rixo::fitNote(const QString& note, double room, double points) {
+    // A note too wide for the drawing is first set a little smaller, never
+    // below 8 points; if that is not enough it goes on over more lines,
+    // broken between its words, preferably where two blanks part the
+    // English from the Greek. The words themselves stay as they are.
+    constexpr double kSmallest = 8.0;
+    auto fits = [&](const QString& text, double size) {
+        canvas->setFontSize(size);
+        return canvas->textWidth(text) <= room;
+    };
+    if (fits(note, points)) return {{note, points}};
+    if (fits(note, std::min(points, kSmallest))) return {{note, std::min(points, kSmallest)}};
+    std::vector<NoteLine> lines;
+    QString rest = note;
+    while (!rest.isEmpty() && !fits(rest, points)) {
+        // The longest head that fits, ending at a blank (a double blank if
+        // one lies in its second half).
+        qsizetype cut = -1, wide = -1;
+        for (qsizetype k = 1; k < rest.size(); ++k) {
+            if (rest[k] != QLatin1Char(' ') || rest[k - 1] == QLatin1Char(' ')) continue;
+            if (!fits(rest.left(k), points)) break;
+            cut = k;
+            if (k + 1 < rest.size() && rest[k + 1] == QLatin1Char(' ')) wide = k;
+        }
+        if (cut < 0) break;  // one word wider than the drawing: it stays whole
+        if (wide > cut / 2) cut = wide;
+        lines.push_back({rest.left(cut), points});
+        qsizetype next = cut;
+        while (next < rest.size() && rest[next] == QLatin1Char(' ')) ++next;
+        rest = rest.mid(next);
+    }
+    if (!rest.isEmpty()) lines.push_back({rest, points});
+    canvas->setFontSize(points);
+    return lines;
 }
 
 QRect Rixo::drawBrewsterMark() {
@@ -398,7 +449,7 @@ void Rixo::deiktis_Click() {
     panel.showFigures(wording);
 }
 
-void Rixo::epiloges_Click() { showScreen(form<Epiloges>()); }
+void Rixo::epiloges_Click() { form<Epiloges>().showBesideWaves(); }
 
 void Rixo::Timer1_Timer() {
     phase_ = std::fmod(phase_ + kWaveStepPerTick, kWavelength);

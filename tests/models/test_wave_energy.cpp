@@ -11,6 +11,8 @@
 #include "app/forms.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
+#include "app/window_placement.h"
+#include "models/epiloges_screen.h"
 #include "models/model_texts.h"
 #include "models/rixo_screen.h"
 #include "models/rixotext_screen.h"
@@ -40,9 +42,11 @@ QString line(char polarisation, const QString& reflected, const QString& refract
         .arg(reflected, refracted);
 }
 
-// The pixels of the moving layer, painted alone on a transparent image.
-QImage movingAlone(MovingLayer& layer) {
-    QImage image(layer.size(), QImage::Format_ARGB32_Premultiplied);
+// The pixels of the moving layer, painted alone on a transparent image as
+// sharp as the drawing under it (two pixels a point on a screen at 200 %).
+QImage movingAlone(MovingLayer& layer, qreal ratio) {
+    QImage image((QSizeF(layer.size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
     image.fill(Qt::transparent);
     layer.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
     return image;
@@ -119,17 +123,19 @@ private slots:
                 for (int tick = 0; tick < 7; ++tick) s.rixo.Timer1_Timer();
                 const QImage drawing = s.rixo.canvas->image();
                 const double ratio = drawing.devicePixelRatio();
-                const QImage moving = movingAlone(*s.rixo.moving);
-                const int boundary = s.rixo.canvas->height() / 2;
+                const QImage moving = movingAlone(*s.rixo.moving, ratio);
+                QCOMPARE(moving.size(), drawing.size());
+                const int boundary = static_cast<int>((s.rixo.canvas->height() / 2 + 4) * ratio);
+                const int normal = static_cast<int>((s.rixo.canvas->width() / 2 - 4) * ratio);
                 int textPixels = 0;
-                for (int y = boundary + 4; y < s.rixo.canvas->height(); ++y)
-                    for (int x = 0; x < s.rixo.canvas->width() / 2 - 4; ++x) {
-                        const QColor c = drawing.pixelColor(static_cast<int>(x * ratio), static_cast<int>(y * ratio));
+                for (int y = boundary; y < drawing.height(); ++y)
+                    for (int x = 0; x < normal; ++x) {
+                        const QColor c = drawing.pixelColor(x, y);
                         if (c.red() > 90 || c.green() > 90 || c.blue() > 90) continue;
                         ++textPixels;
                         QVERIFY2(qAlpha(moving.pixel(x, y)) == 0,
-                                 qPrintable(QStringLiteral("front over the notes at %1,%2 (n %3, %4°)")
-                                                .arg(x).arg(y).arg(n).arg(angle)));
+                                 qPrintable(QStringLiteral("front over the notes at %1,%2 of %3x%4 (n %5, %6°)")
+                                                .arg(x).arg(y).arg(drawing.width()).arg(drawing.height()).arg(n).arg(angle)));
                     }
                 QVERIFY(textPixels > 100);
                 const QRect notes = s.rixo.moving->keepClear().boundingRect();
@@ -141,6 +147,71 @@ private slots:
         // Without the clearing the test would mean nothing: some fronts do
         // sweep the corner.
         QVERIFY(frontsReachTheCorner);
+    }
+
+    // Every line printed on the wave screen stands wholly inside the drawing
+    // at a readable size, however narrow the window the screen is given:
+    // a note too long for it goes on over a second line, word for word.
+    void everyNoteFitsTheDrawing() {
+        ScreenTestScope scope;
+        Screens s = openFromMenu();
+        bool wrapped = false;
+        for (const QSize size : {QSize(640, 520), QSize(450, 360), QSize(340, 300)}) {
+            s.rixo.resize(size);
+            QCoreApplication::processEvents();
+            const QRectF drawing = QRectF(s.rixo.canvas->rect()).adjusted(-0.5, -0.5, 0.5, 0.5);
+            for (double n : {0.5, 1.5, 2.0}) {
+                for (int angle : {0, 30, 85}) {
+                    s.panel.setIndex(n);
+                    s.panel.setIncidence(angle);
+                    const QStringList pictures{QStringLiteral("waves"), QStringLiteral("ray"), QStringLiteral("straight")};
+                    for (const QString& picture : pictures) {
+                        if (picture == pictures[0]) s.rixo.TIMERSTART_Click();
+                        else if (picture == pictures[1]) s.rixo.aktina_Click();
+                        else s.rixo.drawStraightRay();
+                        const QString where = QStringLiteral(" (%1x%2, n %3, %4°, %5)")
+                                                  .arg(size.width()).arg(size.height()).arg(n).arg(angle).arg(picture);
+                        QString all;
+                        for (const Canvas::DrawnText& t : s.rixo.canvas->drawnTexts()) {
+                            QVERIFY2(drawing.contains(t.box), qPrintable(t.text + where));
+                            QVERIFY2(t.points >= 8.0, qPrintable(t.text + where));
+                            all += t.text + QLatin1Char(' ');
+                        }
+                        if (n == 0.5 && angle == 85 && picture != pictures[2]) {
+                            const QString note = texts::anglesPanel(85, kymatiko::refract(kymatiko::radians(85), 0.5));
+                            QVERIFY2(all.simplified().contains(note.simplified()), qPrintable(all + where));
+                            wrapped = wrapped || !s.rixo.canvas->printedTexts().contains(note);
+                        }
+                    }
+                }
+            }
+        }
+        QVERIFY(wrapped);  // the narrow windows did need a second line
+    }
+
+    // INDEX AND VELOCITIES opens where it hides neither the notes on the
+    // wave picture nor the figures of the panel.
+    void indexScreenKeepsOffTheNotesAndFigures() {
+        ScreenTestScope scope;
+        Screens s = openFromMenu();
+        s.rixo.TIMERSTART_Click();
+        QCoreApplication::processEvents();
+        s.rixo.epiloges_Click();
+        QCoreApplication::processEvents();
+        const Epiloges& e = form<Epiloges>();
+        QVERIFY(e.isVisible());
+        const QRect window = outerRect(e);
+        QVERIFY(!s.rixo.moving->keepClear().isEmpty());
+        for (const QRect& note : s.rixo.moving->keepClear()) {
+            const QRect onScreen(s.rixo.moving->mapToGlobal(note.topLeft()), note.size());
+            QVERIFY2(!window.intersects(onScreen), qPrintable(QStringLiteral("over the notes")));
+        }
+        for (const QLabel* figure : {s.panel.Label5, s.panel.Label4, s.panel.Label1, s.panel.energyS, s.panel.energyP,
+                                     s.panel.brewster}) {
+            if (!figure->isVisible()) continue;
+            const QRect onScreen(figure->mapToGlobal(QPoint()), figure->size());
+            QVERIFY2(!window.intersects(onScreen), qPrintable(figure->text()));
+        }
     }
 };
 
