@@ -88,10 +88,22 @@ std::vector<QRect> Epiloges::areasToKeepClear() {
             if (l->isVisibleTo(&panel) && !l->text().isEmpty()) figures |= onScreen(l, l->rect());
         if (!figures.isEmpty()) areas.push_back(figures);
     }
-    if (forms.exists<Rixo>() && form<Rixo>().isVisible())
+    // A window's title bar and menus are what the pupil reaches for next.
+    auto titleAndMenus = [](const QMainWindow& w) {
+        const QRect outer = outerRect(w);
+        const QWidget* bar = w.menuWidget();
+        const int bottom = bar ? bar->mapToGlobal(QPoint(0, bar->height())).y() : w.mapToGlobal(QPoint()).y();
+        return QRect(outer.topLeft(), QPoint(outer.right(), bottom));
+    };
+    if (forms.exists<Rixo>() && form<Rixo>().isVisible()) {
+        areas.push_back(titleAndMenus(form<Rixo>()));
         areas.push_back(onScreen(form<Rixo>().canvas, form<Rixo>().canvas->rect()));
+    }
     if (forms.exists<Rixotext>() && form<Rixotext>().isVisible()) areas.push_back(outerRect(form<Rixotext>()));
-    if (forms.exists<Somata>() && form<Somata>().isVisible()) areas.push_back(outerRect(form<Somata>()));
+    if (forms.exists<Somata>() && form<Somata>().isVisible()) {
+        areas.push_back(titleAndMenus(form<Somata>()));
+        areas.push_back(outerRect(form<Somata>()));
+    }
     return areas;
 }
 
