@@ -73,7 +73,7 @@ QStringList wrapWords(const Canvas& canvas, const QString& text, double maxWidth
 }
 
 FittedText fitText(Canvas& canvas, const QString& text, double maxWidth, double points) {
-    canvas.setFontSize(points);
+    canvas.setFontSize(std::max(points, kSmallestPoints));
     while (canvas.fontSize() > kSmallestPoints && canvas.textWidth(text) > maxWidth)
         canvas.setFontSize(std::max(kSmallestPoints, canvas.fontSize() - 0.5));
     // Smaller type could not be read from the back of a classroom: the text

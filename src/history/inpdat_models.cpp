@@ -26,7 +26,7 @@ constexpr double kLabelPoints = 9.0;
 // The labels sit at fixed places among the curves: their type follows the
 // graph's width (9 points on a 900-pixel graph), so that on a small window
 // they cover no more of the curves than on a large one.
-double labelPoints(const Canvas& c) { return std::clamp(kLabelPoints * c.width() / 900.0, 6.5, 12.0); }
+double labelPoints(const Canvas& c) { return std::clamp(kLabelPoints * c.width() / 900.0, kSmallestPoints, 12.0); }
 
 void printAt(Canvas& c, double x, double y, const QString& text) {
     c.setCurrentX(x);
@@ -71,13 +71,17 @@ void Inpdat::Kepler_Click() {
     c.setDrawWidth(2);
     c.line(0, 0, 100, 100 * k, kKeplerRed);
     c.setDrawWidth(1);
-    c.filledBox(23, 13, 100, 6, kKeplerGround);
+    const QString label = QStringLiteral("Kepler's Model for Refraction Μοντέλο Kepler για διάθλαση= ") +
+                          fmt(k, "0.00") + QStringLiteral("Πρόσπτωση");
     c.setFontBold(true);
+    // On a small window the label takes more lines: it then starts higher,
+    // so that it ends above the x axis, and its yellow ground reaches as
+    // far down as its lines do.
+    const double height = fittedHeightPixels(c, label, 76.0, labelPoints(c)) * std::fabs(c.userPerPixelY());
+    const double top = std::max(13.0, height + 3.0 * std::fabs(c.userPerPixelY()));
+    c.filledBox(23, top, 100, std::min(6.0, top - height), kKeplerGround);
     c.setForeColor(kKeplerRed);
-    printFitted(c, 23, 13,
-                QStringLiteral("Kepler's Model for Refraction Μοντέλο Kepler για διάθλαση= ") + fmt(k, "0.00") +
-                    QStringLiteral("Πρόσπτωση"),
-                76.0, labelPoints(c));
+    printFitted(c, 23, top, label, 76.0, labelPoints(c));
     c.setFontBold(false);
     c.setForeColor(Qt::black);
     lawDrawn(QStringLiteral("Kepler's model  Μοντέλο Kepler: r = ") + fmt(k, "0.00") + QStringLiteral("·i"),
@@ -172,8 +176,14 @@ void Inpdat::toentrito() {
     c.setFontSize(labelPoints(c));
     while (c.fontSize() > kSmallestPoints && std::max(c.textWidth(english), c.textWidth(greek)) > 29.0)
         c.setFontSize(c.fontSize() - 0.5);
-    printAt(c, 40, 50 + c.textHeight(), english);
-    printAt(c, 40, 50, greek);
+    // On a small window 8 points are wider than that: the label then starts
+    // further left, so that it still ends before the line where the line
+    // passes the foot of the Greek line.
+    const double foot = 50.0 - c.textHeight();
+    const double end = 1.5 * foot - 3.0 * std::fabs(c.userPerPixelX());
+    const double left = std::min(40.0, end - std::max(c.textWidth(english), c.textWidth(greek)));
+    printAt(c, left, 50 + c.textHeight(), english);
+    printAt(c, left, 50, greek);
     c.setFontBold(false);
     c.setForeColor(Qt::black);
     lawDrawn(label, QStringLiteral("refraction = 2/3 incidence: the line from (0°, 0°) to (100°, %1°).")

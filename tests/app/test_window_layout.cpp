@@ -343,6 +343,31 @@ private slots:
         data.Ptolemy_Click();
         checkGraphs(QStringLiteral("Ptolemy glass with residuals"));
         data.residualsItem->setChecked(false);
+        // A law laid over the data: its label in readable type, on a
+        // ground that reaches as far down as its lines.
+        data.Kepler_Click();
+        QTest::qWait(20);
+        const Canvas& angles = *form<Incref>().canvas;
+        double lowest = 0.0;
+        for (const auto& t : angles.drawnTexts()) {
+            QVERIFY2(t.points >= 8.0, qPrintable(QStringLiteral("\"%1\" in %2 pt").arg(t.text).arg(t.points)));
+            if (t.colour == QColor(255, 0, 0)) lowest = std::max(lowest, t.box.bottom());
+        }
+        QVERIFY(lowest > 0.0);
+        // Beside the end of the label's last line, the ground.
+        QCOMPARE(angles.pixelAt(99.5, angles.toUser(QPointF(0, lowest - 2)).y()), QColor(255, 255, 0));
+        QVERIFY(lowest < angles.toLogical(0, 0).y());  // above the x axis and its labels
+        // The 2/3 line stays clear of its own label, which 8 points make
+        // wider on a small window.
+        data.newt2_Click();
+        data.toentrito1_Click();
+        QTest::qWait(20);
+        const QColor fixedLine(165, 100, 80);
+        for (const auto& t : angles.drawnTexts())
+            for (const auto& line : angles.drawnLines())
+                if (line.colour == fixedLine)
+                    QVERIFY2(!crosses(line, t.box.adjusted(1, 1, -1, -1)), qPrintable(t.text));
+        data.Newt_Click();
         // The lettered figures of the notes, beside their texts: letters
         // and captions clear of the figure's lines and of each other.
         for (std::size_t k = 0; k < data.noteItems.size(); ++k) {
