@@ -120,7 +120,8 @@ bool Inpdat::analyse(const std::vector<AnglePair>& pairs, const AnalysisTexts& t
     const QString source = historicalDataFlag && !Label3->text().isEmpty()
                                ? Label3->text()
                                : QStringLiteral("Typed by the pupil  Μετρήσεις του μαθητή");
-    lastAnalysis_ = Analysed{pairs, fit, texts.style, sineTexts, texts.indexFormat, source, {}};
+    lastAnalysis_ = Analysed{pairs,  fit, texts.style, sineTexts, texts.indexFormat, source, {}, texts.refractionTitle,
+                             texts.incidenceTitle, {}};
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "analysis/graph_screens.h"
+#include "canvas/graph_axes.h"
 #include "app/dialogs.h"
 #include "app/forms.h"
 #include "app/index_prompt.h"
@@ -11,6 +12,7 @@
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"
 #include "history/inpdat_screen.h"
+#include "history/law_labels.h"
 #include "history/refraction_laws.h"
 
 namespace {
@@ -21,6 +23,9 @@ const QColor kSnellCurve(155, 39, 110);
 const QColor kSnellGround(0, 255, 255);
 const QColor kFixedLine(165, 100, 80);
 const QColor kFixedLabel(165, 155, 80);
+// The fixed lines' labels stand on their line's colour darkened, against
+// which their pale olive type reads clearly over grid lines and other laws.
+const QColor kFixedGround(70, 40, 30);
 constexpr double kLabelPoints = 9.0;
 
 // The labels sit at fixed places among the curves: their type follows the
@@ -28,10 +33,11 @@ constexpr double kLabelPoints = 9.0;
 // they cover no more of the curves than on a large one.
 double labelPoints(const Canvas& c) { return std::clamp(kLabelPoints * c.width() / 900.0, kSmallestPoints, 12.0); }
 
-void printAt(Canvas& c, double x, double y, const QString& text) {
-    c.setCurrentX(x);
-    c.setCurrentY(y);
-    c.print(text);
+// The 2/3 and 3/2 lines, from the origin to incidence 100°.
+void fixedLine(Canvas& c, double end) {
+    c.setDrawWidth(2);
+    c.line(0, 0, 100, end, kFixedLine);
+    c.setDrawWidth(1);
 }
 
 }  // namespace
@@ -66,34 +72,52 @@ void Inpdat::Kepler_Click() {
     if (!redrawDataIfAsked()) return;
     hideAnalysisText();
 
-    Canvas& c = *incref.canvas;
     const double k = *model.ratio;
-    c.setDrawWidth(2);
-    c.line(0, 0, 100, 100 * k, kKeplerRed);
-    c.setDrawWidth(1);
-    const QString label = QStringLiteral("Kepler's Model for Refraction Μοντέλο Kepler για διάθλαση= ") +
-                          fmt(k, "0.00") + QStringLiteral("Πρόσπτωση");
-    c.setFontBold(true);
-    // On a small window the label takes more lines: it then starts higher,
-    // so that it ends above the x axis, and its yellow ground reaches as
-    // far down as its lines do.
-    const double height = fittedHeightPixels(c, label, 76.0, labelPoints(c)) * std::fabs(c.userPerPixelY());
-    const double top = std::max(13.0, height + 3.0 * std::fabs(c.userPerPixelY()));
-    c.filledBox(23, top, 100, std::min(6.0, top - height), kKeplerGround);
-    c.setForeColor(kKeplerRed);
-    printFitted(c, 23, top, label, 76.0, labelPoints(c));
-    c.setFontBold(false);
-    c.setForeColor(Qt::black);
+    LawFigure figure;
+    figure.drawLine = [k](Canvas& c) {
+        c.setDrawWidth(2);
+        c.line(0, 0, 100, 100 * k, kKeplerRed);
+        c.setDrawWidth(1);
+    };
+    figure.label = [k](Canvas& c) {
+        const QString text = QStringLiteral("Kepler's Model for Refraction Μοντέλο Kepler για διάθλαση= ") +
+                             fmt(k, "0.00") + QStringLiteral("Πρόσπτωση");
+        c.setFontBold(true);
+        // On a small window the label takes more lines: it then starts
+        // higher, so that it ends above the x axis, and its yellow ground
+        // reaches as far down as its lines do.
+        const double height = fittedHeightPixels(c, text, 76.0, labelPoints(c)) * std::fabs(c.userPerPixelY());
+        const double top = std::max(13.0, height + 3.0 * std::fabs(c.userPerPixelY()));
+        const FittedText fitted = fitText(c, text, 76.0, labelPoints(c));
+        const double bottom = std::min(6.0, top - height);
+        return LawLabel{fitted.lines, fitted.points, kKeplerRed, kKeplerGround, 23.0, top,
+                        QRectF(QPointF(23.0, top), QPointF(100.0, bottom))};
+    };
+    figure.spoken = QStringLiteral("Kepler's model, k = %1: the red line r = k·i from (0°, 0°) to (100°, %2°), fitted "
+                                   "to the %3 pairs below 45°.")
+                        .arg(fmt(k, "0.00"), fmt(100 * k, "0.0"))
+                        .arg(model.runLength);
     lawDrawn(QStringLiteral("Kepler's model  Μοντέλο Kepler: r = ") + fmt(k, "0.00") + QStringLiteral("·i"),
-             QStringLiteral("Kepler's model, k = %1: the red line r = k·i from (0°, 0°) to (100°, %2°), fitted to "
-                            "the %3 pairs below 45°.")
-                 .arg(fmt(k, "0.00"), fmt(100 * k, "0.0"))
-                 .arg(model.runLength));
+             std::move(figure));
 }
 
-void Inpdat::lawDrawn(const QString& law, const QString& spoken) {
-    if (lastAnalysis_) lastAnalysis_->laws.append(law);
-    form<Incref>().canvas->addToSummary(QStringLiteral("Laid over the data: ") + spoken);
+void Inpdat::lawDrawn(const QString& law, LawFigure figure) {
+    if (!lastAnalysis_) return;
+    lastAnalysis_->laws.append(law);
+    lastAnalysis_->figures.push_back(std::move(figure));
+    drawLawsOverData();
+}
+
+void Inpdat::drawLawsOverData() {
+    if (!lastAnalysis_) return;
+    // The whole picture is drawn again, the data and every law so far, so
+    // that the labels are placed knowing each other and stand over every
+    // line; and so again whenever the pupil resizes the window.
+    Canvas& c = *form<Incref>().canvas;
+    const Analysed& a = *lastAnalysis_;
+    drawAngleGraph(c, a.pairs, a.style, a.refractionTitle, a.incidenceTitle);
+    layLawsOver(c, a.figures);
+    redrawWhenResized(c, [this] { drawLawsOverData(); });
 }
 
 namespace {
@@ -112,17 +136,24 @@ QString spokenSnell(double index, bool leavesDenserMedium) {
                            leavesDenserMedium ? QStringLiteral("; it stops at the critical angle") : QString());
 }
 
-void drawSnell(Canvas& c, double index, bool leavesDenserMedium) {
-    const auto curve = history::snellCurve(index, leavesDenserMedium);
-    c.setDrawWidth(2);
-    for (std::size_t k = 1; k < curve.size(); ++k)
-        c.line(curve[k - 1].incidence, curve[k - 1].refraction, curve[k].incidence, curve[k].refraction, kSnellCurve);
-    c.setDrawWidth(1);
-    c.filledBox(77, 65, 97, 70, kSnellGround);
-    c.setForeColor(Qt::black);
-    c.setFontBold(true);
-    printFitted(c, 80, 70, QStringLiteral("n=") + fmt(index, "0.00"), 16.0, labelPoints(c));
-    c.setFontBold(false);
+LawFigure snellFigure(double index, bool leavesDenserMedium) {
+    LawFigure figure;
+    figure.drawLine = [index, leavesDenserMedium](Canvas& c) {
+        const auto curve = history::snellCurve(index, leavesDenserMedium);
+        c.setDrawWidth(2);
+        for (std::size_t k = 1; k < curve.size(); ++k)
+            c.line(curve[k - 1].incidence, curve[k - 1].refraction, curve[k].incidence, curve[k].refraction,
+                   kSnellCurve);
+        c.setDrawWidth(1);
+    };
+    figure.label = [index](Canvas& c) {
+        c.setFontBold(true);
+        const FittedText fitted = fitText(c, QStringLiteral("n=") + fmt(index, "0.00"), 16.0, labelPoints(c));
+        return LawLabel{fitted.lines, fitted.points, Qt::black, kSnellGround, 80.0, 70.0,
+                        QRectF(QPointF(77.0, 70.0), QPointF(97.0, 65.0))};
+    };
+    figure.spoken = spokenSnell(index, leavesDenserMedium);
+    return figure;
 }
 
 }  // namespace
@@ -140,16 +171,14 @@ void Inpdat::Snell_1_Click() {
     // index: the fitted slope, the inverse of the index the analysis shows.
     const bool leaving = witeloChecked();
     const double index = leaving ? 1.0 / module1().dataIndex : module1().dataIndex;
-    drawSnell(*form<Incref>().canvas, index, leaving);
-    lawDrawn(snellLaw(index), spokenSnell(index, leaving));
+    lawDrawn(snellLaw(index), snellFigure(index, leaving));
 }
 
 void Inpdat::Snell_2_Click() {
     const auto index = askIndex(QStringLiteral("INDEX OF REFRACTION δείκτης διάθλασης?"));
     if (!index) return;
     if (!redrawDataIfAsked()) return;
-    drawSnell(*form<Incref>().canvas, *index, witeloChecked());
-    lawDrawn(snellLaw(*index), spokenSnell(*index, witeloChecked()));
+    lawDrawn(snellLaw(*index), snellFigure(*index, witeloChecked()));
 }
 
 void Inpdat::empirikos_Click() { hideAnalysisText(); }
@@ -159,35 +188,32 @@ void Inpdat::toentrito() {
     incref.setTitle(QStringLiteral("REFRACTION ANGLE VS INCIDENCE ANGLE"));
     hideAnalysisText();
     if (!redrawDataIfAsked()) return;
-    Canvas& c = *incref.canvas;
-    c.setDrawWidth(2);
-    c.line(0, 0, 100, 200.0 / 3.0, kFixedLine);
-    c.setDrawWidth(1);
-    c.setFontBold(true);
-    c.setForeColor(kFixedLabel);
-    // Written in two lines, the English over the Greek, with the Greek line
-    // starting at (40, 50): in one line the label would run into the 2/3
-    // line itself, which rises through its end, and into the data of water
-    // and glass beneath it. Both lines end before x = 69.
     const QString label = QStringLiteral("REFRACTION = 2/3 INCIDENCE Διάθλασης=2/3Πρόσπτωσης");
-    const qsizetype split = label.indexOf(QStringLiteral("Διάθλασης"));
-    const QString english = label.left(split);
-    const QString greek = label.mid(split);
-    c.setFontSize(labelPoints(c));
-    while (c.fontSize() > kSmallestPoints && std::max(c.textWidth(english), c.textWidth(greek)) > 29.0)
-        c.setFontSize(c.fontSize() - 0.5);
-    // On a small window 8 points are wider than that: the label then starts
-    // further left, so that it still ends before the line where the line
-    // passes the foot of the Greek line.
-    const double foot = 50.0 - c.textHeight();
-    const double end = 1.5 * foot - 3.0 * std::fabs(c.userPerPixelX());
-    const double left = std::min(40.0, end - std::max(c.textWidth(english), c.textWidth(greek)));
-    printAt(c, left, 50 + c.textHeight(), english);
-    printAt(c, left, 50, greek);
-    c.setFontBold(false);
-    c.setForeColor(Qt::black);
-    lawDrawn(label, QStringLiteral("refraction = 2/3 incidence: the line from (0°, 0°) to (100°, %1°).")
-                        .arg(fmt(200.0 / 3.0, "0.0")));
+    LawFigure figure;
+    figure.drawLine = [](Canvas& c) { fixedLine(c, 200.0 / 3.0); };
+    figure.label = [label](Canvas& c) {
+        // Written in two lines, the English over the Greek, with the Greek
+        // line starting at (40, 50): in one line the label would run into
+        // the 2/3 line itself, which rises through its end, and into the
+        // data of water and glass beneath it. Both lines end before x = 69.
+        const qsizetype split = label.indexOf(QStringLiteral("Διάθλασης"));
+        const QString english = label.left(split);
+        const QString greek = label.mid(split);
+        c.setFontBold(true);
+        c.setFontSize(labelPoints(c));
+        while (c.fontSize() > kSmallestPoints && std::max(c.textWidth(english), c.textWidth(greek)) > 29.0)
+            c.setFontSize(c.fontSize() - 0.5);
+        // On a small window 8 points are wider than that: the label then
+        // starts further left, so that it still ends before the line where
+        // the line passes the foot of the Greek line.
+        const double foot = 50.0 - c.textHeight();
+        const double end = 1.5 * foot - 3.0 * std::fabs(c.userPerPixelX());
+        const double left = std::min(40.0, end - std::max(c.textWidth(english), c.textWidth(greek)));
+        return LawLabel{{english, greek}, c.fontSize(), kFixedLabel, kFixedGround, left, 50.0 + c.textHeight(), {}};
+    };
+    figure.spoken = QStringLiteral("refraction = 2/3 incidence: the line from (0°, 0°) to (100°, %1°).")
+                        .arg(fmt(200.0 / 3.0, "0.0"));
+    lawDrawn(label, std::move(figure));
 }
 
 void Inpdat::toendeytero() {
@@ -195,18 +221,17 @@ void Inpdat::toendeytero() {
     incref.setTitle(QStringLiteral("REFRACTION  ANGLE VS INCIDENCE ANGLE"));
     hideAnalysisText();
     if (!redrawDataIfAsked()) return;
-    Canvas& c = *incref.canvas;
-    c.setDrawWidth(2);
-    c.line(0, 0, 100, 150, kFixedLine);
-    c.setDrawWidth(1);
-    c.setFontBold(true);
-    c.setForeColor(kFixedLabel);
-    // Below and right of the line where it passes x = 60.
     const QString label = QStringLiteral("REFRACTION = 3/2 INCIDENCE διάθλασης=3/2πρόσπτωσης");
-    printFitted(c, 60, 1.5 * 60 - 2, label, 49.0, labelPoints(c));
-    c.setFontBold(false);
-    c.setForeColor(Qt::black);
-    lawDrawn(label, QStringLiteral("refraction = 3/2 incidence: the line from (0°, 0°) to (100°, 150°)."));
+    LawFigure figure;
+    figure.drawLine = [](Canvas& c) { fixedLine(c, 150.0); };
+    figure.label = [label](Canvas& c) {
+        // Below and right of the line where it passes x = 60.
+        c.setFontBold(true);
+        const FittedText fitted = fitText(c, label, 49.0, labelPoints(c));
+        return LawLabel{fitted.lines, fitted.points, kFixedLabel, kFixedGround, 60.0, 1.5 * 60 - 2, {}};
+    };
+    figure.spoken = QStringLiteral("refraction = 3/2 incidence: the line from (0°, 0°) to (100°, 150°).");
+    lawDrawn(label, std::move(figure));
 }
 
 void Inpdat::toentrito1_Click() { toentrito(); }

@@ -17,6 +17,7 @@
 #include "history/data_plots.h"
 #include "history/historical_tables.h"
 #include "history/history_notes.h"
+#include "history/law_labels.h"
 
 // "inpdat": the data screen. The pupil types measured angle pairs into a
 // 14-row grid or loads a historical table, has them analysed (refraction
@@ -143,6 +144,9 @@ public:
         const char* indexFormat;  // of the index as printed
         QString source;           // the table's name, or that the pupil typed the pairs
         QStringList laws;         // the laws drawn over these data since, in order
+        QString refractionTitle;  // the angle graph's two axis titles
+        QString incidenceTitle;
+        std::vector<LawFigure> figures;  // the laws as drawn, to draw them again
     };
     const std::optional<Analysed>& lastAnalysis() const { return lastAnalysis_; }
 
@@ -181,7 +185,11 @@ private:
     void printFileLines(const QStringList& lines, const std::vector<QColor>& colours);
     // Notes a law drawn over the last analysis, for the report, and tells
     // the graph's summary what was laid over the data (in plain words).
-    void lawDrawn(const QString& law, const QString& spoken);
+    // The figure is laid over the graph with the laws drawn before it.
+    void lawDrawn(const QString& law, LawFigure figure);
+    // The angle graph of the last analysis with its laws over it, at the
+    // canvas's present size (and again whenever it is resized).
+    void drawLawsOverData();
 
     QColor drawingColour_{Qt::black};
     std::optional<Analysed> lastAnalysis_;
