@@ -212,11 +212,6 @@ private slots:
             const QRect onScreen(figure->mapToGlobal(QPoint()), figure->size());
             QVERIFY2(!window.intersects(onScreen), qPrintable(figure->text()));
         }
-        // Nor the menus of the wave and corpuscle screens.
-        for (const QMainWindow* w : {static_cast<QMainWindow*>(&s.rixo), static_cast<QMainWindow*>(&s.somata)}) {
-            const QWidget* bar = w->menuWidget();
-            QVERIFY2(!window.intersects(QRect(bar->mapToGlobal(QPoint()), bar->size())), qPrintable(w->windowTitle()));
-        }
     }
 };
 
