@@ -341,11 +341,16 @@ private slots:
         form<Diathlasimeleti>().Command2_Click();
         auto& data = form<Inpdat>();
         QStringList problems;
+        const QString pngDir = qEnvironmentVariable("LAYOUT_PNG_DIR");
         auto checkGraphs = [&](const QString& step) {
             QTest::qWait(20);
-            for (const Canvas* canvas : {form<Incref>().canvas, form<Analysis>().canvas})
+            for (const Canvas* canvas : {form<Incref>().canvas, form<Analysis>().canvas}) {
                 for (const QString& p : graphProblems(*canvas, nameOf(canvas->window())))
                     problems << step + QStringLiteral(": ") + p;
+                if (!pngDir.isEmpty() && QDir().mkpath(pngDir))
+                    canvas->window()->grab().save(
+                        QStringLiteral("%1/graph_%2_%3.png").arg(pngDir, step, nameOf(canvas->window())));
+            }
         };
         const std::pair<const char*, void (Inpdat::*)()> tables[] = {
             {"Newton glass", &Inpdat::Newt_Click},       {"Newton water", &Inpdat::newt2_Click},

@@ -327,11 +327,16 @@ private slots:
         QVERIFY(joined(inc).contains("n=1.50"));
         // The curve at 60° lies at r = 35.26°.
         QCOMPARE(inc.pixelAt(60, 35.26), QColor(155, 39, 110));
+        // Without ERASE the picture is drawn again with both laws on it.
+        QVERIFY(joined(inc).contains("Kepler's Model for Refraction"));
+        QCOMPARE(d.lastAnalysis()->laws.size(), 2);
+        QCOMPARE(d.lastAnalysis()->figures.size(), std::size_t{2});
 
         // ERASE: the data are drawn again before the next law.
         d.svinograf->setChecked(true);
         d.toentrito1_Click();
         QVERIFY(!joined(inc).contains("n=1.50") && joined(inc).contains("REFRACTION = 2/3 INCIDENCE"));
+        QCOMPARE(d.lastAnalysis()->laws, QStringList{"REFRACTION = 2/3 INCIDENCE Διάθλασης=2/3Πρόσπτωσης"});
         d.pyknoareo_Click();
         QCOMPARE(form<Incref>().title(), QStringLiteral("REFRACTION  ANGLE VS INCIDENCE ANGLE"));
         // Too long for the room beside the line in the smallest type: the
