@@ -259,7 +259,7 @@ void Canvas::print(const QString& text, PrintEnd end) {
             y += lineStep;
         }
         if (!lines[i].isEmpty())
-            record(TextOp{fracX(x), fracY(y), lines[i], font, state_.foreColor, areaWidth(), areaHeight()});
+            record(TextOp{fracX(x), fracY(y), lines[i], font, state_.foreColor, areaWidth(), areaHeight(), textHalo_});
     }
     if (end == PrintEnd::NextLine) {
         currentX_ = s.left;

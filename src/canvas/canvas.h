@@ -127,6 +127,10 @@ public:
     // ScaleLeft one line further down (NextLine), or just after the text on
     // its last line (SameLine).
     void print(const QString& text, PrintEnd end = PrintEnd::NextLine);
+    // Texts printed from now on get a thin rim of this colour round their
+    // letters, so that they stay readable where a line runs through them;
+    // an invalid colour (the default) prints them plain.
+    void setTextHalo(const QColor& colour) { textHalo_ = colour; }
 
     // Extent of a text in user units in the current font (always positive).
     double textWidth(const QString& text) const;
@@ -223,7 +227,7 @@ private:
     // below 8 points (or its own size, when it was printed smaller): smaller
     // type cannot be read from the back of a classroom. A picture that must
     // stay free of overlaps draws itself again at the new size instead.
-    struct TextOp { double x, y; QString text; QFont font; QColor colour; double areaWidth, areaHeight; };
+    struct TextOp { double x, y; QString text; QFont font; QColor colour; double areaWidth, areaHeight; QColor halo; };
     using Op = std::variant<LineOp, BoxOp, CircleOp, PointOp, TextOp>;
 
     // A placed control, in area fractions like the drawing (0 = own size).
@@ -259,6 +263,7 @@ private:
     QColor backColor_{Qt::white};
     QString fontName_{QStringLiteral("Arial")};
     double fontSize_ = 10.0;
+    QColor textHalo_;
     bool fontBold_ = false;
     int fontCharset_ = 161;
 

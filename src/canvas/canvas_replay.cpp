@@ -192,9 +192,16 @@ void Canvas::paintOp(QPainter& painter, const Op& op) const {
                 points *= static_cast<double>(logicalDpiY()) / std::max(1, painter.device()->logicalDpiY());
                 font.setPointSizeF(points);
                 painter.setFont(font);
-                painter.setPen(o.colour);
                 const QFontMetricsF fm(font, painter.device());
-                painter.drawText(QPointF(topLeft.x(), topLeft.y() + fm.ascent()), o.text);
+                const QPointF base(topLeft.x(), topLeft.y() + fm.ascent());
+                if (o.halo.isValid()) {
+                    painter.setPen(o.halo);
+                    for (const QPointF step : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1), QPointF(-1, -1),
+                                               QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1)})
+                        painter.drawText(base + step, o.text);
+                }
+                painter.setPen(o.colour);
+                painter.drawText(base, o.text);
             }
         },
         op);

@@ -167,7 +167,8 @@ QRect Rixo::printNotes(const QStringList& notes) {
     // reflected waves. The refracted fronts can sweep the whole lower medium
     // and are kept off the notes. On a narrow window the longer notes reach
     // past the normal; the refracted ray then runs under them rather than
-    // being cut short, which would lose the ray of the ray picture.
+    // being cut short, which would lose the ray of the ray picture; a light
+    // rim round the letters keeps them readable over it.
     const double left = f.width * 0.01;
     const double bottom = f.height * 0.01;
     const double room = f.width * 0.98;
@@ -184,6 +185,7 @@ QRect Rixo::printNotes(const QStringList& notes) {
     }
     double right = left;
     double y = top;
+    canvas->setTextHalo(kLowerMedium);
     for (const NoteLine& l : lines) {
         canvas->setFontSize(l.points);
         canvas->setCurrentX(left);
@@ -192,6 +194,7 @@ QRect Rixo::printNotes(const QStringList& notes) {
         right = std::max(right, left + canvas->textWidth(l.text));
         y -= canvas->textHeight();
     }
+    canvas->setTextHalo(QColor());
     canvas->setFontSize(points);
     const QRectF area = QRectF(toWidget({left, top}), toWidget({right, bottom}));
     return area.normalized().adjusted(-3, -3, 3, 3).toAlignedRect();

@@ -189,6 +189,39 @@ private slots:
         QVERIFY(wrapped);  // the narrow windows did need a second line
     }
 
+    // On a narrow window the refracted ray of the ray picture runs through
+    // the notes: it is still drawn there, and a light rim round the letters
+    // keeps it from touching them.
+    void rayThroughTheNotesLeavesThemReadable() {
+        ScreenTestScope scope;
+        Screens s = openFromMenu();
+        s.rixo.resize(340, 300);
+        QCoreApplication::processEvents();
+        s.panel.setIndex(1.5);
+        s.panel.setIncidence(30);
+        s.rixo.aktina_Click();
+        const QImage drawing = s.rixo.canvas->image();
+        const double ratio = drawing.devicePixelRatio();
+        auto blue = [](QColor c) { return c.blue() > 150 && c.red() < 100 && c.green() < 100; };
+        auto dark = [](QColor c) { return c.red() < 90 && c.green() < 90 && c.blue() < 90; };
+        int rayInNotes = 0, crossedNotes = 0;
+        for (const Canvas::DrawnText& t : s.rixo.canvas->drawnTexts()) {
+            const QRect box = QRectF(t.box.topLeft() * ratio, t.box.size() * ratio).toAlignedRect() & drawing.rect();
+            int rayHere = 0;
+            for (int y = box.top() + 1; y < box.bottom(); ++y)
+                for (int x = box.left() + 1; x < box.right(); ++x) {
+                    if (blue(drawing.pixelColor(x, y))) ++rayHere;
+                    if (!dark(drawing.pixelColor(x, y))) continue;
+                    for (const QPoint n : {QPoint(x - 1, y), QPoint(x + 1, y), QPoint(x, y - 1), QPoint(x, y + 1)})
+                        QVERIFY2(!blue(drawing.pixelColor(n)), qPrintable(t.text));
+                }
+            rayInNotes += rayHere;
+            if (rayHere > 0) ++crossedNotes;
+        }
+        QVERIFY(crossedNotes > 0);  // the ray does cross the notes at this size
+        QVERIFY(rayInNotes > 10);   // and is still seen there
+    }
+
     // INDEX AND VELOCITIES opens where it hides neither the notes on the
     // wave picture nor the figures of the panel.
     void indexScreenKeepsOffTheNotesAndFigures() {
