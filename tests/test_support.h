@@ -12,6 +12,17 @@
 #include "app/forms.h"
 #include "app/program_exit.h"
 
+// A message a pupil can read in either language: it has Latin and Greek
+// letters.
+inline bool bilingual(const QString& text) {
+    bool latin = false, greek = false;
+    for (const QChar c : text) {
+        latin = latin || (c >= QLatin1Char('a') && c <= QLatin1Char('z'));
+        greek = greek || (c.unicode() >= 0x0370 && c.unicode() <= 0x03FF);
+    }
+    return latin && greek;
+}
+
 // Answers input boxes from a queue (an empty answer when the queue runs out,
 // as Cancel would) and records every message and prompt.
 class ScriptedDialogs : public DialogProvider {

@@ -48,15 +48,6 @@ bool writeAll(const QString& path, const QByteArray& bytes) {
     return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
 }
 
-bool bilingual(const QString& text) {
-    bool latin = false, greek = false;
-    for (const QChar c : text) {
-        latin = latin || (c >= QLatin1Char('a') && c <= QLatin1Char('z'));
-        greek = greek || (c.unicode() >= 0x0370 && c.unicode() <= 0x03FF);
-    }
-    return latin && greek;
-}
-
 // While alive, no file of this process may grow beyond `bytes`: writing
 // past it fails (EFBIG) as it would on a full disk.
 class FileSizeLimit {

@@ -36,15 +36,6 @@ QStringList names(const fs::path& folder) {
     return list;
 }
 
-bool bilingual(const QString& text) {
-    bool latin = false, greek = false;
-    for (const QChar c : text) {
-        latin = latin || (c >= QLatin1Char('a') && c <= QLatin1Char('z'));
-        greek = greek || (c.unicode() >= 0x0370 && c.unicode() <= 0x03FF);
-    }
-    return latin && greek;
-}
-
 const std::string kDenied = systemReason(EACCES);
 
 }  // namespace
