@@ -193,8 +193,20 @@ QRect screenShare(const QWidget& window, double left, double top, double width, 
             part(area.height(), height)};
 }
 
+void limitToScreens(QWidget& window) {
+    // Nothing beyond all the screens together can be seen, and a window's
+    // backing store grows with its size: a window stretched to 8000×8000
+    // would hold a quarter of a gigabyte for pixels nobody sees.
+    QRect all;
+    for (const QScreen* screen : QGuiApplication::screens()) all |= screen->geometry();
+    if (all.isEmpty()) return;
+    const QSize most = all.size().shrunkBy(windowFrameMargins(window));
+    if (window.maximumSize() != most) window.setMaximumSize(most);
+}
+
 void showOnScreen(QWidget& window, bool takeFocus) {
     if (auto* main = qobject_cast<QMainWindow*>(&window)) letMenusWrap(*main);
+    limitToScreens(window);
     ScreenKeeper& keeper = keeperOf(window);
     keepWindowOnScreen(window);
     window.show();

@@ -51,6 +51,9 @@ void keepWindowOnScreen(QWidget& window);
 // height as parts of its width and height; for placeWindow.
 QRect screenShare(const QWidget& window, double left, double top, double width, double height);
 
+// A window may not grow larger than all the screens together.
+void limitToScreens(QWidget& window);
+
 // Shows a window where placeWindow or its last position put it, inside the
 // screen, and keeps it there while the window manager frames it; brings it
 // to the front and, unless told not to, gives it the keyboard.

@@ -331,6 +331,24 @@ private slots:
         QVERIFY2(problems_.isEmpty(), qPrintable(QStringLiteral("\n") + problems_.join(QLatin1Char('\n'))));
     }
 
+    // A window stretched far beyond the screen (by hand or by a window
+    // manager) grows no larger than the screens together, so its drawing
+    // and backing store stay bounded.
+    void noWindowOutgrowsTheScreens() {
+        ScreenTestScope scope;
+        Main();
+        form<Diathlasimeleti>().Command1_Click();
+        auto& bench = form<Hmiky>();
+        QVERIFY(QTest::qWaitForWindowExposed(&bench));
+        QRect all;
+        for (const QScreen* screen : QGuiApplication::screens()) all |= screen->geometry();
+        QTest::qWait(1600);  // past the moments after showing, when placement still watches
+        bench.resize(8000, 8000);
+        QVERIFY(bench.width() <= all.width());
+        QVERIFY(bench.height() <= all.height());
+        QVERIFY(bench.canvas->width() <= all.width());
+    }
+
     // Every historical table on both graphs, at the size the graph windows
     // get on this screen, and the sine graph again with an explanation open
     // above it and with the residual bars: every label and title whole, in
