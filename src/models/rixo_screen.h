@@ -91,12 +91,6 @@ private:
     // Prints the notes in the bottom left corner; returns where they stand
     // (widget coordinates), which the moving fronts keep clear of.
     QRect printNotes(const QStringList& notes);
-    struct NoteLine {
-        QString text;
-        double points;
-    };
-    // A note as the lines it takes in a drawing room units wide.
-    std::vector<NoteLine> fitNote(const QString& note, double room, double points);
     // Brewster's direction in the upper medium, a short dashed line from the
     // point of incidence with its mark; returns where the mark stands.
     QRect drawBrewsterMark();
