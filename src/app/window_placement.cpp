@@ -200,8 +200,7 @@ void limitToScreens(QWidget& window) {
     QRect all;
     for (const QScreen* screen : QGuiApplication::screens()) all |= screen->geometry();
     if (all.isEmpty()) return;
-    const QSize most = all.size().shrunkBy(windowFrameMargins(window));
-    if (window.maximumSize() != most) window.setMaximumSize(most);
+    if (window.maximumSize() != all.size()) window.setMaximumSize(all.size());
 }
 
 void showOnScreen(QWidget& window, bool takeFocus) {
