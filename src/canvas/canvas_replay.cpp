@@ -195,10 +195,14 @@ void Canvas::paintOp(QPainter& painter, const Op& op) const {
                 const QFontMetricsF fm(font, painter.device());
                 const QPointF base(topLeft.x(), topLeft.y() + fm.ascent());
                 if (o.halo.isValid()) {
+                    // A rim about one point wide, filled out in whole device
+                    // pixels so that no ring of pixels is left uncovered at 150 %.
                     painter.setPen(o.halo);
-                    for (const QPointF step : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1), QPointF(-1, -1),
-                                               QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1)})
-                        painter.drawText(base + step, o.text);
+                    const int rings = static_cast<int>(std::ceil(dpr - 1e-9));
+                    for (int k = 1; k <= rings; ++k)
+                        for (const QPointF step : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1),
+                                                   QPointF(-1, -1), QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1)})
+                            painter.drawText(base + step * (k / dpr), o.text);
                 }
                 painter.setPen(o.colour);
                 painter.drawText(base, o.text);
