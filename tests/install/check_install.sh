@@ -56,6 +56,15 @@ if grep -rq 'localhost' "$doc/copyright" "$metainfo"; then fail "a maintainer ad
 for picture in $(grep -o 'screenshots/[a-z_]*\.png' "$doc/README.md"); do
   [ -s "$doc/$picture" ] || fail "the guide shows a missing $picture"
 done
+# The installed pictures are the guide's, window for window as large as the
+# ones in the source tree (not cut to a small rendering screen).
+source_dir="$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$build/CMakeCache.txt")"
+for picture in "$doc"/screenshots/*.png; do
+  kept="$source_dir/docs/screenshots/$(basename "$picture")"
+  [ -s "$kept" ] || continue
+  [ "$(file -b "$picture" | cut -d, -f2)" = "$(file -b "$kept" | cut -d, -f2)" ] \
+    || fail "installed $(basename "$picture") is $(file -b "$picture" | cut -d, -f2), the guide's is $(file -b "$kept" | cut -d, -f2)"
+done
 # The AppStream record shows the guide's own pictures (their sizes are left
 # out: the pictures are rendered anew with each build).
 shown="$(grep -o '<image type="source">[^<]*</image>' "$metainfo" | grep -o 'screenshots/[a-z_]*\.png')"

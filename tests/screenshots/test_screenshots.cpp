@@ -8,7 +8,8 @@
 #include "app/help_pages.h"
 
 // tools/screenshots.sh writes a picture of every screen that has a help
-// page, at 100 % and 200 %, and none of them is blank.
+// page, at 100 % and 200 %, none of them is blank, and the guide's own
+// copies are of the screens as they are now.
 class TestScreenshots : public QObject {
     Q_OBJECT
 private slots:
@@ -44,6 +45,13 @@ private slots:
                 }
             QVERIFY2(colours.size() >= 3, qPrintable(name + " is nearly one colour"));
             QVERIFY2(unlikeCorner > one.width() * one.height() / 9 / 100, qPrintable(name + " is nearly empty"));
+            // The guide in the source tree shows the same screens: a picture
+            // whose size no longer matches its screen's is out of date.
+            const QImage kept(QStringLiteral(REFRACTION_SOURCE_DIR "/docs/screenshots/") + name + QStringLiteral(".png"));
+            QVERIFY2(!kept.isNull(), qPrintable(QStringLiteral("docs/screenshots has no ") + name));
+            QVERIFY2(kept.size() == one.size(),
+                     qPrintable(QStringLiteral("docs/screenshots/") + name +
+                                QStringLiteral(".png is out of date: run tools/screenshots.sh")));
         }
     }
 };

@@ -104,7 +104,9 @@ int main(int argc, char** argv) {
 
     openPtolemyInstrument();
     auto& ptolemy = form<Ptolemaios>();
-    ptolemy.metatopisipar->setValue(139);
+    // The body in air where the law puts it: the moment the reading is
+    // taken, with the sight view showing it hiding the target.
+    ptolemy.metatopisipar->setValue(0);
     shoot(ptolemy, "ptolemy_instrument", QSize(560, 760));
     shoot(form<Emfanisi>(), "ptolemy_sight", QSize(480, 480));
     openPtolemyDataFitting();
