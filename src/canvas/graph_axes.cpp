@@ -199,31 +199,30 @@ double bottomEdge(const Canvas& c) { return c.scaleTop() + c.scaleHeight(); }
 // The most of the canvas's height a band may take.
 constexpr double kLargestBandShare = 0.5;
 
-}  // namespace
-
-void makeRoomAtTop(Canvas& canvas, double graphTop, double pixels) {
+// Moves one edge of the scale outward, the other edge fixed, until at least
+// `pixels` (at most half the canvas) lie between it and graphEdge. With the
+// fixed edge f, graphEdge g lies `share` of the height from the new edge e
+// when g − e = share · (f − e).
+void makeRoomBeyond(Canvas& canvas, double graphEdge, double pixels, bool atTop) {
     const double height = std::max(1, canvas.height());
     const double share = std::min(kLargestBandShare, pixels / height);
     const double top = topEdge(canvas), bottom = bottomEdge(canvas);
-    if (!std::isfinite(graphTop) || !std::isfinite(share) || share <= 0.0) return;
-    // Pixels from the top edge down to graphTop, against those wanted.
-    const double have = (graphTop - top) / canvas.userPerPixelY();
+    if (!std::isfinite(graphEdge) || !std::isfinite(share) || share <= 0.0) return;
+    const double fixed = atTop ? bottom : top;
+    // Pixels from the moving edge in to graphEdge (negative when it lies beyond).
+    const double have = (atTop ? graphEdge - top : bottom - graphEdge) / canvas.userPerPixelY();
     if (have >= share * height) return;
-    // With the bottom edge fixed, graphTop lies `share` of the height below
-    // the new top edge t when graphTop − t = share · (bottom − t).
-    const double newTop = (graphTop - share * bottom) / (1.0 - share);
-    canvas.scale(canvas.scaleLeft(), newTop, canvas.scaleLeft() + canvas.scaleWidth(), bottom);
+    const double moved = (graphEdge - share * fixed) / (1.0 - share);
+    canvas.scale(canvas.scaleLeft(), atTop ? moved : top, canvas.scaleLeft() + canvas.scaleWidth(),
+                 atTop ? bottom : moved);
 }
 
+}  // namespace
+
+void makeRoomAtTop(Canvas& canvas, double graphTop, double pixels) { makeRoomBeyond(canvas, graphTop, pixels, true); }
+
 void makeRoomAtBottom(Canvas& canvas, double graphBottom, double pixels) {
-    const double height = std::max(1, canvas.height());
-    const double share = std::min(kLargestBandShare, pixels / height);
-    const double top = topEdge(canvas), bottom = bottomEdge(canvas);
-    if (!std::isfinite(graphBottom) || !std::isfinite(share) || share <= 0.0) return;
-    const double have = (bottom - graphBottom) / canvas.userPerPixelY();
-    if (have >= share * height) return;
-    const double newBottom = (graphBottom - share * top) / (1.0 - share);
-    canvas.scale(canvas.scaleLeft(), top, canvas.scaleLeft() + canvas.scaleWidth(), newBottom);
+    makeRoomBeyond(canvas, graphBottom, pixels, false);
 }
 
 namespace {

@@ -86,9 +86,9 @@ void Inpdat::Kepler_Click() {
         // On a small window the label takes more lines: it then starts
         // higher, so that it ends above the x axis, and its yellow ground
         // reaches as far down as its lines do.
-        const double height = fittedHeightPixels(c, text, 76.0, labelPoints(c)) * std::fabs(c.userPerPixelY());
-        const double top = std::max(13.0, height + 3.0 * std::fabs(c.userPerPixelY()));
         const FittedText fitted = fitText(c, text, 76.0, labelPoints(c));
+        const double height = static_cast<double>(fitted.lines.size()) * c.textHeight();
+        const double top = std::max(13.0, height + 3.0 * std::fabs(c.userPerPixelY()));
         const double bottom = std::min(6.0, top - height);
         return LawLabel{fitted.lines, fitted.points, kKeplerRed, kKeplerGround, 23.0, top,
                         QRectF(QPointF(23.0, top), QPointF(100.0, bottom))};

@@ -133,6 +133,11 @@ void Rixo::applyField() {
 
 QPointF Rixo::toWidget(kymatiko::Point p) const { return canvas->toLogical(p.x, p.y); }
 
+QRect Rixo::keptClear(kymatiko::Point corner, kymatiko::Point opposite) const {
+    // A few pixels of margin, so that no front ends touching a letter.
+    return QRectF(toWidget(corner), toWidget(opposite)).normalized().adjusted(-3, -3, 3, 3).toAlignedRect();
+}
+
 void Rixo::drawMedia() {
     const kymatiko::Field f = field();
     canvas->cls();
@@ -197,8 +202,7 @@ QRect Rixo::printNotes(const QStringList& notes) {
     }
     canvas->setTextHalo(QColor());
     canvas->setFontSize(points);
-    const QRectF area = QRectF(toWidget({left, top}), toWidget({right, bottom}));
-    return area.normalized().adjusted(-3, -3, 3, 3).toAlignedRect();
+    return keptClear({left, top}, {right, bottom});
 }
 
 QRect Rixo::drawBrewsterMark() {
@@ -219,8 +223,7 @@ QRect Rixo::drawBrewsterMark() {
     canvas->setCurrentY(y);
     canvas->print(mark);
     canvas->setForeColor(QColor(0, 0, 0));
-    const QRectF area(toWidget({x, y}), toWidget({x + canvas->textWidth(mark), y - canvas->textHeight(mark)}));
-    return area.normalized().adjusted(-3, -3, 3, 3).toAlignedRect();
+    return keptClear({x, y}, {x + canvas->textWidth(mark), y - canvas->textHeight(mark)});
 }
 
 void Rixo::summarise(const kymatiko::Refraction& r) {

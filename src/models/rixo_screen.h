@@ -100,6 +100,9 @@ private:
     void updateFronts();
     void updatePulse();
     QPointF toWidget(kymatiko::Point p) const;
+    // The widget rectangle between two field points that the moving fronts
+    // keep off.
+    QRect keptClear(kymatiko::Point corner, kymatiko::Point opposite) const;
     bool reflectedWaveWanted() const;
 
     Picture picture_ = Picture::Rays;
