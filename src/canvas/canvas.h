@@ -159,12 +159,14 @@ public:
     int skippedOperations() const { return skipped_; }
     // The texts and straight lines recorded since the last cls(), where they
     // are painted at the present size, in widget pixels: each text's box and
-    // the type size it is painted in, each line's ends. Empty once the
-    // record overflowed.
+    // the type size it is painted in, each line's ends, each filled disc's
+    // bounding box. Empty once the record overflowed.
     struct DrawnText { QString text; QRectF box; double points; QColor colour; };
     struct DrawnLine { QPointF from, to; QColor colour; };
+    struct DrawnDisc { QRectF box; QColor colour; };
     std::vector<DrawnText> drawnTexts() const;
     std::vector<DrawnLine> drawnLines() const;
+    std::vector<DrawnDisc> drawnDiscs() const;
     int recordedOperations() const { return static_cast<int>(ops_.size()); }
 
     QSize sizeHint() const override { return {640, 480}; }

@@ -312,6 +312,19 @@ std::vector<Canvas::DrawnLine> Canvas::drawnLines() const {
     return lines;
 }
 
+std::vector<Canvas::DrawnDisc> Canvas::drawnDiscs() const {
+    std::vector<DrawnDisc> discs;
+    const double w = areaWidth();
+    const double h = areaHeight();
+    for (const Op& op : ops_) {
+        const auto* d = std::get_if<CircleOp>(&op);
+        if (!d || !d->forcedFill) continue;
+        const double r = d->radius * w;  // the radius is a fraction of the width
+        discs.push_back({QRectF(d->x * w - r, d->y * h - r, 2 * r, 2 * r), *d->forcedFill});
+    }
+    return discs;
+}
+
 // -------------------------------------------------------------- image ---
 
 void Canvas::syncImage() const {

@@ -84,11 +84,11 @@ void Inpdat::Kepler_Click() {
                              fmt(k, "0.00") + QStringLiteral("Πρόσπτωση");
         c.setFontBold(true);
         // On a small window the label takes more lines: it then starts
-        // higher, so that it ends above the x axis, and its yellow ground
-        // reaches as far down as its lines do.
+        // higher, so that its yellow ground, which reaches as far down as
+        // its lines do, ends above the x axis's tick marks.
         const FittedText fitted = fitText(c, text, 76.0, labelPoints(c));
         const double height = static_cast<double>(fitted.lines.size()) * c.textHeight();
-        const double top = std::max(13.0, height + 3.0 * std::fabs(c.userPerPixelY()));
+        const double top = std::max(13.0, height + 6.0 * std::fabs(c.userPerPixelY()));
         const double bottom = std::min(6.0, top - height);
         return LawLabel{fitted.lines, fitted.points, kKeplerRed, kKeplerGround, 23.0, top,
                         QRectF(QPointF(23.0, top), QPointF(100.0, bottom))};

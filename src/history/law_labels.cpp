@@ -56,13 +56,25 @@ double freeShift(const Canvas& c, const Placed& own, const std::vector<QRectF>& 
     return 0.0;
 }
 
-}  // namespace
-
-void layLawsOver(Canvas& c, const std::vector<LawFigure>& laws) {
-    for (const LawFigure& law : laws) law.drawLine(c);
+// What a label's ground must leave in sight on the graph drawn so far: its
+// printed figures, its data points and its axes with their ticks (drawn in
+// black). Grid lines, the fitted curve and the laws' own lines may run under
+// a label: it stands over them on purpose.
+std::vector<QRectF> takenOnGraph(const Canvas& c) {
     std::vector<QRectF> taken;
     for (const auto& t : c.drawnTexts())
         if (!t.text.trimmed().isEmpty()) taken.push_back(t.box);
+    for (const auto& d : c.drawnDiscs()) taken.push_back(d.box);
+    for (const auto& l : c.drawnLines())
+        if (l.colour == Qt::black) taken.push_back(QRectF(l.from, l.to).normalized().adjusted(-1.0, -1.0, 1.0, 1.0));
+    return taken;
+}
+
+}  // namespace
+
+void layLawsOver(Canvas& c, const std::vector<LawFigure>& laws) {
+    std::vector<QRectF> taken = takenOnGraph(c);
+    for (const LawFigure& law : laws) law.drawLine(c);
     const QColor foreColour = c.foreColor();
     for (const LawFigure& law : laws) {
         const LawLabel label = law.label(c);

@@ -35,5 +35,6 @@ struct LawFigure {
 // line, then every label on its ground, so that no line runs over a label.
 // A label goes to its own place when that is free; otherwise it moves down,
 // or up, a few pixels at a time to the nearest place where its ground
-// covers no text already printed (the graph's and the other laws' labels).
+// covers no text already printed (the graph's and the other laws' labels),
+// no data point and no axis.
 void layLawsOver(Canvas& canvas, const std::vector<LawFigure>& laws);

@@ -220,6 +220,26 @@ QStringList graphProblems(const Canvas& canvas, const QString& name) {
     return problems;
 }
 
+// Why the labels of the laws laid over a graph hide part of it: the texts
+// from `firstLabel` on are the laws' labels, each on a ground a couple of
+// pixels wider; none may cover a data point or an axis.
+QStringList lawLabelProblems(const Canvas& canvas, std::size_t firstLabel, const QString& name) {
+    QStringList problems;
+    const auto texts = canvas.drawnTexts();
+    for (std::size_t i = firstLabel; i < texts.size(); ++i) {
+        const QRectF ground = texts[i].box.adjusted(-2, -2, 2, 2);
+        const QString what = QStringLiteral("%1 \"%2\"").arg(name, texts[i].text.left(40));
+        for (const auto& disc : canvas.drawnDiscs())
+            if (ground.intersects(disc.box.adjusted(0.5, 0.5, -0.5, -0.5)))
+                problems << QStringLiteral("%1 covers the point at (%2, %3)")
+                                .arg(what).arg(disc.box.center().x()).arg(disc.box.center().y());
+        for (const auto& line : canvas.drawnLines())
+            if (line.colour == Qt::black && crosses(line, ground))
+                problems << QStringLiteral("%1 covers an axis").arg(what);
+    }
+    return problems;
+}
+
 }  // namespace
 
 class TestWindowLayout : public QObject {
@@ -427,6 +447,7 @@ private slots:
         const QSize placed = graph.size();
         for (const auto& [name, load] : lawTables) {
             (data.*load)();
+            const std::size_t graphTexts = graph.canvas->drawnTexts().size();
             data.Kepler_Click();
             data.toentrito1_Click();
             data.pyknoareo_Click();
@@ -438,7 +459,9 @@ private slots:
             for (const QSize size : {smaller, placed}) {
                 graph.resize(size);
                 QTest::qWait(30);
-                checkGraphs(laws + QStringLiteral(" at %1x%2").arg(graph.canvas->width()).arg(graph.canvas->height()));
+                const QString sized = laws + QStringLiteral(" at %1x%2").arg(graph.canvas->width()).arg(graph.canvas->height());
+                checkGraphs(sized);
+                problems << lawLabelProblems(*graph.canvas, graphTexts, sized);
                 // The laws are drawn again at the new size, not left squeezed.
                 QStringList fixed, snell, kepler;
                 for (const auto& t : angles.drawnTexts()) {
