@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <vector>
 
 #include "canvas/axis_steps.h"
@@ -36,6 +37,7 @@ struct AxisLabel {
 struct Ranges {
     double xMax, xMin, yMax, yMin;
     std::optional<double> xLabelMax, yLabelMax, xStep, yStep;
+    double crossingMark = 0.0;  // x user units
 };
 
 // The labels of both axes where the present scale and font put them.
@@ -58,9 +60,13 @@ std::vector<AxisLabel> axisLabels(const Canvas& canvas, const Ranges& r) {
     for (double x : xTicks.values) {
         const QString label = fmt(x, xPattern);
         if (x == axisX && yAxisBelow) {
+            // The label's nearest corner stands diagonally off the crossing,
+            // outside a mark drawn there.
+            const double offMark = std::fabs(r.crossingMark / right) / std::numbers::sqrt2 + 1.0;
             corner = labels.size();
-            labels.push_back({label, axisX - kLabelGapPixels * right - canvas.textWidth(label) * rightSign,
-                              axisY + 2.0 * down});
+            labels.push_back({label,
+                              axisX - std::max(kLabelGapPixels, offMark) * right - canvas.textWidth(label) * rightSign,
+                              axisY + std::max(2.0, offMark) * down});
         } else {
             labels.push_back({label, x - canvas.textWidth(label) / 2.0 * rightSign,
                               axisY + (kTickPixels + kLabelGapPixels / 2.0) * down});
@@ -125,9 +131,9 @@ void makeRoomForTextsFrom(Canvas& canvas, double x, const QStringList& texts) {
 
 void makeRoomForAxisLabels(Canvas& canvas, double xMax, double xMin, double yMax, double yMin,
                            std::optional<double> xLabelMax, std::optional<double> yLabelMax,
-                           std::optional<double> xStep, std::optional<double> yStep) {
+                           std::optional<double> xStep, std::optional<double> yStep, double crossingMark) {
     if (!usableAxisRange(xMin, xMax) || !usableAxisRange(yMin, yMax)) return;
-    const Ranges ranges{xMax, xMin, yMax, yMin, xLabelMax, yLabelMax, xStep, yStep};
+    const Ranges ranges{xMax, xMin, yMax, yMin, xLabelMax, yLabelMax, xStep, yStep, crossingMark};
     // Widening the scale shrinks every unit, so the room is found in a few
     // rounds; each round only widens.
     for (int round = 0; round < 4; ++round) {
@@ -151,7 +157,8 @@ void makeRoomForAxisLabels(Canvas& canvas, double xMax, double xMin, double yMax
 }
 
 void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double yMin, std::optional<double> xLabelMax,
-                   std::optional<double> yLabelMax, std::optional<double> xStep, std::optional<double> yStep) {
+                   std::optional<double> yLabelMax, std::optional<double> xStep, std::optional<double> yStep,
+                   double crossingMark) {
     if (!usableAxisRange(xMin, xMax) || !usableAxisRange(yMin, yMax)) return;
 
     const double axisY = axisCrossing(yMin, yMax);  // where the x axis runs
@@ -181,7 +188,7 @@ void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double
 
     // A label that the scale leaves too little room for is moved in from the
     // edge rather than cut: a figure missing its first digit reads wrong.
-    const Ranges ranges{xMax, xMin, yMax, yMin, xLabelMax, yLabelMax, xStep, yStep};
+    const Ranges ranges{xMax, xMin, yMax, yMin, xLabelMax, yLabelMax, xStep, yStep, crossingMark};
     for (const AxisLabel& label : axisLabels(canvas, ranges)) {
         const QMarginsF o = overhang(canvas, label);
         canvas.setCurrentX(label.x + (o.left() - o.right()) * right);

@@ -25,9 +25,14 @@ class Canvas;
 // A label that would run past the canvas's edge is moved in to lie whole
 // on it. A range that cannot be drawn (an end not finite, xMax ≤ xMin, yMax ≤ yMin)
 // draws nothing. The pen (CurrentX, CurrentY) is left after the last label.
+//
+// A graph that may mark a point at the axes' crossing (a data point at
+// (0, 0)) gives the mark's radius in x user units as crossingMark: the
+// crossing's label in the corner then keeps clear of the mark.
 void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double yMin,
                    std::optional<double> xLabelMax = std::nullopt, std::optional<double> yLabelMax = std::nullopt,
-                   std::optional<double> xStep = std::nullopt, std::optional<double> yStep = std::nullopt);
+                   std::optional<double> xStep = std::nullopt, std::optional<double> yStep = std::nullopt,
+                   double crossingMark = 0.0);
 
 // Widens the canvas's user scale to the right, when needed, so that each
 // text written from x in the present font ends on the canvas: for legends
@@ -42,7 +47,8 @@ void makeRoomForTextsFrom(Canvas& canvas, double x, const QStringList& texts);
 // drawn stays where the scale of its moment put it.
 void makeRoomForAxisLabels(Canvas& canvas, double xMax, double xMin, double yMax, double yMin,
                            std::optional<double> xLabelMax = std::nullopt, std::optional<double> yLabelMax = std::nullopt,
-                           std::optional<double> xStep = std::nullopt, std::optional<double> yStep = std::nullopt);
+                           std::optional<double> xStep = std::nullopt, std::optional<double> yStep = std::nullopt,
+                           double crossingMark = 0.0);
 
 // Moves the top edge of the canvas's user scale out, when needed, so that
 // at least `pixels` lie between it and y = graphTop: a band above the graph

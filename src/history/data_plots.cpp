@@ -13,6 +13,7 @@
 namespace {
 
 constexpr double kAngleLeft = -5.0, kAngleRight = 110.0, kAngleBottom = -30.0, kAngleTop = 110.0;
+constexpr double kDotRadius = 1.0;  // a data point, in degrees of incidence
 constexpr double kSineLeft = -0.3, kSineTop = 1.2, kSineRight = 1.5, kSineBottom = -0.2;
 const QColor kBlue(0, 0, 255);
 const QColor kGreen(0, 160, 0);
@@ -181,7 +182,7 @@ void drawAngleGraph(Canvas& c, const std::vector<history::AnglePair>& pairs, con
     // room for them and for the axis labels, and each change of scale may
     // ask for a little more of the other.
     for (int round = 0; round < 3; ++round) {
-        makeRoomForAxisLabels(c, kAngleRight, kAngleLeft, top, kAngleBottom, 100.0, graphTop, 10.0, 10.0);
+        makeRoomForAxisLabels(c, kAngleRight, kAngleLeft, top, kAngleBottom, 100.0, graphTop, 10.0, 10.0, kDotRadius);
         makeRoomAtTop(c, graphTop, angleBandAbove(c, style, refractionTitle));
         const double title = incidenceTitlePixels(c, incidenceTitle);
         if (incidenceTitleTop(c, title) < kAngleBottom) makeRoomAtBottom(c, kAngleBottom, title + 2.0 * kBandGapPixels);
@@ -190,11 +191,11 @@ void drawAngleGraph(Canvas& c, const std::vector<history::AnglePair>& pairs, con
 
     c.line(-5, 0, 100, 0);
     c.line(0, -5, 0, graphTop);
-    drawGraphAxes(c, kAngleRight, kAngleLeft, top, kAngleBottom, 100.0, graphTop, 10.0, 10.0);
+    drawGraphAxes(c, kAngleRight, kAngleLeft, top, kAngleBottom, 100.0, graphTop, 10.0, 10.0, kDotRadius);
 
     for (const auto& p : pairs) {
         if (!std::isfinite(p.incidence) || !std::isfinite(p.refraction)) continue;
-        c.filledCircle(p.incidence, p.refraction, 1.0, style.colour);
+        c.filledCircle(p.incidence, p.refraction, kDotRadius, style.colour);
     }
 
     const double down = pixelDown(c);

@@ -167,6 +167,13 @@ bool crosses(const Canvas::DrawnLine& line, const QRectF& box) {
     return false;
 }
 
+// Whether the filled disc reaches into the rectangle.
+bool discMeets(const Canvas::DrawnDisc& disc, const QRectF& box) {
+    const QPointF c = disc.box.center();
+    const QPointF nearest(std::clamp(c.x(), box.left(), box.right()), std::clamp(c.y(), box.top(), box.bottom()));
+    return QLineF(c, nearest).length() < disc.box.width() / 2.0 - 0.5;
+}
+
 // Whether the part of the line inside the box can be seen there: a label's
 // ground painted over a line hides it. Sampled a pixel apart along the
 // line: seen when half the samples or more show the line's colour and some
@@ -192,7 +199,8 @@ bool showsThrough(const Canvas& canvas, const Canvas::DrawnLine& line, const QRe
 }
 
 // Why a graph's printed texts cannot all be read whole: a text below 8 pt,
-// one that runs off the drawing, two that overlap, a line seen through one.
+// one that runs off the drawing, two that overlap, one that a data point
+// touches, a line seen through one.
 QStringList graphProblems(const Canvas& canvas, const QString& name) {
     QStringList problems;
     const auto texts = canvas.drawnTexts();
@@ -210,6 +218,10 @@ QStringList graphProblems(const Canvas& canvas, const QString& name) {
         for (std::size_t j = i + 1; j < texts.size(); ++j)
             if (!texts[j].text.trimmed().isEmpty() && inner(t.box).intersects(inner(texts[j].box)))
                 problems << QStringLiteral("%1 overlaps \"%2\"").arg(what, texts[j].text.left(40));
+        for (const auto& disc : canvas.drawnDiscs())
+            if (discMeets(disc, inner(t.box)))
+                problems << QStringLiteral("%1 meets the point at (%2, %3)")
+                                .arg(what).arg(disc.box.center().x()).arg(disc.box.center().y());
         for (const auto& line : lines)
             if (crosses(line, inner(t.box)) && showsThrough(canvas, line, inner(t.box))) {
                 problems << QStringLiteral("%1 crossed by a line from (%2, %3) to (%4, %5)")
@@ -230,7 +242,7 @@ QStringList lawLabelProblems(const Canvas& canvas, std::size_t firstLabel, const
         const QRectF ground = texts[i].box.adjusted(-2, -2, 2, 2);
         const QString what = QStringLiteral("%1 \"%2\"").arg(name, texts[i].text.left(40));
         for (const auto& disc : canvas.drawnDiscs())
-            if (ground.intersects(disc.box.adjusted(0.5, 0.5, -0.5, -0.5)))
+            if (discMeets(disc, ground))
                 problems << QStringLiteral("%1 covers the point at (%2, %3)")
                                 .arg(what).arg(disc.box.center().x()).arg(disc.box.center().y());
         for (const auto& line : canvas.drawnLines())

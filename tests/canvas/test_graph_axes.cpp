@@ -191,6 +191,32 @@ private slots:
         QVERIFY2(last - first + 1 >= 0.8 * wanted, qPrintable(QStringLiteral("%1 of %2").arg(last - first + 1).arg(wanted)));
     }
 
+    // On a wide graph a data point at (0, 0) is many pixels across: the
+    // crossing's "0" in the corner used to stand half under it.
+    void cornerLabelClearsAMarkAtTheCrossing() {
+        for (const double mark : {0.0, 1.0, 1.5}) {
+            Canvas c;
+            c.resize(1200, 500);
+            c.scale(-5, 110, 110, -30);  // about ten pixels per degree across
+            c.setFontSize(10);
+            drawGraphAxes(c, 110, -5, 110, -30, 100.0, 100.0, 10.0, 10.0, mark);
+            const auto texts = c.drawnTexts();
+            const QPointF crossing = c.toLogical(0, 0);
+            const auto zero = std::find_if(texts.begin(), texts.end(), [&](const Canvas::DrawnText& t) {
+                return t.text == QStringLiteral("0") && t.box.right() <= crossing.x();
+            });
+            QVERIFY(zero != texts.end());
+            const QPointF nearest(std::clamp(crossing.x(), zero->box.left(), zero->box.right()),
+                                  std::clamp(crossing.y(), zero->box.top(), zero->box.bottom()));
+            const double markPixels = mark / std::fabs(c.userPerPixelX());
+            QVERIFY2(QLineF(crossing, nearest).length() >= markPixels,
+                     qPrintable(QStringLiteral("mark %1: %2 px off, mark %3 px").arg(mark)
+                                    .arg(QLineF(crossing, nearest).length()).arg(markPixels)));
+            // A small mark leaves the label where it always stood, close by.
+            if (mark == 0.0) QVERIFY(QLineF(crossing, nearest).length() < 6.0);
+        }
+    }
+
     // A graph window that gives up part of its height to a text box above
     // it used to squeeze its printed labels to a few pixels.
     void shrunkTextsStayReadable() {
