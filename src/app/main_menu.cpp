@@ -15,6 +15,7 @@
 #include "app/window_placement.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
+#include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
 #include "history/data_screen_opener.h"
 #include "models/interpretation_openers.h"
@@ -78,7 +79,8 @@ Diathlasimeleti::Diathlasimeleti() {
 
 void Diathlasimeleti::drawIllustration() {
     // A ray from air into glass with its normal: a reminder of what the
-    // program is about, drawn once; the canvas redraws it at any size.
+    // program is about, drawn again for each size so that its texts are
+    // laid out for it.
     Canvas& c = *illustration_;
     c.setBackColor(palette().color(QPalette::Window));
     c.scale(-200, 100, 200, -100);
@@ -101,16 +103,28 @@ void Diathlasimeleti::drawIllustration() {
     c.setCurrentX(10);
     c.setCurrentY(90);
     c.print(QStringLiteral("AIR  ΑΕΡΑΣ"));
-    c.setCurrentX(10);
-    c.setCurrentY(-70);
-    c.print(QStringLiteral("GLASS  ΓΥΑΛΙ   n = ") + fmt(n, "0.0"));
-    c.setCurrentX(-190);
-    c.setCurrentY(-70);
-    c.print(QStringLiteral("sin i = n · sin r   ημ i = n · ημ r"));
+    // The medium and the law, in both languages, each on one line where it
+    // fits on its side of the normal, otherwise a part a line.
+    auto printBeside = [&c](double left, const QStringList& parts) {
+        constexpr double room = 180.0;
+        const QStringList lines = c.textWidth(parts.join(QStringLiteral("   "))) <= room
+                                      ? QStringList{parts.join(QStringLiteral("   "))}
+                                      : parts;
+        // y runs upwards; on a low picture the last line rises to stay whole.
+        const double lastTop = std::max(-70.0, -97.0 + c.textHeight());
+        for (qsizetype k = 0; k < lines.size(); ++k) {
+            c.setCurrentX(left);
+            c.setCurrentY(lastTop + static_cast<double>(lines.size() - 1 - k) * c.textHeight());
+            c.print(lines[k]);
+        }
+    };
+    printBeside(10, {QStringLiteral("GLASS  ΓΥΑΛΙ"), QStringLiteral("n = ") + fmt(n, "0.0")});
+    printBeside(-190, {QStringLiteral("sin i = n · sin r"), QStringLiteral("ημ i = n · ημ r")});
     c.setSummary(QStringLiteral("A ray from air into glass (n = %1) bending towards the normal: incidence %2°, "
                                 "refraction %3°.")
                      .arg(fmt(n, "0.0"), fmt(incidence * 180.0 / std::numbers::pi, "0"),
                           fmt(refraction * 180.0 / std::numbers::pi, "0.00")));
+    redrawWhenResized(c, [this] { drawIllustration(); });
 }
 
 void Diathlasimeleti::placeButtonRow(int rowTop) {

@@ -11,6 +11,7 @@
 #include "app/main_menu.h"
 #include "app/module1.h"
 #include "app/shared_state.h"
+#include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "test_support.h"
 
@@ -87,6 +88,34 @@ private slots:
         QVERIFY(menu.Command1->geometry().bottom() < menu.height());
         QCOMPARE(menu.Command2->y(), menu.Command1->y());
         QCOMPARE(menu.Command3->y(), menu.Command1->y());
+    }
+
+    // The picture under the buttons keeps its texts apart at every width:
+    // on an 800-pixel screen the law ran into "GLASS  ΓΥΑΛΙ".
+    void illustrationTextsStayApart() {
+        ScreenTestScope scope;
+        Main();
+        auto& menu = form<Diathlasimeleti>();
+        const Canvas& picture = *menu.findChild<Canvas*>(QStringLiteral("illustration"));
+        for (const int width : {560, 800, 1024, 1600}) {
+            menu.resize(width, 600);
+            QTest::qWait(10);
+            const auto texts = picture.drawnTexts();
+            QVERIFY(texts.size() >= 3);
+            const QRectF area(0, 0, picture.width(), picture.height());
+            QString law;
+            for (std::size_t i = 0; i < texts.size(); ++i) {
+                QVERIFY2(area.contains(texts[i].box), qPrintable(QStringLiteral("%1 px: %2 at %3,%4 %5x%6 in %7x%8").arg(width).arg(texts[i].text).arg(texts[i].box.x()).arg(texts[i].box.y()).arg(texts[i].box.width()).arg(texts[i].box.height()).arg(area.width()).arg(area.height())));
+                if (texts[i].text.contains(QStringLiteral("sin"))) law += texts[i].text;
+                if (texts[i].text.contains(QStringLiteral("ημ"))) law += texts[i].text;
+                for (std::size_t j = i + 1; j < texts.size(); ++j)
+                    QVERIFY2(!texts[i].box.adjusted(1, 1, -1, -1).intersects(texts[j].box.adjusted(1, 1, -1, -1)),
+                             qPrintable(QStringLiteral("%1 px: %2 / %3").arg(width).arg(texts[i].text, texts[j].text)));
+            }
+            // Both languages of the law are there, whether on one line or two.
+            QVERIFY2(law.contains(QStringLiteral("sin i = n · sin r")) && law.contains(QStringLiteral("ημ i = n · ημ r")),
+                     qPrintable(law));
+        }
     }
 
     void endEndsAtOnceWithStatusZero() {
