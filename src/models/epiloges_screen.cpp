@@ -74,20 +74,11 @@ void Epiloges::writeSummary() {
 }
 
 std::vector<QRect> Epiloges::areasToKeepClear() {
+    // First what must stay in reach, then what is read, then the rest of
+    // the windows: the earlier an area, the more covering it costs.
     std::vector<QRect> areas;
     Forms& forms = Forms::instance();
     auto onScreen = [](const QWidget* w, const QRect& local) { return QRect(w->mapToGlobal(local.topLeft()), local.size()); };
-    if (forms.exists<Rixo>() && form<Rixo>().isVisible()) {
-        const Rixo& rixo = form<Rixo>();
-        for (const QRect& r : rixo.moving->keepClear()) areas.push_back(onScreen(rixo.moving, r));
-    }
-    if (forms.exists<Rixotext>() && form<Rixotext>().isVisible()) {
-        const Rixotext& panel = form<Rixotext>();
-        QRect figures;
-        for (const QLabel* l : panel.findChildren<QLabel*>())
-            if (l->isVisibleTo(&panel) && !l->text().isEmpty()) figures |= onScreen(l, l->rect());
-        if (!figures.isEmpty()) areas.push_back(figures);
-    }
     // A window's title bar and menus are what the pupil reaches for next.
     auto titleAndMenus = [](const QMainWindow& w) {
         const QRect outer = outerRect(w);
@@ -95,12 +86,24 @@ std::vector<QRect> Epiloges::areasToKeepClear() {
         const int bottom = bar ? bar->mapToGlobal(QPoint(0, bar->height())).y() : w.mapToGlobal(QPoint()).y();
         return QRect(outer.topLeft(), QPoint(outer.right(), bottom));
     };
-    if (forms.exists<Rixo>() && form<Rixo>().isVisible()) {
-        areas.push_back(titleAndMenus(form<Rixo>()));
-        areas.push_back(onScreen(form<Rixo>().canvas, form<Rixo>().canvas->rect()));
+    const bool waves = forms.exists<Rixo>() && form<Rixo>().isVisible();
+    const bool panelUp = forms.exists<Rixotext>() && form<Rixotext>().isVisible();
+    const bool corpuscles = forms.exists<Somata>() && form<Somata>().isVisible();
+    if (waves) {
+        const Rixo& rixo = form<Rixo>();
+        areas.push_back(titleAndMenus(rixo));
+        for (const QRect& r : rixo.moving->keepClear()) areas.push_back(onScreen(rixo.moving, r));
     }
-    if (forms.exists<Rixotext>() && form<Rixotext>().isVisible()) areas.push_back(outerRect(form<Rixotext>()));
-    if (forms.exists<Somata>() && form<Somata>().isVisible()) {
+    if (panelUp) {
+        const Rixotext& panel = form<Rixotext>();
+        QRect figures;
+        for (const QLabel* l : panel.findChildren<QLabel*>())
+            if (l->isVisibleTo(&panel) && !l->text().isEmpty()) figures |= onScreen(l, l->rect());
+        if (!figures.isEmpty()) areas.push_back(figures);
+    }
+    if (waves) areas.push_back(onScreen(form<Rixo>().canvas, form<Rixo>().canvas->rect()));
+    if (panelUp) areas.push_back(outerRect(form<Rixotext>()));
+    if (corpuscles) {
         areas.push_back(titleAndMenus(form<Somata>()));
         areas.push_back(outerRect(form<Somata>()));
     }
