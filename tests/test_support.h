@@ -1,9 +1,12 @@
 #pragma once
 // Helpers shared by the screen tests: scripted answers for the dialog seam,
 // a recorder for the program's end, and fresh screens per test.
+#include <QLineF>
 #include <QPrinter>
+#include <QRectF>
 #include <QStringList>
 
+#include <algorithm>
 #include <deque>
 #include <memory>
 #include <vector>
@@ -21,6 +24,11 @@ inline bool bilingual(const QString& text) {
         greek = greek || (c.unicode() >= 0x0370 && c.unicode() <= 0x03FF);
     }
     return latin && greek;
+}
+
+// How far the point lies from the rectangle (0 inside it).
+inline double distanceToRect(const QPointF& p, const QRectF& r) {
+    return QLineF(p, QPointF(std::clamp(p.x(), r.left(), r.right()), std::clamp(p.y(), r.top(), r.bottom()))).length();
 }
 
 // Answers input boxes from a queue (an empty answer when the queue runs out,

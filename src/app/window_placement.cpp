@@ -113,6 +113,13 @@ QRect outerRect(const QWidget& window) {
     return window.geometry().marginsAdded(windowFrameMargins(window));
 }
 
+QRect titleBarAndMenus(const QMainWindow& window) {
+    const QRect outer = outerRect(window);
+    const QWidget* bar = window.menuWidget();
+    const int bottom = bar ? bar->mapToGlobal(QPoint(0, bar->height())).y() : window.mapToGlobal(QPoint()).y();
+    return QRect(outer.topLeft(), QPoint(outer.right(), bottom));
+}
+
 QRect leastCoveringPlace(QSize frameSize, const QRect& area, const std::vector<QRect>& keepClear) {
     const QSize size = frameSize.boundedTo(area.size());
     std::vector<QPoint> tried;

@@ -5,6 +5,7 @@
 
 #include <vector>
 
+class QMainWindow;
 class QWidget;
 
 // Where every window of the program goes. Classrooms run anything from a
@@ -25,6 +26,10 @@ QMargins windowFrameMargins(const QWidget& window);
 // A window's outer rectangle, frame and title bar included; also before it
 // is shown, with the frame it is likely to get.
 QRect outerRect(const QWidget& window);
+
+// The top of a window's outer rectangle down to the foot of its menu bar:
+// its title bar and menus, what a pupil reaches for next.
+QRect titleBarAndMenus(const QMainWindow& window);
 
 // Moves and shrinks a rectangle so that it lies inside area: first cut to
 // the area's size, then moved in by the least amount.

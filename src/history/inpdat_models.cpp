@@ -88,7 +88,8 @@ void Inpdat::Kepler_Click() {
         // its lines do, ends above the x axis's tick marks.
         const FittedText fitted = fitText(c, text, 76.0, labelPoints(c));
         const double height = static_cast<double>(fitted.lines.size()) * c.textHeight();
-        const double top = std::max(13.0, height + 6.0 * std::fabs(c.userPerPixelY()));
+        constexpr double aboveAxisPixels = 6.0;  // a tick's half length (3), the ground's rim (2) and one to spare
+        const double top = std::max(13.0, height + aboveAxisPixels * std::fabs(c.userPerPixelY()));
         const double bottom = std::min(6.0, top - height);
         return LawLabel{fitted.lines, fitted.points, kKeplerRed, kKeplerGround, 23.0, top,
                         QRectF(QPointF(23.0, top), QPointF(100.0, bottom))};

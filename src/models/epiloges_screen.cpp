@@ -79,19 +79,12 @@ std::vector<QRect> Epiloges::areasToKeepClear() {
     std::vector<QRect> areas;
     Forms& forms = Forms::instance();
     auto onScreen = [](const QWidget* w, const QRect& local) { return QRect(w->mapToGlobal(local.topLeft()), local.size()); };
-    // A window's title bar and menus are what the pupil reaches for next.
-    auto titleAndMenus = [](const QMainWindow& w) {
-        const QRect outer = outerRect(w);
-        const QWidget* bar = w.menuWidget();
-        const int bottom = bar ? bar->mapToGlobal(QPoint(0, bar->height())).y() : w.mapToGlobal(QPoint()).y();
-        return QRect(outer.topLeft(), QPoint(outer.right(), bottom));
-    };
     const bool waves = forms.exists<Rixo>() && form<Rixo>().isVisible();
     const bool panelUp = forms.exists<Rixotext>() && form<Rixotext>().isVisible();
     const bool corpuscles = forms.exists<Somata>() && form<Somata>().isVisible();
     if (waves) {
         const Rixo& rixo = form<Rixo>();
-        areas.push_back(titleAndMenus(rixo));
+        areas.push_back(titleBarAndMenus(rixo));
         for (const QRect& r : rixo.moving->keepClear()) areas.push_back(onScreen(rixo.moving, r));
     }
     if (panelUp) {
@@ -104,7 +97,7 @@ std::vector<QRect> Epiloges::areasToKeepClear() {
     if (waves) areas.push_back(onScreen(form<Rixo>().canvas, form<Rixo>().canvas->rect()));
     if (panelUp) areas.push_back(outerRect(form<Rixotext>()));
     if (corpuscles) {
-        areas.push_back(titleAndMenus(form<Somata>()));
+        areas.push_back(titleBarAndMenus(form<Somata>()));
         areas.push_back(outerRect(form<Somata>()));
     }
     return areas;

@@ -50,9 +50,10 @@ public:
     // The summary line and the check marks, from the panel's values; the
     // panel calls it when they change.
     void writeSummary();
-    // Shows the screen where it covers least of what the pupil reads: the
-    // notes printed on the wave picture first, then the panel's figures,
-    // then the rest of the wave picture, the panel and the corpuscles.
+    // Shows the screen where it covers least of what the pupil uses next:
+    // the wave screen's title bar and menus first, then the notes printed
+    // on its picture and the panel's figures, then the rest of the wave
+    // picture, the panel and the corpuscles.
     void showBesideWaves();
     // Those rectangles, in screen coordinates, most important first.
     static std::vector<QRect> areasToKeepClear();

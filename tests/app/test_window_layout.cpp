@@ -169,9 +169,7 @@ bool crosses(const Canvas::DrawnLine& line, const QRectF& box) {
 
 // Whether the filled disc reaches into the rectangle.
 bool discMeets(const Canvas::DrawnDisc& disc, const QRectF& box) {
-    const QPointF c = disc.box.center();
-    const QPointF nearest(std::clamp(c.x(), box.left(), box.right()), std::clamp(c.y(), box.top(), box.bottom()));
-    return QLineF(c, nearest).length() < disc.box.width() / 2.0 - 0.5;
+    return distanceToRect(disc.box.center(), box) < disc.box.width() / 2.0 - 0.5;
 }
 
 // Whether the part of the line inside the box can be seen there: a label's

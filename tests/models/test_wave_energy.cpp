@@ -4,7 +4,6 @@
 #include <QtTest>
 
 #include <QImage>
-#include <QMenuBar>
 #include <QPainter>
 
 #include <cmath>
@@ -247,11 +246,7 @@ private slots:
             QVERIFY2(!window.intersects(onScreen), qPrintable(figure->text()));
         }
         // Nor the wave screen's title bar and menus, which come next.
-        const QRect waves = outerRect(s.rixo);
-        const QRect menus(waves.topLeft(), QPoint(waves.right(), s.rixo.menuBar()->mapToGlobal(QPoint(0, s.rixo.menuBar()->height())).y()));
-        QVERIFY2(!window.intersects(menus), qPrintable(QStringLiteral("over the wave screen's menus: %1,%2 %3x%4 / %5,%6 %7x%8")
-                                                       .arg(window.x()).arg(window.y()).arg(window.width()).arg(window.height())
-                                                       .arg(menus.x()).arg(menus.y()).arg(menus.width()).arg(menus.height())));
+        QVERIFY2(!window.intersects(titleBarAndMenus(s.rixo)), "over the wave screen's menus");
     }
 };
 
