@@ -10,7 +10,7 @@
 #include <memory>
 #include <numbers>
 
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "app/module1.h"
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"

@@ -14,17 +14,17 @@
 #include <memory>
 
 #include "analysis/graph_screens.h"
-#include "app/dialogs.h"
-#include "app/forms.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
 #include "app/main_menu.h"
-#include "app/program_exit.h"
-#include "app/shared_state.h"
+#include "ui/program_exit.h"
+#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "history/data_pairs.h"
 #include "history/data_plots.h"
 #include "history/fit_statistics.h"
 #include "history/inpdat_screen.h"
-#include "history/least_squares.h"
+#include "core/least_squares.h"
 
 namespace {
 

@@ -10,11 +10,11 @@
 #include <memory>
 
 #include "analysis/errors_screen.h"
-#include "app/dialogs.h"
-#include "app/forms.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
 #include "app/main_menu.h"
-#include "app/program_exit.h"
-#include "app/shared_state.h"
+#include "ui/program_exit.h"
+#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "semicircle/hmiky_screen.h"
 

@@ -9,10 +9,10 @@
 #include <cmath>
 #include <memory>
 
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/program_exit.h"
-#include "app/shared_state.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/program_exit.h"
+#include "core/shared_state.h"
 #include "canvas/fonts.h"
 
 inline int runScreenBenchmarks(int argc, char** argv, std::unique_ptr<DialogProvider> answers) {

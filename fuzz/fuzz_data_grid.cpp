@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/number_input.h"
+#include "core/number_input.h"
 #include "fuzz_check.h"
 #include "history/data_pairs.h"
 

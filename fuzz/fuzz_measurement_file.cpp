@@ -19,7 +19,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/number_input.h"
+#include "core/number_input.h"
 #include "fuzz_check.h"
 #include "semicircle/measurement_file.h"
 

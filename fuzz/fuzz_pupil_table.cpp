@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "app/message_text.h"
-#include "app/number_input.h"
+#include "core/message_text.h"
+#include "core/number_input.h"
 #include "fuzz_check.h"
 #include "history/data_pairs.h"
 #include "history/pupil_table.h"

@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/number_input.h"
+#include "core/number_input.h"
 #include "fuzz_check.h"
 
 namespace {

@@ -11,9 +11,11 @@
 #include <memory>
 #include <vector>
 
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/program_exit.h"
+#include "app/routes.h"
+#include "ui/dialogs.h"
+#include "ui/figure_commands.h"
+#include "ui/forms.h"
+#include "ui/program_exit.h"
 
 // A message a pupil can read in either language: it has Latin and Greek
 // letters.
@@ -88,6 +90,8 @@ public:
         dialogs_ = scripted.get();
         previousDialogs_ = setDialogs(std::move(scripted));
         previousEnder_ = setProgramEnder([this](int status) { endStatuses.push_back(status); });
+        installFigureCommands();
+        connectRoutes();
     }
     ~ScreenTestScope() {
         Forms::instance().destroyAll();

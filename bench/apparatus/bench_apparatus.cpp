@@ -14,10 +14,10 @@
 #include "apparatus/apparatus_openers.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolkam_screen.h"
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/program_exit.h"
-#include "app/shared_state.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/program_exit.h"
+#include "core/shared_state.h"
 #include "canvas/fonts.h"
 
 namespace {

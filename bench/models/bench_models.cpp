@@ -16,10 +16,10 @@
 #include <memory>
 #include <unistd.h>
 
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/program_exit.h"
-#include "app/shared_state.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/program_exit.h"
+#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "models/interpretation_openers.h"
 #include "models/rixo_screen.h"

@@ -6,12 +6,13 @@
 
 #include <cmath>
 
-#include "app/forms.h"
-#include "app/window_keys.h"
-#include "app/shared_state.h"
+#include "ui/forms.h"
+#include "ui/window_keys.h"
+#include "core/shared_state.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
 #include "semicircle/hmiky_screen.h"
+#include "core/physics.h"
 
 namespace {
 const QColor kAxisColour(0, 0, 0);
@@ -80,7 +81,7 @@ bool Errors::eventFilter(QObject* watched, QEvent* event) {
 
 void Errors::drawMeanError() {
     SharedState& s = module1();
-    if (s.pi == 0.0) s.pi = 4.0 * std::atan(1.0);
+    if (s.pi == 0.0) s.pi = physics::kPi;
 
     // The set-up on the bench, in the bench's own control units.
     const Hmiky& bench = form<Hmiky>();

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "app/forms.h"
-#include "app/window_keys.h"
-#include "app/window_placement.h"
+#include "ui/forms.h"
+#include "ui/window_keys.h"
+#include "ui/window_placement.h"
 #include "canvas/fonts.h"
 
 namespace {

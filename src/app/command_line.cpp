@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "app/version.h"
+#include "core/version.h"
 
 std::optional<CommandLineAnswer> answerCommandLine(int argc, const char* const* argv) {
     for (int k = 1; k < argc; ++k) {

@@ -3,14 +3,15 @@
 #include <cstdio>
 
 #include "app/command_line.h"
-#include "app/focus_frame.h"
-#include "app/forms.h"
-#include "app/help_window.h"
-#include "app/menu_keys.h"
+#include "ui/focus_frame.h"
+#include "ui/forms.h"
+#include "ui/figure_commands.h"
+#include "ui/help_window.h"
+#include "ui/menu_keys.h"
 #include "app/module1.h"
-#include "app/version.h"
-#include "app/window_access.h"
-#include "app/window_keys.h"
+#include "core/version.h"
+#include "ui/window_access.h"
+#include "ui/window_keys.h"
 #include "canvas/fonts.h"
 
 int main(int argc, char* argv[]) {
@@ -29,6 +30,7 @@ int main(int argc, char* argv[]) {
     installFontSubstitutions();
     installMenuKeysEverywhere(app);
     installHelpEverywhere(app);
+    installFigureCommands();
     installWindowKeysEverywhere(app);
     installFocusFrameEverywhere(app);
     installWindowAccessEverywhere(app);

@@ -8,11 +8,11 @@
 #include <numbers>
 
 #include "analysis/errors_screen.h"
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "app/history_screen.h"
-#include "app/program_exit.h"
-#include "app/shared_state.h"
-#include "app/window_placement.h"
+#include "ui/program_exit.h"
+#include "core/shared_state.h"
+#include "ui/window_placement.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
@@ -20,6 +20,7 @@
 #include "history/data_screen_opener.h"
 #include "models/interpretation_openers.h"
 #include "semicircle/hmiky_screen.h"
+#include "core/physics.h"
 
 namespace {
 CaptionButton* makeButton(QWidget* parent, const QString& caption, const QString& fontName, const QString& name) {
@@ -85,7 +86,7 @@ void Diathlasimeleti::drawIllustration() {
     c.setBackColor(palette().color(QPalette::Window));
     c.scale(-200, 100, 200, -100);
     constexpr double n = 1.5;
-    constexpr double incidence = 50.0 * std::numbers::pi / 180.0;
+    constexpr double incidence = physics::radians(50.0);
     const double refraction = std::asin(std::sin(incidence) / n);
     c.filledBox(-200, 0, 200, -100, QColor(205, 230, 250));
     c.line(-200, 0, 200, 0, QColor(60, 90, 140));
@@ -122,8 +123,8 @@ void Diathlasimeleti::drawIllustration() {
     printBeside(-190, {QStringLiteral("sin i = n · sin r"), QStringLiteral("ημ i = n · ημ r")});
     c.setSummary(QStringLiteral("A ray from air into glass (n = %1) bending towards the normal: incidence %2°, "
                                 "refraction %3°.")
-                     .arg(fmt(n, "0.0"), fmt(incidence * 180.0 / std::numbers::pi, "0"),
-                          fmt(refraction * 180.0 / std::numbers::pi, "0.00")));
+                     .arg(fmt(n, "0.0"), fmt(physics::degrees(incidence), "0"),
+                          fmt(physics::degrees(refraction), "0.00")));
     redrawWhenResized(c, [this] { drawIllustration(); });
 }
 

@@ -2,7 +2,7 @@
 #include <QLabel>
 #include <QWidget>
 
-#include "canvas/caption_button.h"
+#include "ui/caption_button.h"
 
 class Canvas;
 

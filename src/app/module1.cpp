@@ -3,16 +3,19 @@
 #include <cmath>
 
 #include "analysis/graph_screens.h"
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "app/main_menu.h"
-#include "app/shared_state.h"
-#include "app/window_placement.h"
+#include "app/routes.h"
+#include "core/shared_state.h"
+#include "ui/window_placement.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
+#include "core/physics.h"
 
 void Main() {
+    connectRoutes();
     SharedState& s = module1();
-    s.pi = 4.0 * std::atan(1.0);
+    s.pi = physics::kPi;
     s.speedRatio = 1.0;
     s.angleWithY = 0.0;
     s.xc = 0.0;

@@ -1,11 +1,12 @@
 #include "apparatus/alhaytham_rules.h"
+#include "core/physics.h"
 
 #include <cmath>
 
 namespace alhaytham {
 
 namespace {
-const double kPi = 4.0 * std::atan(1.0);
+using physics::kPi;
 
 std::optional<double> refractionAt(double incidence, double n) {
     const double x = std::sin(incidence) / n;

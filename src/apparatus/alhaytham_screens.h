@@ -6,7 +6,7 @@
 
 #include "apparatus/alhaytham_rules.h"
 #include "canvas/canvas.h"
-#include "canvas/caption_button.h"
+#include "ui/caption_button.h"
 
 // "xaithamos": Al Haytham's instrument. A beam of light enters water on a
 // graduated disc; a ruler laid along the refracted beam carries a stylus

@@ -8,13 +8,14 @@
 #include "apparatus/alhaytham_texts.h"
 #include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
-#include "app/forms.h"
-#include "app/program_exit.h"
-#include "app/scroll_bars.h"
+#include "ui/forms.h"
+#include "ui/program_exit.h"
+#include "ui/scroll_bars.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
-#include "history/data_screen_opener.h"
+#include "ui/navigation.h"
+#include "core/physics.h"
 
 namespace {
 const QColor kBlack(0, 0, 0);
@@ -23,7 +24,7 @@ const QColor kGreen(0, 255, 0);
 const QColor kCyan(0, 255, 255);
 const QColor kBlue(0, 0, 255);
 const QColor kMagenta(255, 0, 255);
-const double kPi = 4.0 * std::atan(1.0);
+using physics::kPi;
 
 double deg(double radians) { return radians * 180.0 / kPi; }
 
@@ -113,7 +114,7 @@ void Alhazencheck::timidikti_Change() {
 
 void Alhazencheck::Command1_Click() {
     hide();
-    showDataScreen();
+    showPlace(Place::DataScreen);
 }
 
 void Alhazencheck::Command2_Click() { endProgram(0); }

@@ -1,12 +1,12 @@
 #include "apparatus/apparatus_openers.h"
 
 #include "analysis/graph_screens.h"
-#include "app/forms.h"
-#include "app/window_placement.h"
+#include "ui/forms.h"
+#include "ui/window_placement.h"
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolkam_screen.h"
-#include "history/data_screen_opener.h"
+#include "ui/navigation.h"
 
 namespace {
 // Over the data screen, where the pupil's eyes are.
@@ -21,7 +21,7 @@ void openPtolemyInstrument() {
     if (first) {
         // Over the data screen, where the pupil's eyes are; the sight view
         // takes its place beside it.
-        moveTo(instrument, dataScreenGeometry().topLeft());
+        moveTo(instrument, outerRect(windowOf(Place::DataScreen)).topLeft());
         instrument.Form_Load();
     } else {
         instrument.DrawPtolemyApparatus();
@@ -33,7 +33,7 @@ void openAlHaythamInstrument() {
     const bool first = !Forms::instance().exists<Xaithamos>();
     Xaithamos& instrument = form<Xaithamos>();
     if (first) {
-        moveTo(instrument, dataScreenGeometry().topLeft());
+        moveTo(instrument, outerRect(windowOf(Place::DataScreen)).topLeft());
         instrument.Form_Load();
     }
     showScreen(instrument);
@@ -51,7 +51,7 @@ void openPtolemyDataFitting() {
     const bool first = !Forms::instance().exists<Ptolkam>();
     Ptolkam& fitting = form<Ptolkam>();
     if (first) {
-        moveTo(fitting, dataScreenGeometry().topLeft());
+        moveTo(fitting, outerRect(windowOf(Place::DataScreen)).topLeft());
         fitting.Form_Load();
     }
     showScreen(fitting);

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "canvas/qt_format.h"
+#include "core/physics.h"
 
 namespace apparatus {
 
@@ -100,7 +101,7 @@ QString alHaythamCheckSummary(double n, const std::vector<alhaytham::CheckStep>&
     }
     const alhaytham::CheckStep& last = steps.back();
     const double lastIncidence = last.incidenceDegrees + 1;
-    const double radToDeg = 180.0 / (4.0 * std::atan(1.0));
+    const double radToDeg = 180.0 / physics::kPi;
     lines << QStringLiteral("The curves run from incidence 1° to %1%2; there refraction is %3 and deviation %4.")
                  .arg(degreesText(lastIncidence, "0"),
                       lastIncidence < 90.5 && n < 1.0 ? QStringLiteral(" (total reflection beyond)") : QString(),

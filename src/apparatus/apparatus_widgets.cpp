@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/scroll_bars.h"
+#include "ui/scroll_bars.h"
 #include "canvas/canvas.h"
 
 namespace apparatus {

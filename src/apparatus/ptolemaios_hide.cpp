@@ -6,9 +6,9 @@
 #include "analysis/graph_screens.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolemy_geometry.h"
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "canvas/qt_format.h"
-#include "history/data_screen_opener.h"
+#include "ui/navigation.h"
 
 namespace {
 const QColor kBlack(0, 0, 0);
@@ -102,7 +102,7 @@ void Ptolemaios::Command1_Click() {
 
     // Shown before drawing, so that the letters are measured at the size
     // they will be seen.
-    showDataScreen();
+    showPlace(Place::DataScreen);
     Incref& graph = form<Incref>();
     Analysis& notes = form<Analysis>();
     showScreen(graph);

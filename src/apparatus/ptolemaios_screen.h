@@ -4,7 +4,7 @@
 #include <QWidget>
 
 #include "canvas/canvas.h"
-#include "canvas/caption_button.h"
+#include "ui/caption_button.h"
 
 // "EMFANISI": what the observer of Ptolemy's instrument sees along the line
 // of sight, magnified: each body as a horizontal band. It has no controls;

@@ -2,12 +2,13 @@
 
 #include <cmath>
 
-#include "app/number_input.h"
+#include "core/number_input.h"
+#include "core/physics.h"
 
 namespace ptolemy_fit {
 
 namespace {
-const double kPi = 4.0 * std::atan(1.0);
+using physics::kPi;
 }
 
 const DataSet& waterSet() {

@@ -1,4 +1,5 @@
 #include "apparatus/ptolemy_geometry.h"
+#include "core/physics.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,14 +7,14 @@
 namespace ptolemy {
 
 namespace {
-const double kPi = 4.0 * std::atan(1.0);
+using physics::kPi;
 
 bool finite(double v) { return std::isfinite(v); }
 
 // The arc sine as atan(x / √(1 − x²)); none at |x| ≥ 1.
 std::optional<double> arcSineOf(double x) {
     if (!finite(x) || std::fabs(x) >= 1.0) return std::nullopt;
-    return std::atan(x / std::sqrt(1.0 - x * x));
+    return physics::arcSine(x);
 }
 
 double clampToView(double y) { return std::clamp(y, -1.2 * kViewHalfHeight, 1.2 * kViewHalfHeight); }
@@ -33,8 +34,8 @@ Band bandAround(double centreDegrees, double halfDegrees) {
 }
 }  // namespace
 
-double degrees(double r) { return r * 180.0 / kPi; }
-double radians(double d) { return d * kPi / 180.0; }
+double degrees(double r) { return physics::degrees(r); }
+double radians(double d) { return physics::radians(d); }
 
 std::optional<SightLine> PtolemySightLine(double waterDegrees, double edgeOffset, double index, double discRadius) {
     if (!finite(waterDegrees) || !finite(edgeOffset) || !finite(index) || !finite(discRadius) || discRadius <= 0.0)

@@ -7,13 +7,13 @@
 
 #include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/window_placement.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/window_placement.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
-#include "history/data_screen_opener.h"
+#include "ui/navigation.h"
 
 using namespace ptolemy_fit;
 
@@ -176,7 +176,7 @@ void Ptolkam::Enallagi_Click() { alternativeAdjustment(); }
 
 void Ptolkam::kripse_Click() {
     hide();
-    showDataScreen();
+    showPlace(Place::DataScreen);
 }
 
 void Ptolkam::standardAdjustment() {

@@ -8,7 +8,7 @@
 
 #include "apparatus/ptolemy_fitting.h"
 #include "canvas/canvas.h"
-#include "canvas/caption_button.h"
+#include "ui/caption_button.h"
 
 // "ptolkam": how Ptolemy adjusted his refraction angles so that their second
 // differences are constant, against the proportional law and the law of

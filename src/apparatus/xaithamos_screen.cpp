@@ -10,12 +10,13 @@
 #include "apparatus/alhaytham_texts.h"
 #include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
-#include "app/forms.h"
-#include "app/scroll_bars.h"
-#include "app/window_placement.h"
+#include "ui/forms.h"
+#include "ui/scroll_bars.h"
+#include "ui/window_placement.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
-#include "history/data_screen_opener.h"
+#include "ui/navigation.h"
+#include "core/physics.h"
 
 namespace {
 const QColor kBlack(0, 0, 0);
@@ -28,7 +29,7 @@ const QColor kRuler(200, 200, 0);
 const QColor kShadow1(155, 255, 0);
 const QColor kShadow2(255, 255, 0);
 constexpr double kRadius = 150.0;
-const double kPi = 4.0 * std::atan(1.0);
+using physics::kPi;
 
 double rad(double degrees) { return degrees * kPi / 180.0; }
 }  // namespace
@@ -233,9 +234,9 @@ void Xaithamos::svise_Click() {
 
     // Clear of the rules page whose colours it asks the pupil to watch, and
     // of the explanation; over the data screen if nothing else is free.
-    const QSize size = outerRect(check).size().boundedTo(dataScreenGeometry().size());
+    const QSize size = outerRect(check).size().boundedTo(outerRect(windowOf(Place::DataScreen)).size());
     placeWindow(check, leastCoveringPlace(size, availableArea(&check),
-                                          {outerRect(form<Incref>()), outerRect(notes), dataScreenGeometry()}));
+                                          {outerRect(form<Incref>()), outerRect(notes), outerRect(windowOf(Place::DataScreen))}));
     showScreen(check);
     check.CheckAlHaythamRules(check.timidikti->value() / 100.0);
 }

@@ -10,6 +10,7 @@
 #include <numbers>
 
 #include "canvas/canvas_limits.h"
+#include "core/physics.h"
 #include "canvas/figure_export.h"
 
 using namespace canvas_limits;
@@ -28,8 +29,8 @@ constexpr std::size_t kMaxRecordedOps = 200000;
 // from the back of a classroom.
 constexpr double kSmallestShrunkPoints = 8.0;
 
-constexpr double kTwoPi = 2.0 * std::numbers::pi;
-constexpr double kDegreesPerRadian = 180.0 / std::numbers::pi;
+constexpr double kTwoPi = 2.0 * physics::kPi;
+constexpr double kDegreesPerRadian = 180.0 / physics::kPi;
 
 Qt::PenStyle penStyleFor(DrawStyle s) {
     switch (s) {

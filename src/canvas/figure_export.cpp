@@ -10,13 +10,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
-#include "app/dialogs.h"
-#include "app/message_text.h"
-#include "app/outside_files.h"
 #include "canvas/canvas.h"
+#include "core/outside_files.h"
 
 namespace {
+
+FigureCommands& commands() {
+    static FigureCommands installed;
+    return installed;
+}
+
+}  // namespace
 
 QString figureTitle(const Canvas& canvas) {
     const QWidget* window = canvas.window();
@@ -24,12 +30,7 @@ QString figureTitle(const Canvas& canvas) {
     return title.isEmpty() ? canvas.accessibleName() : title;
 }
 
-// Where a file went, in full, as a message may quote it.
-QString quotedPath(const QString& path) {
-    return QString::fromStdString(quotedForMessage(QFileInfo(path).absoluteFilePath().toStdString(), 200));
-}
-
-}  // namespace
+void setFigureCommands(FigureCommands figureCommands) { commands() = std::move(figureCommands); }
 
 void followImageRatio(QPainter& painter) {
     const qreal wanted = painter.device()->devicePixelRatio();
@@ -117,40 +118,6 @@ QString saveFigureFile(const Canvas& canvas, const QString& path) {
     return written.ok ? QString() : QString::fromStdString(written.reason);
 }
 
-void saveFigureInteractive(const Canvas& canvas) {
-    QString path = saveFileDialog(QStringLiteral("Save figure  Αποθήκευση σχήματος"),
-                                  QStringLiteral("PNG image (*.png);;SVG drawing (*.svg)"), QStringLiteral("figure.png"));
-    if (path.isEmpty()) return;
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    if (suffix != QLatin1String("png") && suffix != QLatin1String("svg")) path += QStringLiteral(".png");
-    const QString error = saveFigureFile(canvas, path);
-    if (error.isEmpty()) {
-        messageBox(QStringLiteral("The figure was saved in %1  Το σχήμα αποθηκεύτηκε στο %1").arg(quotedPath(path)));
-        return;
-    }
-    messageBox(QStringLiteral("The figure could not be saved in %1 (%2); nothing was changed.  "
-                                  "Το σχήμα δεν αποθηκεύτηκε στο %1· δεν άλλαξε τίποτα.")
-                       .arg(QString::fromStdString(quotedForMessage(QFileInfo(path).fileName().toStdString())), error));
-}
-
-void printFigureInteractive(const Canvas& canvas) {
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(figureTitle(canvas));
-    // A wide figure fills more of a page turned sideways.
-    printer.setPageOrientation(canvas.width() > canvas.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
-    if (!choosePrinterDialog(printer)) return;
-    if (!printFigure(canvas, printer)) {
-        messageBox(QStringLiteral("The figure could not be printed.  Το σχήμα δεν τυπώθηκε."));
-        return;
-    }
-    if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty())
-        messageBox(QStringLiteral("The figure was printed to %1  Το σχήμα τυπώθηκε στο %1")
-                       .arg(quotedPath(printer.outputFileName())));
-    else
-        messageBox(QStringLiteral("The figure was sent to the printer %1  Το σχήμα στάλθηκε στον εκτυπωτή %1")
-                       .arg(printer.printerName()));
-}
-
 void installFigureActions(Canvas& canvas) {
     // The keys belong to the window (any control may have the focus when the
     // pupil presses them); the menu only shows them.
@@ -161,8 +128,12 @@ void installFigureActions(Canvas& canvas) {
     auto* print = new QAction(QStringLiteral("Print…  Εκτύπωση…") + keys(QKeySequence::Print), &canvas);
     save->setObjectName(QStringLiteral("saveFigure"));
     print->setObjectName(QStringLiteral("printFigure"));
-    QObject::connect(save, &QAction::triggered, &canvas, [&canvas] { saveFigureInteractive(canvas); });
-    QObject::connect(print, &QAction::triggered, &canvas, [&canvas] { printFigureInteractive(canvas); });
+    QObject::connect(save, &QAction::triggered, &canvas, [&canvas] {
+        if (commands().save) commands().save(canvas);
+    });
+    QObject::connect(print, &QAction::triggered, &canvas, [&canvas] {
+        if (commands().print) commands().print(canvas);
+    });
     canvas.addAction(save);
     canvas.addAction(print);
     canvas.setContextMenuPolicy(Qt::ActionsContextMenu);

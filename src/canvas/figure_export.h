@@ -5,6 +5,8 @@
 
 #include <QRectF>
 
+#include <functional>
+
 class Canvas;
 class QPainter;
 class QPrinter;
@@ -40,11 +42,18 @@ bool printFigure(const Canvas& canvas, QPrinter& printer);
 // as it was and the error is returned (empty on success).
 QString saveFigureFile(const Canvas& canvas, const QString& path);
 
-// What the menu items do: ask for a file name or a printer through the
-// dialog seam, then save or print, and tell where the figure went (or why
-// it did not).
-void saveFigureInteractive(const Canvas& canvas);
-void printFigureInteractive(const Canvas& canvas);
+// The title a saved or printed figure carries: its window's, else the
+// drawing's own name.
+QString figureTitle(const Canvas& canvas);
+
+// What the drawing's two menu items do. The dialogs that ask for a file or
+// a printer belong to the windows' floor, which installs them at start-up;
+// until then the items do nothing.
+struct FigureCommands {
+    std::function<void(const Canvas&)> save;
+    std::function<void(const Canvas&)> print;
+};
+void setFigureCommands(FigureCommands commands);
 
 // Adds the context menu to a canvas (every canvas does this when it is
 // made); the menu shows the window's keys for its two items.

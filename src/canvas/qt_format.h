@@ -1,7 +1,7 @@
 #pragma once
 #include <QString>
 
-#include "canvas/number_format.h"
+#include "core/number_format.h"
 
 // formatNumber for captions and labels.
 inline QString fmt(double value, const char* pattern) {

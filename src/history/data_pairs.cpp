@@ -5,13 +5,14 @@
 #include <cmath>
 #include <numbers>
 
-#include "app/number_input.h"
+#include "core/number_input.h"
+#include "core/physics.h"
 
 namespace history {
 
 namespace {
 
-constexpr double kDegree = std::numbers::pi / 180.0;
+using physics::kDegree;
 constexpr double kLargestAngle = 180.0;
 
 bool blank(const std::string& text) {

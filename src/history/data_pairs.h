@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "history/fit_statistics.h"
-#include "history/least_squares.h"
+#include "core/least_squares.h"
 
 namespace history {
 

@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "analysis/graph_screens.h"
-#include "app/forms.h"
-#include "app/window_placement.h"
+#include "ui/forms.h"
+#include "ui/window_placement.h"
 #include "history/inpdat_screen.h"
 
 void openDataScreen() {
@@ -18,7 +18,3 @@ void openDataScreen() {
     showScreen(data);
     placeGraphScreensBeside(data);
 }
-
-void showDataScreen() { showScreen(form<Inpdat>()); }
-
-QRect dataScreenGeometry() { return outerRect(form<Inpdat>()); }

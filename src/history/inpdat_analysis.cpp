@@ -3,10 +3,10 @@
 #include <cmath>
 
 #include "analysis/graph_screens.h"
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/number_input.h"
-#include "app/shared_state.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "core/number_input.h"
+#include "core/shared_state.h"
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"
 #include "history/inpdat_screen.h"

@@ -2,14 +2,15 @@
 // notes.
 #include <QLayout>
 
+#include <algorithm>
 #include <cmath>
 
 #include "analysis/graph_screens.h"
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/number_input.h"
-#include "app/shared_state.h"
-#include "app/window_placement.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "core/number_input.h"
+#include "core/shared_state.h"
+#include "ui/window_placement.h"
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"
 #include "history/inpdat_screen.h"
@@ -168,4 +169,15 @@ void Inpdat::showNote(int noteIndex) {
     } else {
         analysis.canvas->cls();
     }
+}
+
+std::size_t Inpdat::takeMeasuredPairs(const std::vector<MeasuredPair>& pairs) {
+    klinoistoria_Click();
+    const std::size_t count = std::min(pairs.size(), static_cast<std::size_t>(kRows));
+    for (std::size_t k = 0; k < static_cast<std::size_t>(kRows); ++k) {
+        const bool filled = k < count;
+        Text1[k]->setText(filled ? fmt(pairs[k].incidenceDegrees, "0.0") : QString());
+        Refr[k]->setText(filled ? fmt(pairs[k].refractionDegrees, "0.00") : QString());
+    }
+    return count;
 }

@@ -7,10 +7,10 @@
 #include <cmath>
 
 #include "analysis/graph_screens.h"
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/message_text.h"
-#include "app/outside_files.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "core/message_text.h"
+#include "core/outside_files.h"
 #include "history/inpdat_screen.h"
 #include "history/lab_report.h"
 

@@ -11,10 +11,10 @@
 #include <algorithm>
 
 #include "analysis/graph_screens.h"
-#include "app/forms.h"
-#include "app/main_menu.h"
-#include "app/program_exit.h"
-#include "app/window_placement.h"
+#include "ui/forms.h"
+#include "ui/navigation.h"
+#include "ui/program_exit.h"
+#include "ui/window_placement.h"
 #include "apparatus/apparatus_openers.h"
 #include "canvas/fonts.h"
 #include "models/interpretation_openers.h"
@@ -371,8 +371,9 @@ void Inpdat::Command2_Click() {
     // bench whose series was transferred, its lists, the graphs, the
     // instruments) goes too, and no animation runs on behind hidden screens.
     Rixo::stopInterpretationTimers();
-    Forms::instance().hideAllBut(form<Diathlasimeleti>());
-    showScreen(form<Diathlasimeleti>());
+    QWidget& menu = windowOf(Place::MainMenu);
+    Forms::instance().hideAllBut(menu);
+    showScreen(menu);
 }
 
 void Inpdat::Command3_Click() { endProgram(0); }

@@ -12,12 +12,13 @@
 #include <vector>
 
 #include "canvas/canvas.h"
-#include "canvas/caption_button.h"
+#include "ui/caption_button.h"
 #include "history/data_pairs.h"
 #include "history/data_plots.h"
 #include "history/historical_tables.h"
 #include "history/history_notes.h"
 #include "history/law_labels.h"
+#include "semicircle/bench_series.h"
 
 // "inpdat": the data screen. The pupil types measured angle pairs into a
 // 14-row grid or loads a historical table, has them analysed (refraction
@@ -96,6 +97,10 @@ public:
     void analysisdata();
     void toentrito();    // r = 2/3 i
     void toendeytero();  // r = 3/2 i
+    // The bench's measured pairs become the pupil's typed data: no table's
+    // lists, no table marked, and the grid holds nothing but these (as many
+    // as it has rows). Returns how many it took.
+    std::size_t takeMeasuredPairs(const std::vector<MeasuredPair>& pairs);
 
     // --- handlers ---------------------------------------------------------
     void Command1_Click();

@@ -3,9 +3,9 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "app/dialogs.h"
-#include "app/message_text.h"
-#include "app/outside_files.h"
+#include "ui/dialogs.h"
+#include "core/message_text.h"
+#include "core/outside_files.h"
 #include "history/inpdat_screen.h"
 #include "history/pupil_table.h"
 

@@ -7,10 +7,11 @@
 #include "canvas/canvas.h"
 #include "canvas/graph_axes.h"
 #include "history/data_plots.h"
+#include "core/physics.h"
 
 namespace {
 
-constexpr double kDegree = std::numbers::pi / 180.0;
+using physics::kDegree;
 const QColor kRay(220, 30, 30);
 const QColor kSecondPath(40, 40, 160);
 const QColor kWater(205, 230, 250);

@@ -4,8 +4,8 @@
 #include <cctype>
 #include <cmath>
 
-#include "app/message_text.h"
-#include "app/number_input.h"
+#include "core/message_text.h"
+#include "core/number_input.h"
 #include "history/historical_tables.h"
 
 namespace history {

@@ -3,13 +3,14 @@
 #include <cmath>
 #include <numbers>
 
-#include "canvas/number_format.h"
-#include "history/least_squares.h"
+#include "core/number_format.h"
+#include "core/least_squares.h"
+#include "core/physics.h"
 
 namespace history {
 
 namespace {
-constexpr double kDegree = std::numbers::pi / 180.0;
+using physics::kDegree;
 constexpr float kKeplerLimit = 45.0f;
 }  // namespace
 
@@ -35,11 +36,11 @@ std::vector<CurvePoint> snellCurve(double index, bool leavesDenserMedium) {
         std::optional<double> r;
         if (leavesDenserMedium) {
             if (!(sinI < 1.0 / index)) break;
-            r = arcSine(index * sinI);
+            r = physics::arcSine(index * sinI);
         } else {
             const double x = sinI / index;
             if (x > 1.0) break;
-            r = arcSine(x);
+            r = physics::arcSine(x);
         }
         if (!r) break;
         curve.push_back({static_cast<double>(degrees), *r / kDegree});
@@ -57,7 +58,7 @@ std::vector<ExpectedRow> expectedRows(double index) {
         ExpectedRow row{10 * k, std::nullopt};
         const double x = std::sin(10.0 * k * kDegree) / index;
         if (x <= 1.0) {
-            if (const auto r = arcSine(x)) row.refraction = formatNumber(*r / kDegree, pattern);
+            if (const auto r = physics::arcSine(x)) row.refraction = formatNumber(*r / kDegree, pattern);
         }
         rows.push_back(row);
     }

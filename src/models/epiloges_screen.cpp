@@ -2,18 +2,19 @@
 
 #include <QMenuBar>
 
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/index_prompt.h"
-#include "app/program_exit.h"
-#include "app/shared_state.h"
-#include "app/window_placement.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/index_prompt.h"
+#include "ui/program_exit.h"
+#include "core/shared_state.h"
+#include "ui/window_placement.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
-#include "history/data_screen_opener.h"
+#include "ui/navigation.h"
 #include "models/rixo_screen.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
+#include "core/physics.h"
 
 Epiloges::Epiloges() {
     setObjectName(QStringLiteral("epiloges"));
@@ -109,7 +110,7 @@ void Epiloges::showBesideWaves() {
 }
 
 void Epiloges::Form_Load() {
-    module1().pi = 4.0 * std::atan(1.0);
+    module1().pi = physics::kPi;
     writeSummary();
 }
 
@@ -157,7 +158,7 @@ void Epiloges::Endof_Click() {
     rixo.Timer1->setEnabled(false);
     rixo.hide();
     hide();
-    showDataScreen();
+    showPlace(Place::DataScreen);
 }
 
 void Epiloges::Telos_Click() { endProgram(0); }

@@ -1,7 +1,7 @@
 #include "models/interpretation_openers.h"
 
-#include "app/forms.h"
-#include "app/window_placement.h"
+#include "ui/forms.h"
+#include "ui/window_placement.h"
 #include "models/rixo_screen.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"

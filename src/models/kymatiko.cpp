@@ -12,12 +12,6 @@ Field fieldFor(double pixelWidth, double pixelHeight, double units) {
     return {units * w / (w + h), units * h / (w + h)};
 }
 
-double arcSine(double x) {
-    if (x >= 1.0) return kPi / 2.0;
-    if (x <= -1.0) return -kPi / 2.0;
-    return std::atan(x / std::sqrt(1.0 - x * x));
-}
-
 Refraction refract(double incidenceRadians, double n) {
     Refraction r;
     if (!std::isfinite(incidenceRadians) || !std::isfinite(n) || n <= 0.0) return r;
@@ -27,12 +21,6 @@ Refraction refract(double incidenceRadians, double n) {
     r.totalReflection = std::fabs(r.sinR) >= kTotalReflectionSine;
     r.refraction = r.totalReflection ? 0.0 : arcSine(r.sinR);
     return r;
-}
-
-std::optional<double> criticalAngleDegrees(double n) {
-    if (!std::isfinite(n) || n <= 0.0 || n == 1.0) return std::nullopt;
-    const double x = std::min(n, 1.0 / n);
-    return degrees(arcSine(x));
 }
 
 Fresnel fresnel(const Refraction& refraction, double n) {

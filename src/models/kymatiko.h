@@ -2,6 +2,8 @@
 #include <optional>
 #include <vector>
 
+#include "core/physics.h"
+
 // The constructions behind the interpretation screens: refraction at a plane
 // boundary, the critical angle, the Fresnel amplitudes, the ray paths along
 // which a pulse of light is traced, and the crossing of a ray with a line.
@@ -13,7 +15,7 @@
 // ratio n is the index of the lower medium over that of the upper one.
 namespace kymatiko {
 
-inline constexpr double kPi = 3.14159265358979323846;
+using physics::kPi;
 // A sine of the refraction angle of this much or more counts as total
 // reflection: close to grazing the refracted beam carries next to nothing,
 // and the arcsine below stays well conditioned.
@@ -42,7 +44,7 @@ struct Field {
 Field fieldFor(double pixelWidth, double pixelHeight, double units = 1500.0);
 
 // The arcsine written through the arctangent, ±π/2 at |x| ≥ 1.
-double arcSine(double x);
+inline double arcSine(double x) { return physics::clampedArcSine(x); }
 
 // Refraction at the boundary for an incidence angle (radians, from the
 // normal) and the ratio n.
@@ -54,12 +56,12 @@ struct Refraction {
     double refraction = 0.0;     // radians; 0 after a total reflection
 };
 Refraction refract(double incidenceRadians, double n);
-inline double degrees(double radians) { return radians * 180.0 / kPi; }
-inline double radians(double degreesValue) { return degreesValue * kPi / 180.0; }
+using physics::degrees;
+using physics::radians;
 
 // The critical angle of the pair of media (degrees), from the ratio of the
 // smaller index to the larger. None when the media are alike or n is unusable.
-std::optional<double> criticalAngleDegrees(double n);
+using physics::criticalAngleDegrees;
 // Light going down meets a critical angle only when the lower medium is the
 // less dense one.
 inline bool intoLessDense(double n) { return n > 0.0 && n < 1.0; }

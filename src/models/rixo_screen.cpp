@@ -7,15 +7,14 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/main_menu.h"
-#include "app/index_prompt.h"
-#include "app/program_exit.h"
-#include "app/shared_state.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/index_prompt.h"
+#include "ui/program_exit.h"
+#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
-#include "history/data_screen_opener.h"
+#include "ui/navigation.h"
 #include "models/energy_shares.h"
 #include "models/epiloges_screen.h"
 #include "models/model_texts.h"
@@ -445,8 +444,7 @@ void Rixo::Endof_Click() {
     hideIfCreated<Rixotext>();
     hideIfCreated<Somata>();
     hideIfCreated<Epiloges>();
-    if (cameFromData_) showDataScreen();
-    else showScreen(form<Diathlasimeleti>());
+    showPlace(cameFromData_ ? Place::DataScreen : Place::MainMenu);
 }
 
 void Rixo::Telos_Click() { endProgram(0); }

@@ -9,9 +9,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/forms.h"
-#include "app/scroll_bars.h"
-#include "app/shared_state.h"
+#include "ui/forms.h"
+#include "ui/scroll_bars.h"
+#include "core/shared_state.h"
 #include "canvas/qt_format.h"
 #include "canvas/fonts.h"
 #include "models/epiloges_screen.h"

@@ -5,7 +5,7 @@
 #include <QScrollBar>
 #include <QWidget>
 
-#include "canvas/caption_button.h"
+#include "ui/caption_button.h"
 #include "models/corpuscles.h"
 #include "models/kymatiko.h"
 #include "models/model_texts.h"

@@ -2,8 +2,8 @@
 // the streams of corpuscles and their timers.
 #include <cmath>
 
-#include "app/dialogs.h"
-#include "app/forms.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
 #include "models/model_summaries.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "models/model_summaries.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"

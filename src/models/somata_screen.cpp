@@ -6,11 +6,12 @@
 #include <QMouseEvent>
 #include <QVBoxLayout>
 
-#include "app/forms.h"
-#include "app/scroll_bars.h"
-#include "app/shared_state.h"
+#include "ui/forms.h"
+#include "ui/scroll_bars.h"
+#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "models/rixotext_screen.h"
+#include "core/physics.h"
 
 namespace {
 const QColor kSecondMedium(200, 150, 90);
@@ -147,7 +148,7 @@ void Somata::Form_Load() {
     showBodies(false);
     Label1->hide();
     applyField();
-    module1().pi = 4.0 * std::atan(1.0);
+    module1().pi = physics::kPi;
     buildTrack(newtonModel());
     showCriticalAngle(false);
     drawTrackPicture();

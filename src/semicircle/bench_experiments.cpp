@@ -1,4 +1,5 @@
 #include "semicircle/bench_experiments.h"
+#include "core/physics.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +7,7 @@
 
 namespace {
 
-constexpr double kPi = std::numbers::pi;
+using physics::kPi;
 // Parallel rays start this far out, beyond the edge of the bench (±200).
 constexpr double kBeamStart = 200.0;
 constexpr int kMaxBeamRays = 1000;

@@ -1,12 +1,13 @@
 #include "semicircle/bench_geometry.h"
+#include "core/physics.h"
 
 #include <cmath>
 #include <numbers>
 
 namespace {
 
-constexpr double kPi = std::numbers::pi;
-constexpr double kTwoPi = 2.0 * std::numbers::pi;
+using physics::kPi;
+constexpr double kTwoPi = 2.0 * physics::kPi;
 
 bool finitePoint(Point p) { return std::isfinite(p.x) && std::isfinite(p.y); }
 

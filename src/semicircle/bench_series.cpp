@@ -1,11 +1,12 @@
 #include "semicircle/bench_series.h"
+#include "core/physics.h"
 
 #include <cmath>
 #include <numbers>
 
 namespace {
 
-constexpr double kDegree = std::numbers::pi / 180.0;
+using physics::kDegree;
 
 }  // namespace
 

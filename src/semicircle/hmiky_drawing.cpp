@@ -5,10 +5,11 @@
 #include <cmath>
 #include <numbers>
 
-#include "app/shared_state.h"
+#include "core/shared_state.h"
 #include "canvas/qt_format.h"
 #include "semicircle/hmiky_look.h"
 #include "semicircle/hmiky_screen.h"
+#include "core/physics.h"
 
 // The bench's shared values and its drawing: every picture is kept, so a
 // resized bench draws it again.
@@ -34,7 +35,7 @@ Block Hmiky::currentBlock() const {
     b.xc = centreXOf(c);
     b.yc = centreYOf(c);
     b.radius = radiusOf(c);
-    b.tilt = tiltDegreesOf(c) * 4.0 * std::atan(1.0) / 180.0;
+    b.tilt = physics::radians(tiltDegreesOf(c));
     b.direction = module1().semicircleDirection;
     b.index = indexOf(c);
     return b;
@@ -48,7 +49,7 @@ void Hmiky::controlChanged(const std::function<QStringList()>& notes) {
 
 void Hmiky::syncSharedValues() {
     SharedState& s = module1();
-    if (s.pi == 0.0) s.pi = 4.0 * std::atan(1.0);
+    if (s.pi == 0.0) s.pi = physics::kPi;
     const BenchControls c = controls();
     s.semicircleRadius = radiusOf(c);
     s.xc = centreXOf(c);
@@ -150,7 +151,7 @@ namespace {
 // A drawn piece of a ray by its slope, as a protractor laid along the
 // bench's x axis would read it.
 QString slopeOf(const Segment& s) {
-    const double degrees = std::atan2(std::fabs(s.to.y - s.from.y), std::fabs(s.to.x - s.from.x)) * 180.0 / std::numbers::pi;
+    const double degrees = std::atan2(std::fabs(s.to.y - s.from.y), std::fabs(s.to.x - s.from.x)) * 180.0 / physics::kPi;
     return fmt(degrees, "0.00") + QStringLiteral("°");
 }
 

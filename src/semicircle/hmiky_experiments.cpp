@@ -4,12 +4,12 @@
 #include <cmath>
 #include <filesystem>
 
-#include "analysis/errors_screen.h"
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/message_text.h"
-#include "app/shared_state.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "core/message_text.h"
+#include "core/shared_state.h"
 #include "canvas/qt_format.h"
+#include "semicircle/bench_routes.h"
 #include "semicircle/hmiky_look.h"
 #include "semicircle/hmiky_screen.h"
 #include "semicircle/measurement_file.h"
@@ -213,10 +213,7 @@ void Hmiky::sygr_Click() {
 }
 
 void Hmiky::Optimize_Click() {
-    const bool existed = Forms::instance().exists<Errors>();
-    Errors& errors = form<Errors>();
-    if (existed) errors.Form_Click();  // a new graph for the bench as it is now
-    showScreen(errors);
+    benchRoutes().showMeanError();
 }
 
 void Hmiky::fylaxe_Click() {

@@ -1,16 +1,17 @@
 #include <algorithm>
 #include <cmath>
 
-#include "analysis/errors_screen.h"
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/main_menu.h"
-#include "app/number_input.h"
-#include "app/program_exit.h"
-#include "app/shared_state.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/navigation.h"
+#include "core/number_input.h"
+#include "ui/program_exit.h"
+#include "core/shared_state.h"
 #include "canvas/qt_format.h"
+#include "semicircle/bench_routes.h"
 #include "semicircle/hmiky_look.h"
 #include "semicircle/hmiky_screen.h"
+#include "core/physics.h"
 
 using namespace bench_look;
 
@@ -22,7 +23,7 @@ const QString kIncidenceTitle = QStringLiteral("incidence angle");
 
 void Hmiky::Form_Load() {
     SharedState& s = module1();
-    s.pi = 4.0 * std::atan(1.0);
+    s.pi = physics::kPi;
     s.semicircleRadius = HScroll1->value();
     controlChanged([&s] {
         return QStringList{QStringLiteral("Semicircle Radius=") + fmt(s.semicircleRadius, "0.0"),
@@ -116,9 +117,9 @@ void Hmiky::Command2_Click() {
 
 void Hmiky::Command3_Click() {
     hide();
-    hideIfCreated<Errors>();
+    benchRoutes().hideMeanError();
     hideIfCreated<ListOfData>();
-    showScreen(form<Diathlasimeleti>());
+    showPlace(Place::MainMenu);
 }
 
 void Hmiky::Command4_Click() {

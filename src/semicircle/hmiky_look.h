@@ -4,7 +4,8 @@
 #include <QColor>
 #include <QString>
 
-#include "app/shared_state.h"
+#include "core/shared_state.h"
+#include "core/physics.h"
 
 namespace bench_look {
 
@@ -22,7 +23,7 @@ constexpr double kLeft = -200.0;
 constexpr double kTop = 200.0;
 constexpr double kMargin = 4.0;
 
-inline double degreesToRadians(double degrees) { return degrees * module1().pi / 180.0; }
-inline double radiansToDegrees(double radians) { return radians * 180.0 / module1().pi; }
+inline double degreesToRadians(double degrees) { return physics::radians(degrees); }
+inline double radiansToDegrees(double radians) { return physics::degrees(radians); }
 
 }  // namespace bench_look

@@ -16,7 +16,7 @@
 #include <functional>
 #include <utility>
 
-#include "app/scroll_bars.h"
+#include "ui/scroll_bars.h"
 #include "canvas/qt_format.h"
 #include "canvas/fonts.h"
 

@@ -12,7 +12,7 @@
 #include <functional>
 
 #include "canvas/canvas.h"
-#include "canvas/caption_button.h"
+#include "ui/caption_button.h"
 #include "semicircle/bench_experiments.h"
 #include "semicircle/bench_random.h"
 #include "semicircle/bench_series.h"

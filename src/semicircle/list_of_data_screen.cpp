@@ -7,12 +7,11 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "app/dialogs.h"
-#include "app/forms.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
-#include "history/data_screen_opener.h"
-#include "history/inpdat_screen.h"
+#include "semicircle/bench_routes.h"
 #include "semicircle/hmiky_screen.h"
 
 namespace {
@@ -167,22 +166,12 @@ void ListOfData::Command2_Click() {
         return;
     }
 
-    Inpdat& dataScreen = form<Inpdat>();
-    // The pairs become the pupil's typed data: no table's lists, no table
-    // marked, and the grid holds nothing but this series.
-    dataScreen.klinoistoria_Click();
-    const std::size_t count = std::min(pairs.size(), static_cast<std::size_t>(Inpdat::kRows));
-    for (std::size_t k = 0; k < static_cast<std::size_t>(Inpdat::kRows); ++k) {
-        const bool filled = k < count;
-        dataScreen.Text1[k]->setText(filled ? fmt(pairs[k].incidenceDegrees, "0.0") : QString());
-        dataScreen.Refr[k]->setText(filled ? fmt(pairs[k].refractionDegrees, "0.00") : QString());
-    }
-    showDataScreen();
+    const std::size_t count = benchRoutes().transferPairs(pairs);
     if (pairs.size() > count)
         messageBox(QStringLiteral("The data table has %1 rows: the first %1 measured pairs were transferred, "
                                   "%2 were left out.\n"
                                   "Ο πίνακας έχει %1 γραμμές: μεταφέρθηκαν τα πρώτα %1 ζεύγη, %2 έμειναν έξω.")
-                       .arg(Inpdat::kRows)
+                       .arg(count)
                        .arg(pairs.size() - count),
                    kTitle);
 }

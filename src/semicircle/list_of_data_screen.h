@@ -3,7 +3,7 @@
 #include <QTableWidget>
 #include <QWidget>
 
-#include "canvas/caption_button.h"
+#include "ui/caption_button.h"
 #include "semicircle/bench_series.h"
 
 // "List_of_Data": the bench's last series as a table of incidence and

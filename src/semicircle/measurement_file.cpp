@@ -4,8 +4,9 @@
 #include <cmath>
 #include <numbers>
 
-#include "app/outside_files.h"
-#include "history/least_squares.h"
+#include "core/outside_files.h"
+#include "core/least_squares.h"
+#include "core/physics.h"
 
 namespace {
 
@@ -139,7 +140,7 @@ std::optional<MeasurementRecord> measureSetup(const Block& block, double rayHeig
     for (double incidence : measurementIncidences()) {
         const RayTrace trace = traceRay(block, rayHeight, incidence);
         if (!trace.measuredIndex || !trace.exitRayAngle) continue;
-        sinIncidence.push_back(std::sin(incidence * std::numbers::pi / 180.0));
+        sinIncidence.push_back(std::sin(physics::radians(incidence)));
         sinExit.push_back(std::sin(*trace.exitRayAngle));
     }
     const int count = static_cast<int>(sinIncidence.size()) - 1;
@@ -163,7 +164,7 @@ std::vector<MeasurementRecord> runMeasurementSeries(const Block& block, double r
     std::vector<MeasurementRecord> records;
     Block setup = block;
     if (setup.direction != 1 && setup.direction != 2) setup.direction = 1;
-    const double baseDegrees = block.tilt * 180.0 / std::numbers::pi;
+    const double baseDegrees = physics::degrees(block.tilt);
     for (int ih = 0; ih < 3; ++ih) {
         for (int ix = 0; ix < 3; ++ix) {
             for (int iy = 0; iy < 3; ++iy) {
@@ -171,7 +172,7 @@ std::vector<MeasurementRecord> runMeasurementSeries(const Block& block, double r
                     const double angleDegrees = baseDegrees + ia;
                     setup.xc = block.xc + ix;
                     setup.yc = block.yc + iy;
-                    setup.tilt = block.tilt + ia * std::numbers::pi / 180.0;
+                    setup.tilt = block.tilt + physics::radians(ia);
                     if (auto record = measureSetup(setup, rayHeight + ih, angleDegrees)) records.push_back(*record);
                 }
             }

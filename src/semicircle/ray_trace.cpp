@@ -4,11 +4,12 @@
 #include <cmath>
 #include <numbers>
 
-#include "history/least_squares.h"
+#include "core/least_squares.h"
+#include "core/physics.h"
 
 namespace {
 
-constexpr double kPi = std::numbers::pi;
+using physics::kPi;
 // A ray caught between the faces is followed through this many total
 // reflections and then given up, so that no set-up can loop for ever.
 constexpr int kMaxReflections = 8;
@@ -243,7 +244,7 @@ RayTrace tracePath(const Block& block, Point start, Point direction, double inci
 
 std::optional<double> criticalAngleDegrees(double index) {
     if (!std::isfinite(index) || index < 1.0) return std::nullopt;
-    const std::optional<double> angle = arcSine(1.0 / index);
+    const std::optional<double> angle = physics::arcSine(1.0 / index);
     if (!angle) return std::nullopt;
     return *angle * 180.0 / kPi;
 }

@@ -3,9 +3,9 @@
 #include <cmath>
 
 #include "analysis/errors_screen.h"
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "app/main_menu.h"
-#include "app/shared_state.h"
+#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "semicircle/hmiky_screen.h"
 #include "test_support.h"

@@ -4,7 +4,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
-#include "app/dialogs.h"
+#include "ui/dialogs.h"
 #include "test_support.h"
 
 class TestDialogFolders : public QObject {

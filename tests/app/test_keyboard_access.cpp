@@ -5,12 +5,12 @@
 #include <QScrollBar>
 #include <QTemporaryDir>
 
-#include "app/focus_frame.h"
-#include "app/forms.h"
+#include "ui/focus_frame.h"
+#include "ui/forms.h"
 #include "app/main_menu.h"
 #include "analysis/graph_screens.h"
-#include "app/menu_keys.h"
-#include "app/window_keys.h"
+#include "ui/menu_keys.h"
+#include "ui/window_keys.h"
 #include "apparatus/apparatus_openers.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"

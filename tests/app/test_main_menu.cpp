@@ -6,11 +6,11 @@
 
 #include <cmath>
 
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "app/history_screen.h"
 #include "app/main_menu.h"
 #include "app/module1.h"
-#include "app/shared_state.h"
+#include "core/shared_state.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "test_support.h"

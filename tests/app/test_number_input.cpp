@@ -1,6 +1,6 @@
 #include <QtTest>
 
-#include "app/number_input.h"
+#include "core/number_input.h"
 
 class TestNumberInput : public QObject {
     Q_OBJECT

@@ -12,8 +12,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "app/message_text.h"
-#include "app/outside_files.h"
+#include "core/message_text.h"
+#include "core/outside_files.h"
 
 namespace fs = std::filesystem;
 

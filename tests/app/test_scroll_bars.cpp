@@ -4,9 +4,9 @@
 
 #include <QWheelEvent>
 
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "app/main_menu.h"
-#include "app/scroll_bars.h"
+#include "ui/scroll_bars.h"
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/apparatus_openers.h"
 #include "canvas/fonts.h"

@@ -25,7 +25,7 @@
 
 #include "analysis/errors_screen.h"
 #include "analysis/graph_screens.h"
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "app/history_screen.h"
 #include "app/main_menu.h"
 #include "app/module1.h"
@@ -33,7 +33,7 @@
 #include "apparatus/apparatus_openers.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolkam_screen.h"
-#include "canvas/caption_button.h"
+#include "ui/caption_button.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
 #include "models/epiloges_screen.h"

@@ -11,8 +11,8 @@
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolkam_screen.h"
-#include "app/forms.h"
-#include "app/shared_state.h"
+#include "ui/forms.h"
+#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "test_support.h"
 

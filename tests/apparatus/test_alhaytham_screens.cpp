@@ -7,8 +7,8 @@
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/alhaytham_texts.h"
 #include "apparatus/apparatus_openers.h"
-#include "app/forms.h"
-#include "app/shared_state.h"
+#include "ui/forms.h"
+#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "test_support.h"
 

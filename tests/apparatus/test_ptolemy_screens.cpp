@@ -9,8 +9,8 @@
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolemy_fitting.h"
 #include "apparatus/ptolkam_screen.h"
-#include "app/forms.h"
-#include "app/shared_state.h"
+#include "ui/forms.h"
+#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "test_support.h"
 

@@ -13,6 +13,7 @@
 
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"
+#include "ui/figure_commands.h"
 #include "canvas/fonts.h"
 #include "paint_probe.h"
 #include "test_support.h"

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "canvas/number_format.h"
+#include "core/number_format.h"
 
 class TestNumberFormat : public QObject {
     Q_OBJECT

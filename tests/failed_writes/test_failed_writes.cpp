@@ -22,15 +22,16 @@
 #include <functional>
 #include <thread>
 
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "app/main_menu.h"
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"
+#include "ui/figure_commands.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
 #include "semicircle/hmiky_screen.h"
 #include "semicircle/measurement_file.h"
-#include "app/outside_files.h"
+#include "core/outside_files.h"
 #include "test_support.h"
 #include "unreadable.h"
 

@@ -10,9 +10,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "app/main_menu.h"
-#include "app/outside_files.h"
+#include "core/outside_files.h"
 #include "history/inpdat_screen.h"
 #include "semicircle/measurement_file.h"
 #include "test_support.h"

@@ -6,9 +6,9 @@
 #include <cmath>
 
 #include "analysis/graph_screens.h"
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "app/main_menu.h"
-#include "app/shared_state.h"
+#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "history/history_notes.h"
 #include "history/inpdat_screen.h"

@@ -3,7 +3,8 @@
 #include <cmath>
 #include <numbers>
 
-#include "history/least_squares.h"
+#include "core/least_squares.h"
+#include "core/physics.h"
 
 class TestLeastSquares : public QObject {
     Q_OBJECT
@@ -47,13 +48,13 @@ private slots:
     }
 
     void arcSineThroughTheArctangent() {
-        QCOMPARE(*arcSine(1.0), std::numbers::pi / 2.0);
-        QCOMPARE(*arcSine(0.0), 0.0);
-        QVERIFY(std::fabs(*arcSine(0.5) - std::numbers::pi / 6.0) < 1e-15);
-        QVERIFY(std::fabs(*arcSine(-0.5) + std::numbers::pi / 6.0) < 1e-15);
-        QVERIFY(!arcSine(-1.0));
-        QVERIFY(!arcSine(1.0000001));
-        QVERIFY(!arcSine(std::nan("")));
+        QCOMPARE(*physics::arcSine(1.0), std::numbers::pi / 2.0);
+        QCOMPARE(*physics::arcSine(0.0), 0.0);
+        QVERIFY(std::fabs(*physics::arcSine(0.5) - std::numbers::pi / 6.0) < 1e-15);
+        QVERIFY(std::fabs(*physics::arcSine(-0.5) + std::numbers::pi / 6.0) < 1e-15);
+        QVERIFY(!physics::arcSine(-1.0));
+        QVERIFY(!physics::arcSine(1.0000001));
+        QVERIFY(!physics::arcSine(std::nan("")));
     }
 };
 

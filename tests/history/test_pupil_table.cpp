@@ -10,7 +10,7 @@
 
 #include <csignal>
 
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "app/main_menu.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"

@@ -3,9 +3,9 @@
 
 #include <cmath>
 
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "app/main_menu.h"
-#include "app/shared_state.h"
+#include "core/shared_state.h"
 #include "models/rixo_screen.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"

@@ -5,9 +5,9 @@
 
 #include <cmath>
 
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "app/main_menu.h"
-#include "app/shared_state.h"
+#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
 #include "history/inpdat_screen.h"

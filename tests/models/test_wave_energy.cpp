@@ -8,10 +8,10 @@
 
 #include <cmath>
 
-#include "app/forms.h"
+#include "ui/forms.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
-#include "app/window_placement.h"
+#include "ui/window_placement.h"
 #include "models/epiloges_screen.h"
 #include "models/model_texts.h"
 #include "models/rixo_screen.h"

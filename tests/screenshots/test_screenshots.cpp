@@ -5,7 +5,7 @@
 #include <QSet>
 #include <QTemporaryDir>
 
-#include "app/help_pages.h"
+#include "ui/help_pages.h"
 
 // tools/screenshots.sh writes a picture of every screen that has a help
 // page, at 100 % and 200 %, none of them is blank, and the guide's own

@@ -47,10 +47,10 @@
 #include <unistd.h>
 #include <vector>
 
-#include "app/dialogs.h"
-#include "app/forms.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
 #include "app/module1.h"
-#include "app/program_exit.h"
+#include "ui/program_exit.h"
 #include "canvas/canvas.h"
 
 #if defined(__SANITIZE_ADDRESS__)

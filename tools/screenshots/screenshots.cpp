@@ -10,9 +10,9 @@
 
 #include "analysis/errors_screen.h"
 #include "analysis/graph_screens.h"
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/help_window.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/help_window.h"
 #include "app/history_screen.h"
 #include "app/main_menu.h"
 #include "app/module1.h"

@@ -1,8 +1,8 @@
-#include "app/index_prompt.h"
+#include "ui/index_prompt.h"
 
-#include "app/dialogs.h"
-#include "app/message_text.h"
-#include "app/number_input.h"
+#include "ui/dialogs.h"
+#include "core/message_text.h"
+#include "core/number_input.h"
 
 QString indexNotANumberMessage(const QString& answer) {
     return QStringLiteral("\"%1\" is not a number: write the index like 1.5 or 1,5.  "

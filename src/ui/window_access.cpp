@@ -1,4 +1,4 @@
-#include "app/window_access.h"
+#include "ui/window_access.h"
 
 #include <QAbstractScrollArea>
 #include <QAccessible>
@@ -9,7 +9,7 @@
 #include <QMenu>
 #include <QScrollBar>
 
-#include "app/scroll_bars.h"
+#include "ui/scroll_bars.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "app/focus_frame.h"
+#include "ui/focus_frame.h"
 
 #include <QApplication>
 #include <QMenu>

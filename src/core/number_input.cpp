@@ -1,4 +1,4 @@
-#include "app/number_input.h"
+#include "core/number_input.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,4 +1,4 @@
-#include "app/window_placement.h"
+#include "ui/window_placement.h"
 
 #include <QElapsedTimer>
 #include <QEvent>
@@ -15,7 +15,7 @@
 #include <cmath>
 #include <optional>
 
-#include "app/menu_rows.h"
+#include "ui/menu_rows.h"
 
 namespace {
 

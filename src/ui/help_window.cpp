@@ -1,4 +1,4 @@
-#include "app/help_window.h"
+#include "ui/help_window.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -7,10 +7,10 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
-#include "app/dialogs.h"
-#include "app/forms.h"
-#include "app/help_pages.h"
-#include "app/version.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/help_pages.h"
+#include "core/version.h"
 #include "canvas/fonts.h"
 
 HelpWindow::HelpWindow() {

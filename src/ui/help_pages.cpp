@@ -1,4 +1,4 @@
-#include "app/help_pages.h"
+#include "ui/help_pages.h"
 
 #include <QWidget>
 

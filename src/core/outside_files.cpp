@@ -1,4 +1,4 @@
-#include "app/outside_files.h"
+#include "core/outside_files.h"
 
 #include <fcntl.h>
 #include <linux/fs.h>

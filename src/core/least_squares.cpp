@@ -1,4 +1,4 @@
-#include "history/least_squares.h"
+#include "core/least_squares.h"
 
 #include <cmath>
 #include <cstddef>
@@ -32,12 +32,4 @@ std::optional<FittedLine> leastSquaresLine(const std::vector<double>& x, const s
     const FittedLine line{static_cast<float>(intercept), static_cast<float>(slope)};
     if (!std::isfinite(line.intercept) || !std::isfinite(line.slope)) return std::nullopt;
     return line;
-}
-
-std::optional<double> arcSine(double x) {
-    // Written through the arctangent, as every arc sine of the program is;
-    // x = 1 would divide by zero and is answered directly.
-    if (x == 1.0) return std::numbers::pi / 2.0;
-    if (!(x > -1.0 && x < 1.0)) return std::nullopt;
-    return std::atan(x / std::sqrt(1.0 - x * x));
 }

@@ -1,4 +1,4 @@
-#include "app/menu_rows.h"
+#include "ui/menu_rows.h"
 
 #include <QAction>
 #include <QEvent>

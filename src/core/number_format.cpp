@@ -1,4 +1,4 @@
-#include "canvas/number_format.h"
+#include "core/number_format.h"
 
 #include <charconv>
 #include <cmath>

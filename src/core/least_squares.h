@@ -14,7 +14,3 @@ struct FittedLine {
     float slope;
 };
 std::optional<FittedLine> leastSquaresLine(const std::vector<double>& x, const std::vector<double>& y, int count);
-
-// The arc sine as the program computes it: atan(x / √(1 − x²)), π/2 at
-// x = 1. None outside (−1, 1] where that would divide by zero or fail.
-std::optional<double> arcSine(double x);

@@ -8,7 +8,7 @@
 #include <QToolButton>
 #include <QWidget>
 
-#include "app/help_window.h"
+#include "ui/help_window.h"
 
 namespace {
 

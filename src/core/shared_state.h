@@ -5,7 +5,7 @@
 // ray set-up of the semicircle experiment, its last measurement, the wave
 // screens' speed ratio and the index fitted to the pupil's data.
 struct SharedState {
-    double pi = 0.0;                 // set by Main from 4·atan(1)
+    double pi = 0.0;                 // set by Main to π
     double semicircleRadius = 0.0;   // radius of the block, bench units
     double incidenceAngle = 0.0;     // degrees
     double angleWithY = 0.0;         // tilt of the flat face from the Y axis

@@ -1,4 +1,4 @@
-#include "canvas/caption_button.h"
+#include "ui/caption_button.h"
 
 #include <QStyleOptionButton>
 #include <QStylePainter>

@@ -1,4 +1,4 @@
-#include "app/scroll_bars.h"
+#include "ui/scroll_bars.h"
 
 #include <QKeyEvent>
 

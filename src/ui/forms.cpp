@@ -1,6 +1,6 @@
-#include "app/forms.h"
+#include "ui/forms.h"
 
-#include "app/window_placement.h"
+#include "ui/window_placement.h"
 
 Forms& Forms::instance() {
     // Never destroyed by static destruction: widgets must go before the

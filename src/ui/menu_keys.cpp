@@ -1,4 +1,4 @@
-#include "app/menu_keys.h"
+#include "ui/menu_keys.h"
 
 #include <QApplication>
 #include <QEvent>

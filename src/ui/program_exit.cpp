@@ -1,4 +1,4 @@
-#include "app/program_exit.h"
+#include "ui/program_exit.h"
 
 #include <QApplication>
 

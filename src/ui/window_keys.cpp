@@ -1,4 +1,4 @@
-#include "app/window_keys.h"
+#include "ui/window_keys.h"
 
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
@@ -15,9 +15,10 @@
 
 #include <vector>
 
-#include "app/window_placement.h"
+#include "ui/window_placement.h"
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"
+#include "ui/figure_commands.h"
 
 namespace {
 

@@ -1,0 +1,22 @@
+#pragma once
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+#include "semicircle/bench_series.h"
+
+// What the bench asks of screens on floors above its own: the mean-error
+// graph, which analyses the bench, and the data screen, which analyses the
+// pairs LIST OF DATA measured. The shell fills these in at start-up.
+struct BenchRoutes {
+    // Shows the mean-error graph, drawn anew for the bench as it is now
+    // when it was shown before.
+    std::function<void()> showMeanError;
+    // Hides it if it was ever shown.
+    std::function<void()> hideMeanError;
+    // Makes the pairs the pupil's typed data on the data screen and shows
+    // it; returns how many the data screen's table took.
+    std::function<std::size_t(const std::vector<MeasuredPair>&)> transferPairs;
+};
+
+BenchRoutes& benchRoutes();
