@@ -135,8 +135,8 @@ BENCHMARK(BM_UncertaintyAndItsLine)->Unit(benchmark::kNanosecond);
 // The floor both are measured against: clearing the same two canvases.
 void BM_BareClsOfBothGraphs(benchmark::State& state) {
     preparedData();
-    Canvas& incref = *form<Incref>().canvas;
-    Canvas& analysis = *form<Analysis>().canvas;
+    Canvas& incref = *form<Incref>().canvas();
+    Canvas& analysis = *form<Analysis>().canvas();
     for (auto _ : state) {
         incref.cls();
         analysis.cls();

@@ -22,23 +22,23 @@ void prepareCanvas(Canvas& canvas) {
 
 Incref::Incref() {
     setObjectName(QStringLiteral("incref"));
-    canvas = new Canvas(this);
-    canvas->setObjectName(QStringLiteral("increfCanvas"));
-    canvas->setAccessibleName(QStringLiteral("Refraction angle against incidence angle  Γωνία διάθλασης ως προς γωνία πρόσπτωσης"));
-    prepareCanvas(*canvas);
+    canvas_ = new Canvas(this);
+    canvas_->setObjectName(QStringLiteral("increfCanvas"));
+    canvas_->setAccessibleName(QStringLiteral("Refraction angle against incidence angle  Γωνία διάθλασης ως προς γωνία πρόσπτωσης"));
+    prepareCanvas(*canvas_);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(canvas);
+    layout->addWidget(canvas_);
     setMinimumSize(320, 260);
     resize(760, 560);
     markGraphWindow(*this);
     graphScale();
-    canvas->cls();
+    canvas_->cls();
 }
 
 void Incref::setTitle(const QString& title) { setWindowTitle(title); }
 
-void Incref::graphScale() { canvas->scale(kIncrefLeft, kIncrefTop, kIncrefRight, kIncrefBottom); }
+void Incref::graphScale() { canvas_->scale(kIncrefLeft, kIncrefTop, kIncrefRight, kIncrefBottom); }
 
 Analysis::Analysis() {
     setObjectName(QStringLiteral("analysis"));
@@ -51,26 +51,26 @@ Analysis::Analysis() {
     Text1->setAccessibleName(QStringLiteral("Notes and explanations  Σημειώσεις και εξηγήσεις"));
     Text1->hide();
 
-    canvas = new Canvas(this);
-    canvas->setObjectName(QStringLiteral("analysisCanvas"));
-    canvas->setAccessibleName(QStringLiteral("Sine of refraction against sine of incidence  Ημίτονο διάθλασης ως προς ημίτονο πρόσπτωσης"));
-    prepareCanvas(*canvas);
+    canvas_ = new Canvas(this);
+    canvas_->setObjectName(QStringLiteral("analysisCanvas"));
+    canvas_->setAccessibleName(QStringLiteral("Sine of refraction against sine of incidence  Ημίτονο διάθλασης ως προς ημίτονο πρόσπτωσης"));
+    prepareCanvas(*canvas_);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     layout->addWidget(Text1, 3);
-    layout->addWidget(canvas, 4);
+    layout->addWidget(canvas_, 4);
     setMinimumSize(320, 260);
     resize(760, 560);
     markGraphWindow(*this);
     graphScale();
-    canvas->cls();
+    canvas_->cls();
 }
 
 void Analysis::setTitle(const QString& title) { setWindowTitle(title); }
 
-void Analysis::graphScale() { canvas->scale(kSineLeft, kSineTop, kSineRight, kSineBottom); }
+void Analysis::graphScale() { canvas_->scale(kSineLeft, kSineTop, kSineRight, kSineBottom); }
 
 void Analysis::showText(const QString& text, double pointSize) {
     Text1->setFont(programFont(QStringLiteral("tahoma"), pointSize));

@@ -13,7 +13,8 @@ class Incref : public QWidget {
 public:
     Incref();
 
-    Canvas* canvas;
+    // The drawing every user of the screen draws on.
+    Canvas* canvas() const { return canvas_; }
 
     // The window title, which names what the picture shows.
     void setTitle(const QString& title);
@@ -21,6 +22,9 @@ public:
     // The graph scale of the data screen: incidence −5 … 110 across,
     // refraction 110 at the top down to −30.
     void graphScale();
+
+private:
+    Canvas* canvas_;
 };
 
 // "analysis": a drawing screen for sin r against sin i (x −0.3 … 1.5,
@@ -33,8 +37,10 @@ class Analysis : public QWidget {
 public:
     Analysis();
 
-    Canvas* canvas;
-    QTextEdit* Text1;  // read-only, scrollable
+    // The drawing every user of the screen draws on.
+    Canvas* canvas() const { return canvas_; }
+    // What the text box holds, shown or not.
+    QString text() const { return Text1->toPlainText(); }
 
     void setTitle(const QString& title);
     QString title() const { return windowTitle(); }
@@ -45,6 +51,10 @@ public:
     // Hides Text1 (its text stays).
     void hideText();
     bool textShown() const { return !Text1->isHidden(); }
+
+private:
+    Canvas* canvas_;
+    QTextEdit* Text1;  // read-only, scrollable
 };
 
 // Places the two drawing screens beside a screen that uses them (the data

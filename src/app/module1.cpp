@@ -42,9 +42,4 @@ void Main() {
     // before they are first shown.
     form<Inpdat>().setFont(programFont(QStringLiteral("Arial Greek"), 10.0));
     s.speedRatio = 1.0;
-    for (Canvas* canvas : {form<Analysis>().canvas, form<Incref>().canvas}) {
-        canvas->setFontName(QStringLiteral("TAHOMA"));
-        canvas->setFontCharset(161);
-    }
-    form<Analysis>().Text1->setFont(programFont(QStringLiteral("tahoma"), 13.0));
 }

@@ -39,7 +39,7 @@ void showAlHaythamRules(bool rule5Violated, bool rule6Violated) {
     Incref& graph = form<Incref>();
     graph.setTitle(QStringLiteral("AL HAYTHAM'S RULES Κανόνες του Al Haytham"));
     graph.graphScale();
-    Canvas& page = *graph.canvas;
+    Canvas& page = *graph.canvas();
     page.cls();
     // The long lines need a small type to fit the graph screen's width.
     const double size = page.fontSize();

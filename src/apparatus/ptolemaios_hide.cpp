@@ -111,5 +111,5 @@ void Ptolemaios::Command1_Click() {
     notes.setTitle(QStringLiteral("ABOUT PTOLEMY"));
     notes.showText(ptolemyApparatusExplanation(), 13.0);
     graph.setTitle(QStringLiteral("PTOLEMY'S APPARATUS Η συσκευή του Πτολεμαίου"));
-    drawPtolemyDiagram(*graph.canvas);
+    drawPtolemyDiagram(*graph.canvas());
 }

@@ -112,11 +112,11 @@ bool Inpdat::analyse(const std::vector<AnglePair>& pairs, const AnalysisTexts& t
     // Shown before drawing, so that texts and ticks are measured at the
     // size the pupil sees.
     showGraphScreens();
-    drawAngleGraph(*incref.canvas, pairs, texts.style, texts.refractionTitle, texts.incidenceTitle);
+    drawAngleGraph(*incref.canvas(), pairs, texts.style, texts.refractionTitle, texts.incidenceTitle);
     const SineGraphTexts sineTexts{texts.indexPrefix + fmt(*fit.index, texts.indexFormat),
                                    fitQualityText(fit, texts.indexFormat), texts.sinIncidenceTitle,
                                    texts.sinRefractionTitle};
-    drawSineGraph(*analysis.canvas, fit, texts.style, sineTexts, residualsItem->isChecked());
+    drawSineGraph(*analysis.canvas(), fit, texts.style, sineTexts, residualsItem->isChecked());
     const QString source = historicalDataFlag && !Label3->text().isEmpty()
                                ? Label3->text()
                                : QStringLiteral("Typed by the pupil  Μετρήσεις του μαθητή");
@@ -170,7 +170,7 @@ void Inpdat::Command1_Click() {
 void Inpdat::residuals_Toggled() {
     // Redrawn at once when the sine graph shows the last analysis; otherwise
     // the choice waits for the next one.
-    Canvas& c = *form<Analysis>().canvas;
+    Canvas& c = *form<Analysis>().canvas();
     const bool showsSineGraph =
         std::fabs(c.scaleLeft() + 0.3) < 1e-9 && std::fabs(c.scaleLeft() + c.scaleWidth() - 1.5) < 1e-9;
     if (!lastAnalysis_ || !showsSineGraph || !form<Analysis>().isVisible()) return;
@@ -188,7 +188,7 @@ void Inpdat::loadTable(TableId id) {
     for (QAction* item : {Newt, newt2, Alhazen, Alhazen2, Ptolemy, ptolemy2, Vitello_water, Vitello_Glass})
         item->setChecked(false);
     dataItem(id)->setChecked(true);
-    analysis.canvas->cls();
+    analysis.canvas()->cls();
 
     List1->show();
     List2->show();

@@ -165,9 +165,9 @@ void Inpdat::showNote(int noteIndex) {
     // to another title.
     if (note.figure != history::NoteFigure::None) {
         if (analysis.layout()) analysis.layout()->activate();
-        drawNoteFigure(*analysis.canvas, note.figure);
+        drawNoteFigure(*analysis.canvas(), note.figure);
     } else {
-        analysis.canvas->cls();
+        analysis.canvas()->cls();
     }
 }
 

@@ -47,13 +47,13 @@ std::optional<double> Inpdat::askIndex(const QString& prompt) { return askTypedI
 bool Inpdat::redrawDataIfAsked() {
     // Without ERASE a law goes over the data already drawn, if there are any:
     // the graph screen starts with the angle graph's scale but no data.
-    if (!svinograf->isChecked() && lastAnalysis_ && showsAngleGraph(*form<Incref>().canvas)) {
+    if (!svinograf->isChecked() && lastAnalysis_ && showsAngleGraph(*form<Incref>().canvas())) {
         showGraphScreens();
         return true;
     }
     // Pairs that cannot be fitted are refused with the analysis's own message
     // before any graph screen opens: a law needs the data drawn under it.
-    return analyseCurrentPairs() && showsAngleGraph(*form<Incref>().canvas);
+    return analyseCurrentPairs() && showsAngleGraph(*form<Incref>().canvas());
 }
 
 void Inpdat::Kepler_Click() {
@@ -114,7 +114,7 @@ void Inpdat::drawLawsOverData() {
     // The whole picture is drawn again, the data and every law so far, so
     // that the labels are placed knowing each other and stand over every
     // line; and so again whenever the pupil resizes the window.
-    Canvas& c = *form<Incref>().canvas;
+    Canvas& c = *form<Incref>().canvas();
     const Analysed& a = *lastAnalysis_;
     drawAngleGraph(c, a.pairs, a.style, a.refractionTitle, a.incidenceTitle);
     layLawsOver(c, a.figures);

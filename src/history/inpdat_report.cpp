@@ -35,8 +35,8 @@ void Inpdat::labReport() {
 bool Inpdat::writeLabReport(const QString& path) {
     // The report shows the graphs as they stand, so they must still be the
     // analysis's (an instrument or a note may have drawn over them since).
-    const Canvas& angles = *form<Incref>().canvas;
-    const Canvas& sines = *form<Analysis>().canvas;
+    const Canvas& angles = *form<Incref>().canvas();
+    const Canvas& sines = *form<Analysis>().canvas();
     if (!lastAnalysis_ || !scaledTo(angles, -5.0, 110.0) || !scaledTo(sines, -0.3, 1.5)) {
         messageBox(QStringLiteral("Analyse the data first (Data Analysis or a historical table): the report shows "
                                   "the analysis and its graphs.  Ανάλυσε πρώτα τα δεδομένα (Data Analysis ή ένας "

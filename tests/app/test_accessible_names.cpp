@@ -150,7 +150,7 @@ private slots:
         QVERIFY2(rays.startsWith(QLatin1String("Semicircle of radius")) && rays.contains(QLatin1String("Ray 1: incidence")) &&
                      rays.contains(QLatin1String("More rays")) && rays.contains(bench.canvas->printedTexts().last()),
                  qPrintable(rays));
-        const QString sine = QAccessible::queryAccessibleInterface(form<Analysis>().canvas)->text(QAccessible::Description);
+        const QString sine = QAccessible::queryAccessibleInterface(form<Analysis>().canvas())->text(QAccessible::Description);
         QVERIFY2(sine.startsWith(QLatin1String("Graph: ")) && sine.contains(QLatin1String("8 points of PTOLEMY")) &&
                      sine.contains(QLatin1String("Fitted line")) && sine.contains(QLatin1String("1.519")),
                  qPrintable(sine));
@@ -234,7 +234,7 @@ private slots:
                 QVERIFY(text.contains(QLatin1String("Rule (5), d < i/2, holds")));
             QCOMPARE(text.contains(QLatin1String("total reflection beyond")), n < 1.0);
         }
-        QVERIFY(said(form<Incref>().canvas).startsWith(QLatin1String("Al Haytham's eight rules")));
+        QVERIFY(said(form<Incref>().canvas()).startsWith(QLatin1String("Al Haytham's eight rules")));
 
         openPtolemyDataFitting();
         Ptolkam& k = form<Ptolkam>();
@@ -331,7 +331,7 @@ private slots:
         d.Kepler_Click();
         d.Snell_1_Click();
         d.toentrito1_Click();
-        const QString text = said(form<Incref>().canvas);
+        const QString text = said(form<Incref>().canvas());
         const qsizetype points = text.indexOf(QLatin1String("points"));
         const qsizetype keplerAt = text.indexOf(QStringLiteral("Kepler's model, k = ") + fmt(kepler, "0.00"));
         const qsizetype snellAt = text.indexOf(QStringLiteral("Snell's law, n = ") + fmt(module1().dataIndex, "0.000"));
@@ -341,7 +341,7 @@ private slots:
                  qPrintable(text));
         d.svinograf->setChecked(true);
         d.Snell_1_Click();  // ERASE: the data drawn again, one law over them
-        QVERIFY(!said(form<Incref>().canvas).contains(QLatin1String("Kepler's model")));
+        QVERIFY(!said(form<Incref>().canvas()).contains(QLatin1String("Kepler's model")));
     }
 
     void everyControlOfEveryScreenHasAName() {

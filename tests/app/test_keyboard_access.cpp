@@ -110,10 +110,10 @@ private slots:
         QTest::keyClick(tables, Qt::Key_Down);
         QTest::keyClick(tables, Qt::Key_Return);
         Analysis& sine = form<Analysis>();
-        QVERIFY(sine.isVisible() && !sine.canvas->printedTexts().isEmpty());
+        QVERIFY(sine.isVisible() && !sine.canvas()->printedTexts().isEmpty());
 
         QVERIFY(active(sine));
-        QCOMPARE(QApplication::focusWidget(), sine.canvas);  // a graph window gives its drawing the focus
+        QCOMPARE(QApplication::focusWidget(), sine.canvas());  // a graph window gives its drawing the focus
         scope.dialogs().saveFiles = {dir.filePath("sine.svg")};
         QTest::keyClick(&sine, Qt::Key_S, Qt::ControlModifier);
         QVERIFY(QFileInfo(dir.filePath("sine.svg")).size() > 1000);

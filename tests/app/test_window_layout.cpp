@@ -392,7 +392,7 @@ private slots:
         const QString pngDir = qEnvironmentVariable("LAYOUT_PNG_DIR");
         auto checkGraphs = [&](const QString& step) {
             QTest::qWait(20);
-            for (const Canvas* canvas : {form<Incref>().canvas, form<Analysis>().canvas}) {
+            for (const Canvas* canvas : {form<Incref>().canvas(), form<Analysis>().canvas()}) {
                 for (const QString& p : graphProblems(*canvas, nameOf(canvas->window())))
                     problems << step + QStringLiteral(": ") + p;
                 if (!pngDir.isEmpty() && QDir().mkpath(pngDir))
@@ -408,15 +408,15 @@ private slots:
         for (const auto& [name, load] : tables) {
             (data.*load)();
             checkGraphs(QLatin1String(name));
-            QVERIFY(!form<Incref>().canvas->drawnTexts().empty());
+            QVERIFY(!form<Incref>().canvas()->drawnTexts().empty());
         }
         // An explanation opened above the sine graph takes part of its height.
         auto& sine = form<Analysis>();
         data.Vitello_Glass_Click();
-        const int fullHeight = sine.canvas->height();
+        const int fullHeight = sine.canvas()->height();
         sine.showText(QStringLiteral("An explanation  Μια εξήγηση"));
         QTest::qWait(20);
-        QVERIFY(sine.canvas->height() < fullHeight);
+        QVERIFY(sine.canvas()->height() < fullHeight);
         checkGraphs(QStringLiteral("Witelo glass under a text"));
         sine.hideText();
         data.residualsItem->setChecked(true);
@@ -427,7 +427,7 @@ private slots:
         // ground that reaches as far down as its lines.
         data.Kepler_Click();
         QTest::qWait(20);
-        const Canvas& angles = *form<Incref>().canvas;
+        const Canvas& angles = *form<Incref>().canvas();
         double lowest = 0.0;
         for (const auto& t : angles.drawnTexts()) {
             QVERIFY2(t.points >= 8.0, qPrintable(QStringLiteral("\"%1\" in %2 pt").arg(t.text).arg(t.points)));
@@ -457,7 +457,7 @@ private slots:
         const QSize placed = graph.size();
         for (const auto& [name, load] : lawTables) {
             (data.*load)();
-            const std::size_t graphTexts = graph.canvas->drawnTexts().size();
+            const std::size_t graphTexts = graph.canvas()->drawnTexts().size();
             data.Kepler_Click();
             data.toentrito1_Click();
             data.pyknoareo_Click();
@@ -469,9 +469,9 @@ private slots:
             for (const QSize size : {smaller, placed}) {
                 graph.resize(size);
                 QTest::qWait(30);
-                const QString sized = laws + QStringLiteral(" at %1x%2").arg(graph.canvas->width()).arg(graph.canvas->height());
+                const QString sized = laws + QStringLiteral(" at %1x%2").arg(graph.canvas()->width()).arg(graph.canvas()->height());
                 checkGraphs(sized);
-                problems << lawLabelProblems(*graph.canvas, graphTexts, sized);
+                problems << lawLabelProblems(*graph.canvas(), graphTexts, sized);
                 // The laws are drawn again at the new size, not left squeezed.
                 QStringList fixed, snell, kepler;
                 for (const auto& t : angles.drawnTexts()) {

@@ -43,7 +43,7 @@ private slots:
     void theRulesArePrintedLetterForLetter() {
         ScreenTestScope scope;
         openAlHaythamInstrument();
-        const QStringList printed = form<Incref>().canvas->printedTexts();
+        const QStringList printed = form<Incref>().canvas()->printedTexts();
         QCOMPARE(printed.size(), 13);
         QCOMPARE(printed[0], QStringLiteral(" AL HAYTHAM'S RULES  FOR REFRACTION–Κανόνες του Al Haytham για τη διάθλαση"));
         QCOMPARE(printed[5], printed[6]);  // rule (2), twice
@@ -55,7 +55,7 @@ private slots:
                                              "αραιότερο μέσο απομακρύνει το φως από την κάθετο."));
         const auto& lines = alHaythamRuleLines();
         for (std::size_t k = 0; k < lines.size(); ++k) QCOMPARE(lines[k].first, 110.0 - 5.0 * static_cast<double>(k));
-        QCOMPARE(pixelsOf(*form<Incref>().canvas, kRed), 0);
+        QCOMPARE(pixelsOf(*form<Incref>().canvas(), kRed), 0);
     }
 
     void theInstrumentFollowsItsControls() {
@@ -93,7 +93,7 @@ private slots:
         QVERIFY(check.isVisible());
         QCOMPARE(check.windowTitle(), QStringLiteral("CHECK AL HAYTHAM'S RULES "));
         QCOMPARE(check.Label1->text(), QStringLiteral("n =1.33"));
-        const QString text = form<Analysis>().Text1->toPlainText();
+        const QString text = form<Analysis>().text();
         QVERIFY(text.startsWith(QStringLiteral(
             "Ο `Aραβας AL HAYTHAM που είναι γνωστός και ως Al Hazen πρότεινε διάφορους νόμους διάθλασης.")));
         // Each Greek sentence is said once: the comparison with a moving body opens the text only.
@@ -114,7 +114,7 @@ private slots:
     void brokenRulesTurnTheirColourAndAreReprintedOnlyOnAChange() {
         ScreenTestScope scope;
         Alhazencheck& check = openCheck();
-        Canvas& rules = *form<Incref>().canvas;
+        Canvas& rules = *form<Incref>().canvas();
         check.timidikti->setValue(100);
         QVERIFY(!check.flags().rule5Shown && !check.flags().rule6Shown);
         QCOMPARE(check.segmentsDrawn(), 88);

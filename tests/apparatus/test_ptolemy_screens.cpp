@@ -162,16 +162,16 @@ private slots:
         QVERIFY(!p.isVisible() && !form<Emfanisi>().isVisible());
         Analysis& notes = form<Analysis>();
         QVERIFY(notes.isVisible() && notes.textShown());
-        const QString text = notes.Text1->toPlainText();
+        const QString text = notes.text();
         QVERIFY(text.startsWith(QStringLiteral("O ΠΤΟΛΕΜΑΙΟΣ (Κλαύδιος), είναι οδιάσημος αρχαίος αστρονόμος, ο πρώτος")));
         QVERIFY(text.contains(QStringLiteral(" Τότε μετρά τη γωνία διάθλασης GEH.")));
         QVERIFY(text.indexOf(QStringLiteral("GEH.")) < text.indexOf(QStringLiteral("PTOLEMY, was the famous")));
         QVERIFY(text.endsWith(QStringLiteral("Then  the  refraction angle HEG is measured")));
         Incref& graph = form<Incref>();
         QCOMPARE(graph.title(), QStringLiteral("PTOLEMY'S APPARATUS Η συσκευή του Πτολεμαίου"));
-        const QStringList letters = graph.canvas->printedTexts();
+        const QStringList letters = graph.canvas()->printedTexts();
         for (const char* letter : {"A", "B", "G", "D", "E", "Z", "H"}) QVERIFY(letters.contains(QString::fromLatin1(letter)));
-        QVERIFY(pixelsOf(*graph.canvas, QColor(200, 200, 0)) > 0);
+        QVERIFY(pixelsOf(*graph.canvas(), QColor(200, 200, 0)) > 0);
     }
 
     void fittingOpensOnTheWaterSetWithItsThreeCurves() {
