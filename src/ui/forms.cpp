@@ -14,6 +14,7 @@ void Forms::destroyAll() {
         screens_.erase(order_.back());
         order_.pop_back();
     }
+    states_.clear();
 }
 
 void Forms::hideAllBut(const QWidget& keep) {

@@ -1,4 +1,5 @@
 #pragma once
+#include <QObject>
 #include <QWidget>
 
 #include <memory>
@@ -28,21 +29,40 @@ public:
         return screens_.count(std::type_index(typeid(Screen))) != 0;
     }
 
+    // The state object a subsystem's screens share (its values held once,
+    // with change signals), created on first use like a screen. It outlives
+    // every screen, which may still read it while they are destroyed.
+    template <class State>
+    State& state() {
+        const std::type_index key(typeid(State));
+        if (auto it = states_.find(key); it != states_.end()) return static_cast<State&>(*it->second);
+        auto made = std::make_unique<State>();
+        State& ref = *made;
+        states_.emplace(key, std::move(made));
+        return ref;
+    }
+
     // Hides every screen but one (the main menu, for a return to the start).
     void hideAllBut(const QWidget& keep);
 
-    // Destroys every screen, newest first: at the end of the program, and
-    // between tests that want fresh screens.
+    // Destroys every screen, newest first, then every state object: at the
+    // end of the program, and between tests that want fresh screens.
     void destroyAll();
 
 private:
     std::unordered_map<std::type_index, std::unique_ptr<QWidget>> screens_;
+    std::unordered_map<std::type_index, std::unique_ptr<QObject>> states_;
     std::vector<std::type_index> order_;
 };
 
 template <class Screen>
 Screen& form() {
     return Forms::instance().get<Screen>();
+}
+
+template <class State>
+State& sharedState() {
+    return Forms::instance().state<State>();
 }
 
 // Hides a screen if it was ever created (a screen never opened need not be
