@@ -1,8 +1,8 @@
 #pragma once
-#include <QAction>
 #include <QMainWindow>
 #include <QRect>
-#include <QWidget>
+
+class QAction;
 
 // "storiopt": a short history of the law of refraction, in Greek, on two
 // pages. The menu shows the first page (PROTO), the second (DEFTERO) or
@@ -12,12 +12,6 @@ class Storiopt : public QMainWindow {
     Q_OBJECT
 public:
     Storiopt();
-
-    QAction* protomeros;    // "PROTO"
-    QAction* defteromeros;  // "DEFTERO"
-    QAction* klisimo;       // "KLISIMO"
-    QWidget* Picture1;      // first page
-    QWidget* Picture2;      // second page
 
     void Form_Load();
     void protomeros_Click();
@@ -33,6 +27,14 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void createMenu();
+    void createPages();
     void showPage(QWidget* shown, QWidget* hidden);
     void sizeVisiblePage();
+
+    QAction* protomeros;    // "PROTO"
+    QAction* defteromeros;  // "DEFTERO"
+    QAction* klisimo;       // "KLISIMO"
+    QWidget* Picture1;      // first page
+    QWidget* Picture2;      // second page
 };

@@ -1,6 +1,7 @@
 #include "app/main_menu.h"
 
 #include <QCloseEvent>
+#include <QLabel>
 #include <QMenuBar>
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 #include <numbers>
 
 #include "analysis/errors_screen.h"
+#include "ui/caption_button.h"
 #include "ui/forms.h"
 #include "app/history_screen.h"
 #include "ui/program_exit.h"
@@ -39,14 +41,23 @@ Diathlasimeleti::Diathlasimeleti() {
     pal.setColor(QPalette::Window, QColor(224, 236, 248));
     setPalette(pal);
 
+    createTitle();
+    createButtons();
+    createIllustration();
+    resize(900, 650);
+}
+
+void Diathlasimeleti::createTitle() {
     Label1 = new QLabel(QStringLiteral("STUDY OF THE  LAW OF REFRACTION Ο ΝΟΜΟΣ ΤΗΣ ΔΙΑΘΛΑΣΗΣ"), this);
     Label1->setObjectName(QStringLiteral("Label1"));
     Label1->setFont(programFont(QStringLiteral("Arial"), 22.0, true));
     Label1->setAlignment(Qt::AlignCenter);
     Label1->setWordWrap(true);
     Label1->setAccessibleName(Label1->text());
+}
 
-    // The design captions; Main replaces three of them at start-up.
+void Diathlasimeleti::createButtons() {
+    // The design captions; start-up replaces three of them (showStartUpCaptions).
     Command1 = makeButton(this, QStringLiteral("Semicircle Experiment"), QStringLiteral("Arial"), "Command1");
     Command2 = makeButton(this, QStringLiteral("Data Input - Historical Measurments - Interpretation of the Law"),
                           QStringLiteral("Arial"), "Command2");
@@ -70,12 +81,20 @@ Diathlasimeleti::Diathlasimeleti() {
     setTabOrder(Command2, Command3);
     setTabOrder(Command3, Command4);
     setTabOrder(Command4, Command5);
+}
+
+void Diathlasimeleti::createIllustration() {
     illustration_ = new Canvas(this);
     illustration_->setObjectName(QStringLiteral("illustration"));
     illustration_->setAccessibleName(QStringLiteral("Refraction of a ray from air into glass  Διάθλαση ακτίνας από αέρα σε γυαλί"));
     drawIllustration();
+}
 
-    resize(900, 650);
+void Diathlasimeleti::showStartUpCaptions() {
+    Command1->setCaption(QStringLiteral("SEMICIRCLE ΗΜΙΚΥΚΛΙΟ"));
+    Command2->setCaption(
+        QStringLiteral("ANALYSIS OF DATA, SOME HISTORICAL ELEMENTS  Μελέτη των δεδομένων,ιστορικά στοιχεία"));
+    Command3->setCaption(QStringLiteral("END Τέλος"));
 }
 
 void Diathlasimeleti::drawIllustration() {

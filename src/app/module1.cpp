@@ -33,10 +33,7 @@ void Main() {
     showOnScreen(menu);
 
     menu.placeButtonRow(screen.height() * 4 / 8);
-    menu.Command1->setCaption(QStringLiteral("SEMICIRCLE ΗΜΙΚΥΚΛΙΟ"));
-    menu.Command2->setCaption(
-        QStringLiteral("ANALYSIS OF DATA, SOME HISTORICAL ELEMENTS  Μελέτη των δεδομένων,ιστορικά στοιχεία"));
-    menu.Command3->setCaption(QStringLiteral("END Τέλος"));
+    menu.showStartUpCaptions();
 
     // The data screen and its two graph screens get their Greek faces
     // before they are first shown.

@@ -12,13 +12,8 @@
 #include <variant>
 #include <vector>
 
+#include "canvas/recorded_ops.h"
 #include "canvas/user_scale.h"
-
-// Line styles of the pen, by their classic numbers.
-enum class DrawStyle { Solid = 0, Dash = 1, Dot = 2, DashDot = 3, DashDotDot = 4, Transparent = 5, InsideSolid = 6 };
-
-// Whether closed figures (circles, pies) are filled with FillColor.
-enum class FillStyle { Solid = 0, Transparent = 1 };
 
 // Where the pen goes after print(): to the start of the next line, or on
 // along the same line just past the text.
@@ -206,41 +201,15 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    struct PenState {
-        QColor foreColor{Qt::black};
-        int drawWidth = 1;
-        DrawStyle drawStyle = DrawStyle::Solid;
-        QColor fillColor{Qt::black};
-        FillStyle fillStyle = FillStyle::Transparent;
-    };
-    // Operations are recorded in area fractions (0..1 across and down), so
-    // that they replay at any pixel size and survive later changes of scale.
-    struct LineOp { double x1, y1, x2, y2; QColor colour; PenState pen; };
-    struct BoxOp { double x1, y1, x2, y2; QColor colour; bool filled; PenState pen; };
-    struct CircleOp {
-        double x, y, radius;  // radius as a fraction of the area's width
-        QColor colour; std::optional<double> start, end; double aspect; PenState pen;
-        std::optional<QColor> forcedFill;
-    };
-    struct PointOp { double x, y; QColor colour; PenState pen; };
-    // Text keeps its point size when the area grows; when it shrinks below
-    // the size the text was printed at, the text shrinks with it, so that
-    // lines printed one under another do not run into each other, but never
-    // below 8 points (or its own size, when it was printed smaller): smaller
-    // type cannot be read from the back of a classroom. A picture that must
-    // stay free of overlaps draws itself again at the new size instead.
-    struct TextOp { double x, y; QString text; QFont font; QColor colour; double areaWidth, areaHeight; QColor halo; };
-    using Op = std::variant<LineOp, BoxOp, CircleOp, PointOp, TextOp>;
+    using PenState = canvas_ops::PenState;
+    using Op = canvas_ops::Op;
 
     // A placed control, in area fractions like the drawing (0 = own size).
     struct Placement { QPointer<QWidget> control; double left, top, width, height; };
 
     void record(Op op);
-    void paintOp(QPainter& painter, const Op& op) const;
-    static void paintCircle(QPainter& painter, const CircleOp& o, double w, double h, qreal dpr);
-    static QPen makePen(const QColor& colour, const PenState& pen);
-    // The type size a recorded text is painted in at the present size.
-    double paintedPoints(const TextOp& text) const;
+    // The present size of the area, for painting recorded operations.
+    canvas_ops::ReplayArea replayArea() const;
     void syncImage() const;
     void rebuildImage(const QSize& device, qreal dpr) const;
     void placeControls();

@@ -67,7 +67,7 @@ void openEveryScreen() {
     openPtolemyInstrument();
     openAlHaythamInstrument();
     openPtolemyDataFitting();
-    if (menu.Command5->isEnabled()) menu.Command5_Click();
+    menu.Command5_Click();
     QCoreApplication::processEvents();
 }
 

@@ -100,8 +100,9 @@ private slots:
         QTemporaryDir dir;
         Diathlasimeleti& menu = form<Diathlasimeleti>();
         QVERIFY(active(menu));
-        menu.Command2->setFocus();
-        QTest::keyClick(menu.Command2, Qt::Key_Return);  // Enter presses a button as Space does
+        auto* dataButton = menu.findChild<QPushButton*>(QStringLiteral("Command2"));
+        dataButton->setFocus();
+        QTest::keyClick(dataButton, Qt::Key_Return);  // Enter presses a button as Space does
         Inpdat& d = form<Inpdat>();
         QVERIFY(QTest::qWaitForWindowActive(&d));
         QVERIFY(d.focusWidget());  // something has the focus as the window comes up

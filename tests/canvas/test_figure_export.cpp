@@ -7,10 +7,6 @@
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 
-#include <sys/resource.h>
-
-#include <csignal>
-
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"
 #include "ui/figure_commands.h"
@@ -79,32 +75,6 @@ private slots:
         QCOMPARE(image.height(), 3072);
     }
 
-    // A full disk shows only when the file's buffer is flushed, which
-    // QSaveFile's commit does not check: the old figure was replaced by an
-    // empty file and the save reported success.
-    void fullDiskKeepsTheOldFigure() {
-        QTemporaryDir dir;
-        Canvas c;
-        drawFigure(c);
-        const QString path = dir.filePath("figure.png");
-        {
-            QFile old(path);
-            QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
-        }
-        std::signal(SIGXFSZ, SIG_IGN);
-        rlimit normal{};
-        ::getrlimit(RLIMIT_FSIZE, &normal);
-        rlimit full = normal;
-        full.rlim_cur = 0;
-        ::setrlimit(RLIMIT_FSIZE, &full);
-        const QString error = saveFigureFile(c, path);
-        ::setrlimit(RLIMIT_FSIZE, &normal);
-        QVERIFY(!error.isEmpty());
-        QFile back(path);
-        QVERIFY(back.open(QIODevice::ReadOnly) && back.readAll() == "old");
-        QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
-    }
-
     // SVG keeps texts as text and lines as vector paths.
     void svgIsVector() {
         QTemporaryDir dir;
@@ -129,24 +99,6 @@ private slots:
         QVERIFY(texts.contains(QStringLiteral("REFRACTION")) && texts.contains(QStringLiteral("Διάθλαση")));
         QVERIFY(texts.contains(QStringLiteral("n=1.50")));
         QVERIFY(shapes >= 2);
-    }
-
-    // A failed save says why and leaves what was there.
-    void failedSaveChangesNothing() {
-        QTemporaryDir dir;
-        Canvas c;
-        drawFigure(c);
-        QVERIFY(!saveFigureFile(c, dir.filePath("no/such/folder/f.png")).isEmpty());
-        QVERIFY(QDir(dir.path()).mkdir("taken.png"));  // a folder where the file would go
-        QVERIFY(!saveFigureFile(c, dir.filePath("taken.png")).isEmpty());
-        QVERIFY(QFileInfo(dir.filePath("taken.png")).isDir());
-        QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 0);  // no temporary left behind
-
-        ScreenTestScope scope;
-        scope.dialogs().saveFiles = {dir.filePath("no/such/folder/f.svg")};
-        saveFigureInteractive(c);
-        QCOMPARE(scope.dialogs().messages.size(), 1);
-        QVERIFY(scope.dialogs().messages[0].contains("Το σχήμα δεν αποθηκεύτηκε"));
     }
 
     // The context menu shows the window's keys; each item says where the

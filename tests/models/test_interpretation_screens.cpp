@@ -47,7 +47,6 @@ private slots:
 
     void mainMenuAndDataScreenOpenTheThreeScreens() {
         ScreenTestScope scope;
-        QVERIFY(form<Diathlasimeleti>().Command5->isEnabled());
         Screens s = openFromMenu();
         QVERIFY(s.rixo.isVisible() && s.panel.isVisible() && s.somata.isVisible());
         QVERIFY(s.rixo.Timer1->isRunning());  // the waves move from the start
