@@ -40,18 +40,18 @@ Hmiky& preparedBench() {
 }
 
 void BM_ScrollBarRedraw(benchmark::State& state) {
-    Hmiky& bench = preparedBench();
+    auto* xcoor = preparedBench().findChild<QScrollBar*>("xcoor");
     int step = 0;
     for (auto _ : state) {
-        bench.xcoor->setValue(step++ % 2 == 0 ? 10 : 11);  // each change redraws the whole bench
+        xcoor->setValue(step++ % 2 == 0 ? 10 : 11);  // each change redraws the whole bench
     }
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_ScrollBarRedraw)->Unit(benchmark::kMicrosecond);
 
 void BM_BareCls(benchmark::State& state) {
-    Hmiky& bench = preparedBench();
-    for (auto _ : state) bench.canvas->cls();
+    auto* canvas = preparedBench().findChild<Canvas*>("bench");
+    for (auto _ : state) canvas->cls();
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_BareCls)->Unit(benchmark::kMicrosecond);
@@ -72,7 +72,7 @@ BENCHMARK(BM_RaysForAllIncidences)->Unit(benchmark::kMicrosecond);
 
 void BM_MeanErrorScreen(benchmark::State& state) {
     Hmiky& bench = preparedBench();
-    bench.xcoor->setValue(20);
+    bench.findChild<QScrollBar*>("xcoor")->setValue(20);
     Errors& errors = form<Errors>();
     errors.resize(860, 660);
     errors.show();

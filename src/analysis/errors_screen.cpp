@@ -8,11 +8,9 @@
 
 #include "ui/forms.h"
 #include "ui/window_keys.h"
-#include "core/shared_state.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
-#include "semicircle/hmiky_screen.h"
-#include "core/physics.h"
+#include "semicircle/bench_state.h"
 
 namespace {
 const QColor kAxisColour(0, 0, 0);
@@ -80,33 +78,16 @@ bool Errors::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void Errors::drawMeanError() {
-    SharedState& s = module1();
-    if (s.pi == 0.0) s.pi = physics::kPi;
-
-    // The set-up on the bench, in the bench's own control units.
-    const Hmiky& bench = form<Hmiky>();
-    const BenchControls controls = bench.controls();
-    s.rayHeight = rayHeightOf(controls);
-    s.xc = centreXOf(controls);
-    s.yc = centreYOf(controls);
-    s.angleWithY = tiltDegreesOf(controls);
-    s.angleWithY = s.angleWithY * s.pi / 180.0;  // stays in radians afterwards
-    index_ = indexOf(controls);
-
-    Block block;
-    block.xc = s.xc;
-    block.yc = s.yc;
-    block.tilt = s.angleWithY;
-    block.direction = s.semicircleDirection;
-    block.index = index_;
-    curve_ = computeMeanErrorCurve(block, s.rayHeight, s.measuredIndex);
-    s.measuredIndex = curve_.lastMeasuredIndex;
-    s.semicircleRadius = 148.0;  // where the counted loop over the radius stops
-
-    rayHeight_ = s.rayHeight;
-    xc_ = s.xc;
-    yc_ = s.yc;
-    angleDegrees_ = s.angleWithY * 180.0 / s.pi;
+    // The set-up on the bench. The bench's values stay as they are (their
+    // scroll bars show them); only the last measured index is the curve's.
+    BenchState& bench = sharedState<BenchState>();
+    index_ = bench.indexN();
+    rayHeight_ = bench.rayHeight();
+    xc_ = bench.xc();
+    yc_ = bench.yc();
+    angleDegrees_ = bench.angleWithY();
+    curve_ = computeMeanErrorCurve(bench.block(), rayHeight_, bench.measuredIndex());
+    bench.setMeasuredIndex(curve_.lastMeasuredIndex);
     paintGraph();
 }
 
@@ -151,9 +132,11 @@ void Errors::paintGraph() {
     printAt(25, 50, QStringLiteral("yc= ") + fmt(yc_, "0.00"));
     printAt(25, 45, QStringLiteral("Angle= ") + fmt(angleDegrees_, "0.00"));
     canvas->setFontBold(false);
+    describeGraph();
+}
 
-    // The graph in words, for a screen reader: its range, and where the
-    // error is least and largest.
+void Errors::describeGraph() {
+    // Its range, and where the error is least and largest.
     const MeanErrorPoint* least = nullptr;
     const MeanErrorPoint* largest = nullptr;
     for (const MeanErrorPoint& p : curve_.points) {

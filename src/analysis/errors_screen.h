@@ -7,13 +7,14 @@
 // "errors": how far the index that the bench measures lies from the true
 // one, in per cent, against the radius of the block, for the ray, centre,
 // tilt and index set on the bench. Drawn when the screen first loads and
-// again whenever it is clicked, always from the bench's current controls.
+// again whenever it is clicked, always from the bench's current set-up.
 class Errors : public QWidget {
     Q_OBJECT
 public:
     Errors();
 
-    Canvas* canvas;
+    // The graph, to read.
+    const Canvas& drawing() const { return *canvas; }
 
     void Form_Load();
     void Form_Click();
@@ -29,12 +30,16 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    // Computes the curve from the bench's controls, leaving the shared
-    // values as the measurement leaves them, then draws it.
+    // Computes the curve for the bench's set-up, keeping the last measured
+    // index as the measurement leaves it, then draws it.
     void drawMeanError();
     // Draws the graph of the last computation; a resize draws it again with
     // its texts measured for the new size.
     void paintGraph();
+    // The graph in words, for a screen reader.
+    void describeGraph();
+
+    Canvas* canvas;
 
     MeanErrorCurve curve_{};
     int segmentsDrawn_ = 0;

@@ -190,13 +190,6 @@ void Diathlasimeleti::closeEvent(QCloseEvent* event) {
 void Diathlasimeleti::Command1_Click() {
     // The first touch creates the bench, which draws its starting figure.
     Hmiky& bench = form<Hmiky>();
-    SharedState& s = module1();
-    s.semicircleRadius = bench.HScroll1->value();
-    s.indexN = 1.5;
-    s.angleWithY = 0.0;
-    // The bars follow, so that the next change starts from the same values.
-    bench.Indexn->setValue(static_cast<int>(std::lround(s.indexN * 10.0)));
-    bench.angle->setValue(0);
 
     // A square screen, as tall as most of the display, at the top.
     const QRect screen = availableArea(&bench);
@@ -206,10 +199,7 @@ void Diathlasimeleti::Command1_Click() {
     const int width = std::min(screen.width(), std::max(side, bench.menuBar()->sizeHint().width() + 16));
     placeWindow(bench, QRect(screen.left() + (screen.width() - width) / 2, screen.top(), width, side));
 
-    bench.canvas->scale(-200, 200, 200, -200);
-    bench.canvas->cls();
-    bench.initialDrawing();
-    bench.showValues();
+    bench.openExperiment();
     showScreen(bench);
 }
 

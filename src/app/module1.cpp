@@ -10,6 +10,7 @@
 #include "ui/window_placement.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
+#include "semicircle/bench_state.h"
 #include "core/physics.h"
 
 void Main() {
@@ -17,10 +18,11 @@ void Main() {
     SharedState& s = module1();
     s.pi = physics::kPi;
     s.speedRatio = 1.0;
-    s.angleWithY = 0.0;
-    s.xc = 0.0;
-    s.yc = 0.0;
-    s.rayHeight = 0.0;
+    BenchState& bench = sharedState<BenchState>();
+    bench.setAngleWithY(0.0);
+    bench.setXc(0.0);
+    bench.setYc(0.0);
+    bench.setRayHeight(0.0);
 
     // Nearly the whole screen, title bar and frame included.
     auto& menu = form<Diathlasimeleti>();

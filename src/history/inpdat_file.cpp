@@ -43,14 +43,6 @@ bool plausible(const MeasurementRecord& r) {
     return true;
 }
 
-void keepSetup(const MeasurementRecord& r) {
-    SharedState& s = module1();
-    s.rayHeight = r.h;
-    s.xc = r.xc;
-    s.yc = r.yc;
-    s.angleWithY = r.angle;
-}
-
 QStringList setupLines(const MeasurementRecord& r) {
     return {QStringLiteral("h = ") + fmt(r.h, "0.00"), QStringLiteral("Angle  = ") + fmt(r.angle, "0.00"),
             QStringLiteral("xc = ") + fmt(r.xc, "0.00"), QStringLiteral("yc  = ") + fmt(r.yc, "0.00")};
@@ -96,7 +88,6 @@ void Inpdat::readStoredSetups() {
         messageBox(kDamaged.arg(last->position));
         return;
     }
-    keepSetup(last->record);
     QStringList lines{QStringLiteral("Position=") + fmt(static_cast<double>(last->position), "0")};
     lines += setupLines(last->record);
     printFileLines(lines, {kFileGreen, kFileGreen, kAngleGreen, kFileGreen, kFileGreen});
@@ -127,7 +118,6 @@ void Inpdat::recallSetup() {
         messageBox(kDamaged.arg(position));
         return;
     }
-    keepSetup(*record);
     printFileLines(setupLines(*record), {Qt::black, Qt::black, Qt::black, Qt::black});
 }
 

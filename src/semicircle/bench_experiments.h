@@ -38,6 +38,10 @@ double centreYOf(const BenchControls& c);
 double tiltDegreesOf(const BenchControls& c);
 double rayHeightOf(const BenchControls& c);
 double indexOf(const BenchControls& c);
+// The controls that show the given values, each rounded to a whole step
+// (halves away from zero).
+BenchControls controlsShowing(double radius, double xc, double yc, double tiltDegrees, double rayHeight,
+                              double index);
 
 // "ALL RANDOM": ray height, centre x, centre y from three draws of 2u − 1
 // and the tilt from 11u − 5 degrees, turned into radians at once. The

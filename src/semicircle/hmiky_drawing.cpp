@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "core/shared_state.h"
+#include "ui/forms.h"
 #include "canvas/qt_format.h"
 #include "semicircle/hmiky_look.h"
 #include "semicircle/hmiky_screen.h"
@@ -18,6 +18,8 @@ using namespace bench_look;
 
 // ------------------------------------------------------------ shared values ---
 
+BenchState& Hmiky::state() { return sharedState<BenchState>(); }
+
 BenchControls Hmiky::controls() const {
     BenchControls c;
     c.radius = HScroll1->value();
@@ -29,47 +31,48 @@ BenchControls Hmiky::controls() const {
     return c;
 }
 
-Block Hmiky::currentBlock() const {
-    const BenchControls c = controls();
-    Block b;
-    b.xc = centreXOf(c);
-    b.yc = centreYOf(c);
-    b.radius = radiusOf(c);
-    b.tilt = physics::radians(tiltDegreesOf(c));
-    b.direction = module1().semicircleDirection;
-    b.index = indexOf(c);
-    return b;
+void Hmiky::followState() {
+    const BenchState& s = state();
+    const BenchControls c = s.controls();
+    // A bar that moves runs its handler, which writes the bar's whole step
+    // back: the bars never hold a value the pupil could not set.
+    const std::pair<QScrollBar*, int> shown[] = {{HScroll1, c.radius}, {xcoor, c.xcoor}, {ycoor, c.ycoor},
+                                                 {angle, c.angle},     {hvalue, c.hvalue}, {Indexn, c.indexn}};
+    for (const auto& [bar, value] : shown) bar->setValue(value);
+    if (s.semicircleDirection() == 1) moredens->setChecked(true);
+    if (s.semicircleDirection() == 2) Raref->setChecked(true);
+    showValues();
 }
 
 void Hmiky::controlChanged(const std::function<QStringList()>& notes) {
-    syncSharedValues();
     showValues();
-    redraw(notes());  // the notes read the values just synced
+    redraw(notes());  // the notes read the values the bar has just set
 }
 
-void Hmiky::syncSharedValues() {
-    SharedState& s = module1();
-    if (s.pi == 0.0) s.pi = physics::kPi;
-    const BenchControls c = controls();
-    s.semicircleRadius = radiusOf(c);
-    s.xc = centreXOf(c);
-    s.yc = centreYOf(c);
-    s.angleWithY = tiltDegreesOf(c);  // degrees on this screen
-    s.rayHeight = rayHeightOf(c);
-    s.indexN = indexOf(c);
+void Hmiky::keepMeasurement(const RayTrace& trace) {
+    BenchState& s = state();
+    if (trace.measuredIndex && std::isfinite(*trace.measuredIndex)) s.setMeasuredIndex(*trace.measuredIndex);
+    if (trace.exitRayAngle && std::isfinite(*trace.exitRayAngle)) s.setExitRayAngle(*trace.exitRayAngle);
 }
 
 void Hmiky::showValues() {
-    const SharedState& s = module1();
-    aktis->setText(QStringLiteral("Semicircle's Radius= ") + fmt(s.semicircleRadius, "0"));
-    gon->setText(QStringLiteral("Angle with Y Γωνία με άξοναY=") + fmt(s.angleWithY, "0.00"));
-    Indexnt->setText(QStringLiteral("Δείκτης  n = ") + fmt(s.indexN, "0.00"));
-    Label4->setText(QStringLiteral("h(Ray's y(0)=") + fmt(s.rayHeight, "0.00"));
-    Label3->setText(QStringLiteral("xc=") + fmt(s.xc, "0.00"));
-    Label2->setText(QStringLiteral("yc=") + fmt(s.yc, "0.00"));
-    for (QLabel* label : {Indexnt, Label2, Label3, Label4}) label->setAccessibleName(label->text());
-    aktis->setAccessibleDescription(aktis->text());
-    gon->setAccessibleDescription(gon->text());
+    const BenchState& s = state();
+    const std::pair<QLineEdit*, QString> edits[] = {
+        {aktis, QStringLiteral("Semicircle's Radius= ") + fmt(s.semicircleRadius(), "0")},
+        {gon, QStringLiteral("Angle with Y Γωνία με άξοναY=") + fmt(s.angleWithY(), "0.00")}};
+    for (const auto& [edit, text] : edits) {
+        if (edit->text() != text) edit->setText(text);
+        edit->setAccessibleDescription(text);
+    }
+    const std::pair<QLabel*, QString> labels[] = {
+        {Indexnt, QStringLiteral("Δείκτης  n = ") + fmt(s.indexN(), "0.00")},
+        {Label4, QStringLiteral("h(Ray's y(0)=") + fmt(s.rayHeight(), "0.00")},
+        {Label3, QStringLiteral("xc=") + fmt(s.xc(), "0.00")},
+        {Label2, QStringLiteral("yc=") + fmt(s.yc(), "0.00")}};
+    for (const auto& [label, text] : labels) {
+        label->setText(text);
+        label->setAccessibleName(text);
+    }
 }
 
 // ------------------------------------------------------------------ drawing ---
@@ -90,17 +93,7 @@ bool Hmiky::eventFilter(QObject* watched, QEvent* event) {
     return QMainWindow::eventFilter(watched, event);
 }
 
-void Hmiky::drawsemicircle() {
-    const SharedState& s = module1();
-    Block b;
-    b.xc = s.xc;
-    b.yc = s.yc;
-    b.radius = s.semicircleRadius;
-    b.tilt = degreesToRadians(s.angleWithY);
-    b.direction = s.semicircleDirection;
-    b.index = s.indexN;
-    drawBlock(b);
-}
+void Hmiky::drawsemicircle() { drawBlock(state().block()); }
 
 void Hmiky::drawBlock(const Block& block) {
     // Both arc angles come back negative, so the circle is closed by its
@@ -125,12 +118,8 @@ void Hmiky::drawBench(const Block& block, bool withSourceCircle) {
 
 void Hmiky::initialDrawing() { redraw({}); }
 
-void Hmiky::keepMeasurement(const RayTrace& trace) {
-    if (trace.measuredIndex && std::isfinite(*trace.measuredIndex)) module1().measuredIndex = *trace.measuredIndex;
-    if (trace.exitRayAngle && std::isfinite(*trace.exitRayAngle)) module1().exitRayAngle = *trace.exitRayAngle;
-}
-
-void Hmiky::drawTrace(const RayTrace& trace, std::optional<QColor> incidentColour, std::optional<QColor> otherColour) {
+void Hmiky::drawTrace(const Block& block, const RayTrace& trace, std::optional<QColor> incidentColour,
+                      std::optional<QColor> otherColour) {
     canvas->setDrawWidth(2);
     for (const RaySegment& s : trace.segments) {
         QColor colour;
@@ -143,7 +132,7 @@ void Hmiky::drawTrace(const RayTrace& trace, std::optional<QColor> incidentColou
         canvas->line(s.segment.from.x, s.segment.from.y, s.segment.to.x, s.segment.to.y, colour);
     }
     canvas->setDrawWidth(1);
-    describeTrace(trace);
+    describeTrace(block, trace);
 }
 
 namespace {
@@ -159,15 +148,13 @@ constexpr int kDescribedRays = 6;
 
 }  // namespace
 
-void Hmiky::describeTrace(const RayTrace& trace) {
+void Hmiky::describeTrace(const Block& block, const RayTrace& trace) {
     // The bench in words for a screen reader: the block, then each ray by
     // the slopes of its drawn pieces against the x axis.
     QStringList lines = canvas->summary().isEmpty() ? QStringList() : canvas->summary().split(QLatin1Char('\n'));
-    if (lines.isEmpty()) {
-        const SharedState& st = module1();
+    if (lines.isEmpty())
         lines << QStringLiteral("Semicircle of radius %1, centre xc = %2, yc = %3, index n = %4.")
-                     .arg(fmt(st.semicircleRadius, "0"), fmt(st.xc, "0.00"), fmt(st.yc, "0.00"), fmt(st.indexN, "0.00"));
-    }
+                     .arg(fmt(block.radius, "0"), fmt(block.xc, "0.00"), fmt(block.yc, "0.00"), fmt(block.index, "0.00"));
     const auto rays = std::count_if(lines.begin(), lines.end(), [](const QString& l) { return l.startsWith(QLatin1String("Ray ")); });
     if (rays >= kDescribedRays) {
         const QString more = QStringLiteral("More rays: ");
@@ -223,16 +210,16 @@ void Hmiky::drawDirectionHint() {
 }
 
 void Hmiky::redraw(const QStringList& notes) {
-    syncSharedValues();
-    const Block block = currentBlock();
+    const BenchState& s = state();
+    const Block block = s.block();
     std::optional<RayTrace> trace;
     if (hasDirection(block)) {
-        trace = traceRay(block, module1().rayHeight, module1().incidenceAngle);
+        trace = traceRay(block, s.rayHeight(), s.incidenceAngle());
         keepMeasurement(*trace);
     }
     paint([this, block, trace, notes] {
         drawBench(block);
-        if (trace) drawTrace(*trace);
+        if (trace) drawTrace(block, *trace);
         else drawDirectionHint();
         printNotes(notes);
     });

@@ -6,7 +6,6 @@
 #include "ui/navigation.h"
 #include "core/number_input.h"
 #include "ui/program_exit.h"
-#include "core/shared_state.h"
 #include "canvas/qt_format.h"
 #include "semicircle/bench_routes.h"
 #include "semicircle/hmiky_look.h"
@@ -22,41 +21,46 @@ const QString kIncidenceTitle = QStringLiteral("incidence angle");
 // ----------------------------------------------------------------- handlers ---
 
 void Hmiky::Form_Load() {
-    SharedState& s = module1();
-    s.pi = physics::kPi;
-    s.semicircleRadius = HScroll1->value();
+    followState();  // the direction's tick, for a bench made after the values were set
+    const BenchState& s = state();
     controlChanged([&s] {
-        return QStringList{QStringLiteral("Semicircle Radius=") + fmt(s.semicircleRadius, "0.0"),
-                           QStringLiteral("n=") + fmt(s.indexN, "0.0")};
+        return QStringList{QStringLiteral("Semicircle Radius=") + fmt(s.semicircleRadius(), "0.0"),
+                           QStringLiteral("n=") + fmt(s.indexN(), "0.0")};
     });
 }
 
 void Hmiky::HScroll1_Change() {
-    controlChanged([] { return QStringList{QStringLiteral("angle=") + fmt(module1().angleWithY, "0.00") + "°"}; });
+    state().setSemicircleRadius(radiusOf(controls()));
+    controlChanged([] { return QStringList{QStringLiteral("angle=") + fmt(state().angleWithY(), "0.00") + "°"}; });
 }
 
 void Hmiky::xcoor_Change() {
-    controlChanged([] { return QStringList{QStringLiteral("xc = ") + fmt(module1().xc, "0.00")}; });
+    state().setXc(centreXOf(controls()));
+    controlChanged([] { return QStringList{QStringLiteral("xc = ") + fmt(state().xc(), "0.00")}; });
 }
 
 void Hmiky::ycoor_Change() {
-    controlChanged([] { return QStringList{QStringLiteral("yc = ") + fmt(module1().yc, "0.00")}; });
+    state().setYc(centreYOf(controls()));
+    controlChanged([] { return QStringList{QStringLiteral("yc = ") + fmt(state().yc(), "0.00")}; });
 }
 
 void Hmiky::angle_Change() {
+    state().setAngleWithY(tiltDegreesOf(controls()));  // degrees on this screen
     controlChanged([] {
-        const QString value = fmt(module1().angleWithY, "0.00");
+        const QString value = fmt(state().angleWithY(), "0.00");
         return QStringList{QStringLiteral("ANGLE  Γωνία= ") + value,
                            QStringLiteral("Angle of Diameter with Y-axis=") + value};
     });
 }
 
 void Hmiky::hvalue_Change() {
-    controlChanged([] { return QStringList{QStringLiteral("h(y(0) ray'2 =  ") + fmt(module1().rayHeight, "0.00")}; });
+    state().setRayHeight(rayHeightOf(controls()));
+    controlChanged([] { return QStringList{QStringLiteral("h(y(0) ray'2 =  ") + fmt(state().rayHeight(), "0.00")}; });
 }
 
 void Hmiky::Indexn_Change() {
-    controlChanged([] { return QStringList{QStringLiteral(" n= ") + fmt(module1().indexN, "0.00")}; });
+    state().setIndexN(indexOf(controls()));
+    controlChanged([] { return QStringList{QStringLiteral(" n= ") + fmt(state().indexN(), "0.00")}; });
 }
 
 void Hmiky::Command1_Click() {
@@ -78,23 +82,22 @@ void Hmiky::Command1_Click() {
         return;
     }
 
-    SharedState& s = module1();
-    s.incidenceAngle = *typed;
-    syncSharedValues();
-    const Block block = currentBlock();
+    BenchState& s = state();
+    s.setIncidenceAngle(*typed);
+    const Block block = s.block();
     std::optional<RayTrace> trace;
     if (hasDirection(block)) {
-        trace = traceRay(block, s.rayHeight, s.incidenceAngle);
+        trace = traceRay(block, s.rayHeight(), s.incidenceAngle());
         keepMeasurement(*trace);
-        series_.recordGivenAngle(block, s.incidenceAngle, *trace);
+        series_.recordGivenAngle(block, s.incidenceAngle(), *trace);
         seriesChanged();
     }
-    const QStringList lines{QStringLiteral("angle φ=") + fmt(s.incidenceAngle, "0.00"),
-                            QStringLiteral("h=") + fmt(s.rayHeight, "0.00"), QStringLiteral("xc=") + fmt(s.xc, "0.00"),
-                            QStringLiteral("yc=") + fmt(s.yc, "0.00")};
+    const QStringList lines{QStringLiteral("angle φ=") + fmt(s.incidenceAngle(), "0.00"),
+                            QStringLiteral("h=") + fmt(s.rayHeight(), "0.00"),
+                            QStringLiteral("xc=") + fmt(s.xc(), "0.00"), QStringLiteral("yc=") + fmt(s.yc(), "0.00")};
     paint([this, block, trace, lines] {
         drawBench(block, false);
-        if (trace) drawTrace(*trace, kGivenIncident, kGivenOther);
+        if (trace) drawTrace(block, *trace, kGivenIncident, kGivenOther);
         else drawDirectionHint();
         printNotes(lines);
     });
@@ -104,11 +107,6 @@ void Hmiky::Command2_Click() {
     // Each bar's own handler puts its value into the shared state; the
     // radius and the index stay as they are.
     for (QScrollBar* bar : {xcoor, ycoor, angle, hvalue}) bar->setValue(0);
-    SharedState& s = module1();
-    s.rayHeight = 0.0;
-    s.angleWithY = 0.0;
-    s.xc = 0.0;
-    s.yc = 0.0;
     showValues();
     paint([this] { canvas->cls(); });
     series_.clear();  // the typed angles start afresh
@@ -123,23 +121,22 @@ void Hmiky::Command3_Click() {
 }
 
 void Hmiky::Command4_Click() {
-    syncSharedValues();
-    const SharedState& s = module1();
-    const Block block = currentBlock();
+    const BenchState& s = state();
+    const Block block = s.block();
     if (showHintIfNoDirection(block)) return;
-    const RaysSeries series = runIncidenceSeries(block, s.rayHeight);
+    const RaysSeries series = runIncidenceSeries(block, s.rayHeight());
     for (const SeriesRay& ray : series.rays) keepMeasurement(ray.trace);
     series_.recordSweep(block, series);
     seriesChanged();
-    const QStringList lines{QStringLiteral("ANGLE φ=") + fmt(s.angleWithY, "0.00"),
+    const QStringList lines{QStringLiteral("ANGLE φ=") + fmt(s.angleWithY(), "0.00"),
                             QStringLiteral("MEAN VALUE OF INDEX Μέσος όρος δείκτη διάθλασης"),
                             series.meanIndex ? fmt(*series.meanIndex, "0.0000")
                                              : QStringLiteral("no ray measured  καμία μέτρηση"),
-                            QStringLiteral("h= ") + fmt(s.rayHeight, "0.00"), QStringLiteral("xc = ") + fmt(s.xc, "0.00"),
-                            QStringLiteral("yc = ") + fmt(s.yc, "0.00")};
+                            QStringLiteral("h= ") + fmt(s.rayHeight(), "0.00"),
+                            QStringLiteral("xc = ") + fmt(s.xc(), "0.00"), QStringLiteral("yc = ") + fmt(s.yc(), "0.00")};
     paint([this, block, series, lines] {
         drawBench(block);
-        for (const SeriesRay& ray : series.rays) drawTrace(ray.trace);
+        for (const SeriesRay& ray : series.rays) drawTrace(block, ray.trace);
         printNotes(lines);
     });
 }
@@ -158,8 +155,7 @@ void Hmiky::seriesChanged() {
 
 void Hmiky::Form_MouseDown(double x, double y) {
     if (!std::isfinite(x) || !std::isfinite(y)) return;
-    syncSharedValues();
-    const Block block = currentBlock();
+    const Block block = state().block();
     markStartX = static_cast<float>(x);
     markStartY = static_cast<float>(y);
     std::optional<RayTrace> aimed;
@@ -167,7 +163,7 @@ void Hmiky::Form_MouseDown(double x, double y) {
     paint([this, block, aimed, x, y] {
         drawBench(block);
         canvas->circle(x, y, 5);
-        if (aimed) drawTrace(*aimed);
+        if (aimed) drawTrace(block, *aimed);
         else drawDirectionHint();
     });
 }

@@ -4,7 +4,6 @@
 #include <QColor>
 #include <QString>
 
-#include "core/shared_state.h"
 #include "core/physics.h"
 
 namespace bench_look {

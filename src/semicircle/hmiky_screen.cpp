@@ -52,15 +52,47 @@ Hmiky::Hmiky() {
     setWindowTitle(QStringLiteral("SIMULATION EΞOMOIΩΣH TOY ΠEIΠAMATOΣ"));
     setFont(programFont(QStringLiteral("Arial"), 9.0));
 
+    createCanvas();
+    auto* host = new SquareHost(canvas);
+    createButtons();
+    createScrollBars();
+    createDisplays();
+    QWidget* controlsPanel = createControlsPanel();
+    QWidget* buttonPanel = createButtonPanel();
+
+    auto* central = new QWidget;
+    auto* layout = new QGridLayout(central);
+    layout->setContentsMargins(6, 6, 6, 6);
+    layout->setSpacing(8);
+    layout->addWidget(host, 0, 0);
+    layout->addWidget(controlsPanel, 1, 0);
+    layout->addWidget(buttonPanel, 0, 1, 2, 1);
+    layout->setRowStretch(0, 1);
+    layout->setColumnStretch(0, 1);
+    setCentralWidget(central);
+
+    // The keyboard walks the scroll bars row by row, then the buttons.
+    QWidget* order[] = {HScroll1, aktis, xcoor, ycoor, angle, gon, hvalue, Indexn,
+                        Command1, Command4, listOfData, Command2, Command3, cmdend};
+    for (std::size_t i = 0; i + 1 < std::size(order); ++i) setTabOrder(order[i], order[i + 1]);
+
+    createMenus();
+    connectHandlers();
+    canvas->installEventFilter(this);
+    resize(1000, 900);
+    Form_Load();
+}
+
+void Hmiky::createCanvas() {
     canvas = new Canvas;
     canvas->setObjectName(QStringLiteral("bench"));
     canvas->setAccessibleName(QStringLiteral("Semicircle bench  Πάγκος του ημικυκλίου"));
     canvas->scale(-200, 200, 200, -200);
     canvas->setFontName(QStringLiteral("Arial"));
     canvas->setFontSize(9.0);
-    auto* host = new SquareHost(canvas);
+}
 
-    // --- buttons ------------------------------------------------------------
+void Hmiky::createButtons() {
     const QFont buttonFont = programFont(QStringLiteral("Arial"), 9.0, true);
     auto button = [&](const QString& caption, const char* name) {
         auto* b = new CaptionButton(caption);
@@ -77,21 +109,24 @@ Hmiky::Hmiky() {
     Command3 = button(QStringLiteral("BACK ΠΙΣΩ"), "Command3");
     cmdend = button(QStringLiteral("END Τέλος"), "cmdend");
     listOfData = button(QStringLiteral("LIST OF DATA  Λίστα δεδομένων"), "listOfData");
+}
 
-    // --- scroll bars and their displays -----------------------------------------
+void Hmiky::createScrollBars() {
+    // The bars start where the shared values stand.
+    const BenchControls c = state().controls();
     // Each: orientation, minimum, maximum, value, small change, large change, name, what it stands for.
-    HScroll1 = createScrollBar({Qt::Horizontal, 10, 120, 100, 1, 10, "HScroll1",
+    HScroll1 = createScrollBar({Qt::Horizontal, 10, 120, c.radius, 1, 10, "HScroll1",
                                 QStringLiteral("Radius of the semicircle  Ακτίνα του ημικυκλίου")});
-    xcoor = createScrollBar({Qt::Horizontal, -125, 125, 0, 1, 25, "xcoor",
+    xcoor = createScrollBar({Qt::Horizontal, -125, 125, c.xcoor, 1, 25, "xcoor",
                              QStringLiteral("x of the centre of the semicircle  x του κέντρου του ημικυκλίου")});
-    ycoor = createScrollBar({Qt::Horizontal, -125, 125, 0, 1, 25, "ycoor",
+    ycoor = createScrollBar({Qt::Horizontal, -125, 125, c.ycoor, 1, 25, "ycoor",
                              QStringLiteral("y of the centre of the semicircle  y του κέντρου του ημικυκλίου")});
-    angle = createScrollBar({Qt::Horizontal, -900, 900, 0, 10, 100, "angle",
+    angle = createScrollBar({Qt::Horizontal, -900, 900, c.angle, 10, 100, "angle",
                              QStringLiteral(
                                  "Angle of the diameter with the Y axis  Γωνία της διαμέτρου με τον άξονα Y")});
-    hvalue = createScrollBar({Qt::Horizontal, -250, 250, 0, 5, 50, "hvalue",
+    hvalue = createScrollBar({Qt::Horizontal, -250, 250, c.hvalue, 5, 50, "hvalue",
                               QStringLiteral("Height of the ray, y(0)  Ύψος της ακτίνας, y(0)")});
-    Indexn = createScrollBar({Qt::Horizontal, 5, 30, 15, 1, 5, "Indexn",
+    Indexn = createScrollBar({Qt::Horizontal, 5, 30, c.indexn, 1, 5, "Indexn",
                               QStringLiteral("Refractive index n  Δείκτης διάθλασης n")});
     // A screen reader hears each bar's value as the labels show it.
     const std::pair<QScrollBar*, std::function<QString()>> shown[] = {
@@ -102,7 +137,9 @@ Hmiky::Hmiky() {
         {hvalue, [this] { return QStringLiteral("h = ") + fmt(rayHeightOf(controls()), "0.00"); }},
         {Indexn, [this] { return QStringLiteral("n = ") + fmt(indexOf(controls()), "0.00"); }}};
     for (const auto& [bar, text] : shown) describeValue(*bar, [text](int) { return text(); });
+}
 
+void Hmiky::createDisplays() {
     auto display = [](const char* name, const QString& accessible) {
         auto* edit = new QLineEdit;
         edit->setObjectName(QString::fromLatin1(name));
@@ -122,9 +159,11 @@ Hmiky::Hmiky() {
     Label2 = valueLabel("Label2");
     Label3 = valueLabel("Label3");
     Label4 = valueLabel("Label4");
+}
 
-    auto* controlsPanel = new QWidget;
-    auto* grid = new QGridLayout(controlsPanel);
+QWidget* Hmiky::createControlsPanel() {
+    auto* panel = new QWidget;
+    auto* grid = new QGridLayout(panel);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(14);
     grid->setVerticalSpacing(6);
@@ -148,7 +187,10 @@ Hmiky::Hmiky() {
     addControl(1, 1, QStringLiteral("Ray height h  Ύψος ακτίνας h"), hvalue, Label4);
     addControl(1, 2, QStringLiteral("Index n  Δείκτης n"), Indexn, Indexnt);
     for (int c = 0; c < 3; ++c) grid->setColumnStretch(c, 1);
+    return panel;
+}
 
+QWidget* Hmiky::createButtonPanel() {
     auto* buttonColumn = new QVBoxLayout;
     buttonColumn->setSpacing(8);
     for (CaptionButton* b : {Command1, Command4, listOfData, Command2}) buttonColumn->addWidget(b);
@@ -166,24 +208,10 @@ Hmiky::Hmiky() {
     buttonPanel->setLayout(buttonColumn);
     buttonPanel->setFixedWidth(kButtonColumnWidth);
     buttonColumn->setContentsMargins(0, 0, 0, 0);
+    return buttonPanel;
+}
 
-    auto* central = new QWidget;
-    auto* layout = new QGridLayout(central);
-    layout->setContentsMargins(6, 6, 6, 6);
-    layout->setSpacing(8);
-    layout->addWidget(host, 0, 0);
-    layout->addWidget(controlsPanel, 1, 0);
-    layout->addWidget(buttonPanel, 0, 1, 2, 1);
-    layout->setRowStretch(0, 1);
-    layout->setColumnStretch(0, 1);
-    setCentralWidget(central);
-
-    // The keyboard walks the scroll bars row by row, then the buttons.
-    QWidget* order[] = {HScroll1, aktis, xcoor, ycoor, angle, gon, hvalue, Indexn,
-                        Command1, Command4, listOfData, Command2, Command3, cmdend};
-    for (std::size_t i = 0; i + 1 < std::size(order); ++i) setTabOrder(order[i], order[i + 1]);
-
-    // --- menus, in design order -----------------------------------------------
+void Hmiky::createMenus() {
     QMenuBar* bar = menuBar();
     exper = bar->addMenu(QStringLiteral("EXPERIMENT"));
     exper->setObjectName(QStringLiteral("exper"));
@@ -210,8 +238,9 @@ Hmiky::Hmiky() {
         {Raref, "Raref"},         {moredens, "moredens"}, {kritikal, "kritikal"}, {sygr, "sygr"},
         {Optimize, "Optimize"},   {fylaxe, "fylaxe"}};
     for (const auto& [action, name] : names) action->setObjectName(QString::fromLatin1(name));
+}
 
-    // --- wiring -------------------------------------------------------------
+void Hmiky::connectHandlers() {
     connect(Command1, &QPushButton::clicked, this, &Hmiky::Command1_Click);
     connect(Command2, &QPushButton::clicked, this, &Hmiky::Command2_Click);
     connect(Command3, &QPushButton::clicked, this, &Hmiky::Command3_Click);
@@ -236,8 +265,16 @@ Hmiky::Hmiky() {
     connect(fylaxe, &QAction::triggered, this, &Hmiky::fylaxe_Click);
     connect(canvas, &Canvas::mousePressed, this, [this](double x, double y, Qt::MouseButton) { Form_MouseDown(x, y); });
     connect(canvas, &Canvas::mouseReleased, this, [this](double x, double y, Qt::MouseButton) { Form_MouseUp(x, y); });
+    // Whoever changes the shared values, the bars and the displays show them.
+    connect(&state(), &BenchState::changed, this, &Hmiky::followState);
+}
 
-    canvas->installEventFilter(this);
-    resize(1000, 900);
-    Form_Load();
+void Hmiky::openExperiment() {
+    BenchState& s = state();
+    s.setIndexN(1.5);
+    s.setAngleWithY(0.0);
+    canvas->scale(-200, 200, 200, -200);
+    canvas->cls();
+    initialDrawing();
+    showValues();
 }

@@ -16,6 +16,7 @@
 #include "semicircle/bench_experiments.h"
 #include "semicircle/bench_random.h"
 #include "semicircle/bench_series.h"
+#include "semicircle/bench_state.h"
 // The list of data belongs with the bench: whatever hides the bench can
 // hide the list too.
 #include "semicircle/list_of_data_screen.h"
@@ -24,50 +25,20 @@
 // square drawing area (x and y from −200 to 200, y up, origin in the middle),
 // a ray of light from the radius-150 circle around the origin, and the
 // refracted, reflected and emerging rays. Scroll bars move and turn the
-// block and set the ray's height and the index; the menus run whole
-// experiments. Every change redraws the whole picture from the controls.
+// block and set the ray's height and the index, all held in BenchState; the
+// menus run whole experiments. Every change redraws the whole picture.
 class Hmiky : public QMainWindow {
     Q_OBJECT
 public:
     Hmiky();
 
-    Canvas* canvas;  // the bench
+    // What the main menu's SEMICIRCLE asks: the index back to 1.5 and the
+    // tilt to 0 (the block's place and the ray stay as the pupil left them)
+    // and the starting figure drawn afresh.
+    void openExperiment();
 
-    CaptionButton* Command1;  // GIVE INCIDENCE ANGLE
-    CaptionButton* Command2;  // erase
-    CaptionButton* Command3;  // BACK
-    CaptionButton* Command4;  // RAYS FOR incidence = 0° to 90°
-    CaptionButton* cmdend;    // END
-    CaptionButton* listOfData;  // LIST OF DATA: opens List_of_Data
-
-    // Control units: HScroll1 in bench units, xcoor/ycoor in fifths of a
-    // unit, angle in tenths of a degree, hvalue and Indexn in tenths.
-    QScrollBar* HScroll1;  // radius of the block
-    QScrollBar* xcoor;     // x of the centre of the flat face
-    QScrollBar* ycoor;     // y of the centre
-    QScrollBar* angle;     // tilt of the diameter from the Y axis
-    QScrollBar* hvalue;    // height of the ray, its y at x = 0
-    QScrollBar* Indexn;    // refractive index
-
-    QLineEdit* aktis;   // the radius
-    QLineEdit* gon;     // the tilt
-    QLabel* Indexnt;    // the index
-    QLabel* Label2;     // yc
-    QLabel* Label3;     // xc
-    QLabel* Label4;     // the ray's height
-
-    QMenu* exper;         // "EXPERIMENT"
-    QAction* allrandom;   // "ALL RANDOM"
-    QAction* Paral;       // "PARALLEL"
-    QAction* rightpar;    // "FROM THE RIGHT"
-    QAction* leftpar;     // "FROM LEFT"
-    QMenu* moreless;      // "CHOOSE DIRECTION OF SEMICIRCLE"
-    QAction* Raref;       // "TO THE RIGHT"
-    QAction* moredens;    // "TO THE LEFT"
-    QAction* kritikal;    // "CRITICAL ANGLE"
-    QAction* sygr;        // "COMPARISONS"
-    QAction* Optimize;    // "BEST SEMICIRCLE"
-    QAction* fylaxe;      // create the measurement file
+    // The bench's drawing, to read.
+    const Canvas& drawing() const { return *canvas; }
 
     // Where the mouse button last went down on the bench.
     float markStartX = 0.0f;
@@ -78,11 +49,8 @@ public:
     void drawsemicircle();
     // The starting figure: radius-150 circle, axes, block and the ray.
     void initialDrawing();
-    // Writes the current values into the displays beside the scroll bars.
+    // Writes the shared values into the displays beside the scroll bars.
     void showValues();
-    // The set-up the controls stand for.
-    BenchControls controls() const;
-    Block currentBlock() const;
 
     // --- handlers ---------------------------------------------------------
     void Form_Load();
@@ -120,25 +88,43 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // --- building (hmiky_screen.cpp) ------------------------------------------
+    void createCanvas();
+    void createButtons();
+    void createScrollBars();
+    void createDisplays();
+    QWidget* createControlsPanel();
+    QWidget* createButtonPanel();
+    void createMenus();
+    void connectHandlers();
+
+    // --- the shared values (hmiky_drawing.cpp) ----------------------------------
+    static BenchState& state();
+    // The bars in their own units (see BenchControls).
+    BenchControls controls() const;
+    // Moves every bar, the direction's tick and the displays to the shared
+    // values (a bar that moves runs its handler).
+    void followState();
+    // What every change of a control does after it has written its value:
+    // the displays, and the whole redraw with the handler's notes,
+    // formatted from the new values.
+    void controlChanged(const std::function<QStringList()>& notes);
+    // Keeps what a traced ray measured, as the last measurement.
+    static void keepMeasurement(const RayTrace& trace);
+
+    // --- drawing (hmiky_drawing.cpp) -------------------------------------------
     // Draws a picture and keeps it, so that a resized bench draws it again
     // with its texts measured for the new size. Pictures draw only from
     // what they captured, never from the shared values.
     void paint(std::function<void()> picture);
-    // Copies every control into the shared values (tilt in degrees).
-    void syncSharedValues();
-    // What every change of a control does: shared values, displays, and the
-    // whole redraw with the handler's notes, formatted from the new values.
-    void controlChanged(const std::function<QStringList()>& notes);
     // The redraw of every change: the bench and the ray for the current
     // incidence angle, with the handler's notes in the top-left corner.
     void redraw(const QStringList& notes);
-
-    // --- drawing pieces used by the pictures ----------------------------------
     void drawBlock(const Block& block);
     // cls, the radius-150 circle, the axes and the block.
     void drawBench(const Block& block, bool withSourceCircle = true);
-    void describeTrace(const RayTrace& trace);
-    void drawTrace(const RayTrace& trace, std::optional<QColor> incidentColour = std::nullopt,
+    void describeTrace(const Block& block, const RayTrace& trace);
+    void drawTrace(const Block& block, const RayTrace& trace, std::optional<QColor> incidentColour = std::nullopt,
                    std::optional<QColor> otherColour = std::nullopt);
     // Texts from the top-left corner down.
     void printNotes(const QStringList& notes);
@@ -147,12 +133,56 @@ private:
     // Without a chosen direction an experiment cannot run: draws the bench
     // with the hint instead and says so.
     bool showHintIfNoDirection(const Block& block);
-
     static bool hasDirection(const Block& block) { return block.direction == 1 || block.direction == 2; }
-    static void keepMeasurement(const RayTrace& trace);
+
+    // --- experiments (hmiky_experiments.cpp) -----------------------------------
+    void chooseDirection(int direction);
     void parallelBeam(bool fromTheRight);
+    // The comparison's picture: the traced rays, Snell's rays dashed and
+    // the table in the upper left corner.
+    void drawComparison(const Block& block, const std::vector<RayTrace>& traces,
+                        const std::vector<Segment>& expectedRays, const QStringList& table);
     // Brings the list of data up to date, if the pupil ever opened it.
     void seriesChanged();
+
+    // --- widgets, by the names of the experiment's design ------------------------
+    Canvas* canvas;  // the bench
+
+    CaptionButton* Command1;    // GIVE INCIDENCE ANGLE
+    CaptionButton* Command2;    // erase
+    CaptionButton* Command3;    // BACK
+    CaptionButton* Command4;    // RAYS FOR incidence = 0° to 90°
+    CaptionButton* cmdend;      // END
+    CaptionButton* listOfData;  // LIST OF DATA: opens List_of_Data
+
+    // Control units: HScroll1 in bench units, xcoor/ycoor in fifths of a
+    // unit, angle in tenths of a degree, hvalue and Indexn in tenths.
+    QScrollBar* HScroll1;  // radius of the block
+    QScrollBar* xcoor;     // x of the centre of the flat face
+    QScrollBar* ycoor;     // y of the centre
+    QScrollBar* angle;     // tilt of the diameter from the Y axis
+    QScrollBar* hvalue;    // height of the ray, its y at x = 0
+    QScrollBar* Indexn;    // refractive index
+
+    QLineEdit* aktis;   // the radius
+    QLineEdit* gon;     // the tilt
+    QLabel* Indexnt;    // the index
+    QLabel* Label2;     // yc
+    QLabel* Label3;     // xc
+    QLabel* Label4;     // the ray's height
+
+    QMenu* exper;         // "EXPERIMENT"
+    QAction* allrandom;   // "ALL RANDOM"
+    QAction* Paral;       // "PARALLEL"
+    QAction* rightpar;    // "FROM THE RIGHT"
+    QAction* leftpar;     // "FROM LEFT"
+    QMenu* moreless;      // "CHOOSE DIRECTION OF SEMICIRCLE"
+    QAction* Raref;       // "TO THE RIGHT"
+    QAction* moredens;    // "TO THE LEFT"
+    QAction* kritikal;    // "CRITICAL ANGLE"
+    QAction* sygr;        // "COMPARISONS"
+    QAction* Optimize;    // "BEST SEMICIRCLE"
+    QAction* fylaxe;      // create the measurement file
 
     QActionGroup* directionGroup_;
     std::function<void()> picture_;

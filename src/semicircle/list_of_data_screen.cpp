@@ -78,31 +78,8 @@ ListOfData::ListOfData() {
     Label2 = new QLabel;
     Label2->setObjectName(QStringLiteral("Label2"));
     Label2->setWordWrap(true);
-
-    List1 = new QTableWidget(0, 3);
-    List1->setObjectName(QStringLiteral("List1"));
-    List1->setAccessibleName(
-        QStringLiteral("Incidence and refraction angles of the bench  Γωνίες πρόσπτωσης και διάθλασης του πάγκου"));
-    List1->setHorizontalHeaderLabels({QStringLiteral("i°  INCIDENCE\nΠρόσπτωση"),
-                                      QStringLiteral("r°  REFRACTION (measured)\nΔιάθλαση (μέτρηση)"),
-                                      QStringLiteral("r°  EXPECTED (Snell)\nΑναμενόμενη (Snell)")});
-    List1->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    List1->setSelectionBehavior(QAbstractItemView::SelectRows);
-    List1->setTabKeyNavigation(false);  // Tab leaves the table for the buttons
-    List1->verticalHeader()->setVisible(false);
-    List1->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    List1->setColumnHidden(ExpectedColumn, true);
-
-    const QFont buttonFont = programFont(QStringLiteral("Arial Greek"), 10.0, true);
-    auto button = [&](const QString& caption, const char* name) {
-        auto* b = new CaptionButton(caption);
-        b->setObjectName(QString::fromLatin1(name));
-        b->setFont(buttonFont);
-        return b;
-    };
-    Command1 = button(QStringLiteral("EXPECTED Αναμενόμενες τιμές"), "Command1");
-    Command2 = button(QStringLiteral("TRANSFER OF DATA  METAΦOPA ΔEΔOMENΩN"), "Command2");
-    Command3 = button(QStringLiteral("BACK ΠΙΣΩ"), "Command3");
+    createTable();
+    createButtons();
 
     auto* buttons = new QHBoxLayout;
     for (CaptionButton* b : {Command1, Command2, Command3}) buttons->addWidget(b);
@@ -122,6 +99,35 @@ ListOfData::ListOfData() {
 
     resize(620, 520);
     fillTable();
+}
+
+void ListOfData::createTable() {
+    List1 = new QTableWidget(0, 3);
+    List1->setObjectName(QStringLiteral("List1"));
+    List1->setAccessibleName(
+        QStringLiteral("Incidence and refraction angles of the bench  Γωνίες πρόσπτωσης και διάθλασης του πάγκου"));
+    List1->setHorizontalHeaderLabels({QStringLiteral("i°  INCIDENCE\nΠρόσπτωση"),
+                                      QStringLiteral("r°  REFRACTION (measured)\nΔιάθλαση (μέτρηση)"),
+                                      QStringLiteral("r°  EXPECTED (Snell)\nΑναμενόμενη (Snell)")});
+    List1->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    List1->setSelectionBehavior(QAbstractItemView::SelectRows);
+    List1->setTabKeyNavigation(false);  // Tab leaves the table for the buttons
+    List1->verticalHeader()->setVisible(false);
+    List1->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    List1->setColumnHidden(ExpectedColumn, true);
+}
+
+void ListOfData::createButtons() {
+    const QFont buttonFont = programFont(QStringLiteral("Arial Greek"), 10.0, true);
+    auto button = [&](const QString& caption, const char* name) {
+        auto* b = new CaptionButton(caption);
+        b->setObjectName(QString::fromLatin1(name));
+        b->setFont(buttonFont);
+        return b;
+    };
+    Command1 = button(QStringLiteral("EXPECTED Αναμενόμενες τιμές"), "Command1");
+    Command2 = button(QStringLiteral("TRANSFER OF DATA  METAΦOPA ΔEΔOMENΩN"), "Command2");
+    Command3 = button(QStringLiteral("BACK ΠΙΣΩ"), "Command3");
 }
 
 void ListOfData::showSeries(const BenchSeries& series) {

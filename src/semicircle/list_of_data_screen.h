@@ -18,13 +18,6 @@ public:
 
     ListOfData();
 
-    QLabel* Label1;           // which series it is
-    QLabel* Label2;           // the block it was measured with
-    QTableWidget* List1;      // one row per ray
-    CaptionButton* Command1;  // EXPECTED
-    CaptionButton* Command2;  // TRANSFER OF DATA
-    CaptionButton* Command3;  // BACK
-
     // Lists the series (a copy: the list shows what was measured, whatever
     // the bench does next until it records another series).
     void showSeries(const BenchSeries& series);
@@ -40,7 +33,16 @@ public:
     void Command3_Click();
 
 private:
+    void createTable();
+    void createButtons();
     void fillTable();
+
+    QLabel* Label1;           // which series it is
+    QLabel* Label2;           // the block it was measured with
+    QTableWidget* List1;      // one row per ray
+    CaptionButton* Command1;  // EXPECTED
+    CaptionButton* Command2;  // TRANSFER OF DATA
+    CaptionButton* Command3;  // BACK
 
     BenchSeries series_;
     bool expectedShown_ = false;

@@ -56,7 +56,7 @@ std::vector<MeasurementRecord> readMeasurementRecords(const std::filesystem::pat
 
 // The sequential reader's result without reading every slot: the number of
 // 128-byte slots the file holds and the last of them, which is what the
-// reader leaves in the shared values. A file of any size costs one read.
+// data screen shows. A file of any size costs one read.
 // None for a missing, empty or unreadable file.
 struct LastRecord {
     long long position = 0;  // from 1

@@ -162,20 +162,43 @@ RayTrace traceRay(const Block& block, double rayHeight, double incidenceDegrees)
     return tracePath(block, source, direction, incidenceDegrees);
 }
 
+namespace {
+
+bool traceable(const Block& block, Point start, Point direction, double incidenceDegrees, double reach) {
+    return std::isfinite(block.xc) && std::isfinite(block.yc) && std::isfinite(block.radius) &&
+           std::isfinite(block.tilt) && std::isfinite(block.index) && block.radius > 0.0 && block.index > 0.0 &&
+           finite(start) && finite(direction) && std::isfinite(incidenceDegrees) && std::isfinite(reach);
+}
+
+// The direction made unit length; scaled before its length is taken, so
+// that huge components do not overflow.
+Vec unitDirection(Point direction) {
+    const double largest = std::max(std::fabs(direction.x), std::fabs(direction.y));
+    if (!(largest > 0.0)) return {std::nan(""), std::nan("")};
+    const Vec scaled{direction.x / largest, direction.y / largest};
+    return (1.0 / length(scaled)) * scaled;
+}
+
+// The exit angle and the measured index of a finished trace.
+void measure(RayTrace& trace, std::optional<Vec> exitDirection, double incidenceDegrees) {
+    if (!exitDirection || !finite(*exitDirection)) return;
+    trace.exitRayAngle = std::atan2(std::fabs(exitDirection->y), std::fabs(exitDirection->x));
+    // Only light refracted at both faces is a measurement of the index;
+    // after a total reflection the exit angle says nothing about it.
+    if (*trace.exitRayAngle != 0.0 && !trace.totalReflection) {
+        const double measured = std::fabs(std::sin(incidenceDegrees * kPi / 180.0) / std::sin(*trace.exitRayAngle));
+        if (std::isfinite(measured)) trace.measuredIndex = measured;
+    }
+}
+
+}  // namespace
+
 RayTrace tracePath(const Block& block, Point start, Point direction, double incidenceDegrees, double reach) {
-    const bool usable = std::isfinite(block.xc) && std::isfinite(block.yc) && std::isfinite(block.radius) &&
-                        std::isfinite(block.tilt) && std::isfinite(block.index) && block.radius > 0.0 &&
-                        block.index > 0.0 && finite(start) && finite(direction) && std::isfinite(incidenceDegrees) &&
-                        std::isfinite(reach);
-    if (!usable) return {};
+    if (!traceable(block, start, direction, incidenceDegrees, reach)) return {};
     reach = std::max(reach, 0.0);
 
     const BlockFrame frame(block);
-    // Scaled before its length is taken, so that huge components do not overflow.
-    const double largest = std::max(std::fabs(direction.x), std::fabs(direction.y));
-    if (!(largest > 0.0)) return {};
-    const Vec scaled{direction.x / largest, direction.y / largest};
-    const Vec worldDirection = (1.0 / length(scaled)) * scaled;
+    const Vec worldDirection = unitDirection(direction);
     const Vec p0 = frame.pointToLocal(start);
     if (!finite(p0) || !finite(worldDirection)) return {};
 
@@ -230,15 +253,7 @@ RayTrace tracePath(const Block& block, Point start, Point direction, double inci
     }
 
     if (!allFinite(trace)) return {};
-    if (exitDirection && finite(*exitDirection)) {
-        trace.exitRayAngle = std::atan2(std::fabs(exitDirection->y), std::fabs(exitDirection->x));
-        // Only light refracted at both faces is a measurement of the index;
-        // after a total reflection the exit angle says nothing about it.
-        if (*trace.exitRayAngle != 0.0 && !trace.totalReflection) {
-            const double measured = std::fabs(std::sin(incidenceDegrees * kPi / 180.0) / std::sin(*trace.exitRayAngle));
-            if (std::isfinite(measured)) trace.measuredIndex = measured;
-        }
-    }
+    measure(trace, exitDirection, incidenceDegrees);
     return trace;
 }
 

@@ -5,17 +5,12 @@
 #include "analysis/errors_screen.h"
 #include "ui/forms.h"
 #include "app/main_menu.h"
-#include "core/shared_state.h"
 #include "canvas/fonts.h"
+#include "semicircle/bench_state.h"
 #include "semicircle/hmiky_screen.h"
 #include "test_support.h"
 
 namespace {
-
-Hmiky& openBench() {
-    form<Diathlasimeleti>().Command1_Click();
-    return form<Hmiky>();
-}
 
 bool dark(const QColor& c) { return c.red() < 110 && c.green() < 110 && c.blue() < 110; }
 
@@ -25,104 +20,67 @@ class TestErrorsScreen : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase() { installFontSubstitutions(); }
-    void init() {
-        module1() = SharedState{};
-        module1().pi = 4.0 * std::atan(1.0);
-    }
 
+    // The graph of the bench's set-up: 67 radii, 66 segments, the set-up's
+    // values beside it, the curve really on the graph; the bench's values
+    // are left as the bench shows them.
     void graphOfTheBenchSetUp() {
         ScreenTestScope scope;
-        Hmiky& bench = openBench();
-        bench.moredens_Click();
-        bench.xcoor->setValue(20);   // xc = 4
-        bench.ycoor->setValue(-5);   // yc = −1
-        bench.hvalue->setValue(30);  // h = 3
-        bench.angle->setValue(50);   // 5°
-        bench.Optimize_Click();
-        Errors& errors = form<Errors>();
+        form<Diathlasimeleti>().Command1_Click();
+        BenchState& bench = sharedState<BenchState>();
+        bench.setSemicircleDirection(1);
+        bench.setXc(4.0);
+        bench.setYc(-1.0);
+        bench.setRayHeight(3.0);
+        bench.setAngleWithY(5.0);
+        form<Hmiky>().Optimize_Click();
+        const Errors& errors = form<Errors>();
+        const Canvas& graph = errors.drawing();
         QVERIFY(errors.isVisible());
-        QCOMPARE(errors.windowTitle(), QStringLiteral("Mean Error  Μέσο σφάλμα"));
-
-        const SharedState& s = module1();
-        QCOMPARE(s.rayHeight, 3.0);
-        QCOMPARE(s.xc, 4.0);
-        QCOMPARE(s.yc, -1.0);
-        QVERIFY(std::fabs(s.angleWithY - 5.0 * s.pi / 180.0) < 1e-12);  // left in radians
-        QCOMPARE(s.semicircleRadius, 148.0);
-
-        QCOMPARE(errors.curve().points.size(), std::size_t{67});
-        QCOMPARE(errors.curve().points.front().radius, 14.0);
-        QCOMPARE(errors.curve().points.back().radius, 146.0);
-        QCOMPARE(errors.segmentsDrawn(), 66);
-
-        const QStringList texts = errors.canvas->printedTexts();
+        QVERIFY(bench.angleWithY() == 5.0 && bench.semicircleRadius() == 100.0);
+        QVERIFY(errors.curve().points.size() == 67 && errors.segmentsDrawn() == 66);
         for (const char* label : {"Radius of Semicircle", "Mean Error%", "n= 1.50", "h= 3.00", "xc= 4.00", "yc= -1.00",
                                   "Angle= 5.00"})
-            QVERIFY2(texts.contains(QString::fromUtf8(label)), label);
-
-        // The curve is really on the graph: at every drawn point in range.
+            QVERIFY2(graph.printedTexts().contains(QString::fromUtf8(label)), label);
         int probed = 0;
         for (const MeanErrorPoint& p : errors.curve().points) {
             if (p.errorPercent < 2.0 || p.errorPercent > 100.0) continue;
-            QVERIFY2(dark(errors.canvas->pixelAt(p.radius, p.errorPercent)), qPrintable(QString::number(p.radius)));
+            QVERIFY2(dark(graph.pixelAt(p.radius, p.errorPercent)), qPrintable(QString::number(p.radius)));
             ++probed;
         }
-        QVERIFY(probed > 30);
-        QCOMPARE(errors.canvas->skippedOperations(), 0);
+        QVERIFY(probed > 30 && graph.skippedOperations() == 0);
+
+        // A resize draws again, it does not measure again.
+        const QStringList texts = graph.printedTexts();
+        bench.setMeasuredIndex(7.0);
+        form<Errors>().resize(700, 540);
+        QCoreApplication::processEvents();
+        QVERIFY(graph.printedTexts() == texts && errors.segmentsDrawn() == 66 && bench.measuredIndex() == 7.0);
     }
 
-    void perfectSetUpIsFlat() {
+    // A perfect set-up is flat; a click, and opening it again from the
+    // bench, draw anew from the bench as it is now.
+    void drawsAgainFromTheBench() {
         ScreenTestScope scope;
-        Hmiky& bench = openBench();
+        form<Diathlasimeleti>().Command1_Click();
+        Hmiky& bench = form<Hmiky>();
         bench.moredens_Click();  // centred block, ray through the centre
         bench.Optimize_Click();
         Errors& errors = form<Errors>();
+        const Canvas& graph = errors.drawing();
+        QCoreApplication::processEvents();
         for (const MeanErrorPoint& p : errors.curve().points) QVERIFY(std::fabs(p.errorPercent) < 1e-9);
-        // Nothing above the axis where an error would show.
-        for (double r = 20; r <= 140; r += 10) QCOMPARE(errors.canvas->pixelAt(r, 6), QColor(Qt::white));
-        QVERIFY(dark(errors.canvas->pixelAt(80, 0)));
-    }
+        for (double r = 20; r <= 140; r += 10) QCOMPARE(graph.pixelAt(r, 6), QColor(Qt::white));
+        QVERIFY(dark(graph.pixelAt(80, 0)));
 
-    void clickDrawsAgainFromTheBench() {
-        ScreenTestScope scope;
-        Hmiky& bench = openBench();
-        bench.moredens_Click();
-        bench.Optimize_Click();
-        Errors& errors = form<Errors>();
-        QCoreApplication::processEvents();
-        QVERIFY(errors.canvas->printedTexts().contains(QStringLiteral("xc= 0.00")));
-
-        bench.xcoor->setValue(10);
-        bench.Indexn->setValue(20);
-        QCOMPARE(module1().angleWithY, 0.0);  // the bench works in degrees again
-        QTest::mouseClick(errors.canvas, Qt::LeftButton, {}, QPoint(40, 40));
-        const QStringList texts = errors.canvas->printedTexts();
-        QVERIFY(texts.contains(QStringLiteral("xc= 2.00")));
-        QVERIFY(texts.contains(QStringLiteral("n= 2.00")));
+        bench.findChild<QScrollBar*>("xcoor")->setValue(10);
+        bench.findChild<QScrollBar*>("Indexn")->setValue(20);
+        QTest::mouseClick(errors.findChild<Canvas*>("meanErrorGraph"), Qt::LeftButton, {}, QPoint(40, 40));
+        QVERIFY(graph.printedTexts().contains("xc= 2.00") && graph.printedTexts().contains("n= 2.00"));
         QVERIFY(errors.curve().points.back().errorPercent > 0.0);
-
-        // Opening it again from the bench also draws the bench as it is now.
-        bench.xcoor->setValue(0);
+        bench.findChild<QScrollBar*>("xcoor")->setValue(0);
         bench.Optimize_Click();
-        QVERIFY(errors.canvas->printedTexts().contains(QStringLiteral("xc= 0.00")));
-    }
-
-    void resizingKeepsTheGraph() {
-        ScreenTestScope scope;
-        Hmiky& bench = openBench();
-        bench.moredens_Click();
-        bench.xcoor->setValue(20);
-        bench.Optimize_Click();
-        Errors& errors = form<Errors>();
-        const QStringList texts = errors.canvas->printedTexts();
-        const SharedState before = module1();
-        errors.resize(700, 540);
-        QCoreApplication::processEvents();
-        QCOMPARE(errors.canvas->printedTexts(), texts);
-        QCOMPARE(errors.segmentsDrawn(), 66);
-        // A resize draws, it does not measure again.
-        QCOMPARE(module1().semicircleRadius, before.semicircleRadius);
-        QCOMPARE(module1().measuredIndex, before.measuredIndex);
+        QVERIFY(graph.printedTexts().contains(QStringLiteral("xc= 0.00")));
     }
 };
 

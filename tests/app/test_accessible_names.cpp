@@ -140,21 +140,23 @@ private slots:
         // Bars say their value as the labels show it; drawings say what
         // they show before what they printed.
         Hmiky& bench = form<Hmiky>();
-        bench.xcoor->setValue(2);
-        QCOMPARE(bench.xcoor->accessibleDescription(), QStringLiteral("xc = 0.40"));
-        QCOMPARE(bench.Indexn->accessibleDescription(), QStringLiteral("n = 1.50"));
-        bench.xcoor->setValue(0);
+        auto* xcoor = bench.findChild<QScrollBar*>("xcoor");
+        xcoor->setValue(2);
+        QCOMPARE(xcoor->accessibleDescription(), QStringLiteral("xc = 0.40"));
+        QCOMPARE(bench.findChild<QScrollBar*>("Indexn")->accessibleDescription(), QStringLiteral("n = 1.50"));
+        xcoor->setValue(0);
         bench.moredens_Click();
         bench.Command4_Click();  // rays for 0° to 90°
-        const QString rays = QAccessible::queryAccessibleInterface(bench.canvas)->text(QAccessible::Description);
+        auto* benchCanvas = bench.findChild<Canvas*>("bench");
+        const QString rays = QAccessible::queryAccessibleInterface(benchCanvas)->text(QAccessible::Description);
         QVERIFY2(rays.startsWith(QLatin1String("Semicircle of radius")) && rays.contains(QLatin1String("Ray 1: incidence")) &&
-                     rays.contains(QLatin1String("More rays")) && rays.contains(bench.canvas->printedTexts().last()),
+                     rays.contains(QLatin1String("More rays")) && rays.contains(benchCanvas->printedTexts().last()),
                  qPrintable(rays));
         const QString sine = QAccessible::queryAccessibleInterface(form<Analysis>().canvas())->text(QAccessible::Description);
         QVERIFY2(sine.startsWith(QLatin1String("Graph: ")) && sine.contains(QLatin1String("8 points of PTOLEMY")) &&
                      sine.contains(QLatin1String("Fitted line")) && sine.contains(QLatin1String("1.519")),
                  qPrintable(sine));
-        QCOMPARE(QAccessible::queryAccessibleInterface(bench.canvas)->role(), QAccessible::Canvas);
+        QCOMPARE(QAccessible::queryAccessibleInterface(benchCanvas)->role(), QAccessible::Canvas);
         const QString menuPicture = said(form<Diathlasimeleti>().findChild<Canvas*>(QStringLiteral("illustration")));
         QVERIFY2(menuPicture.contains(QStringLiteral("refraction ") +
                                       deg(std::asin(std::sin(50.0 * M_PI / 180.0) / 1.5) * 180.0 / M_PI)),
@@ -300,7 +302,7 @@ private slots:
         form<Diathlasimeleti>().Command1_Click();
         Hmiky& bench = form<Hmiky>();
         bench.moredens_Click();
-        bench.hvalue->setValue(25);
+        bench.findChild<QScrollBar*>("hvalue")->setValue(25);
         bench.Optimize_Click();
         const Errors& errors = form<Errors>();
         const auto& points = errors.curve().points;
@@ -308,7 +310,7 @@ private slots:
             return a.errorPercent < b.errorPercent;
         });
         QVERIFY(least != points.end());
-        const QString text = said(errors.canvas);
+        const QString text = said(&errors.drawing());
         QVERIFY2(text.startsWith(QLatin1String("Graph: mean error")) &&
                      text.contains(QStringLiteral("Least %1 % at radius %2").arg(fmt(least->errorPercent, "0.00"),
                                                                                  fmt(least->radius, "0"))),

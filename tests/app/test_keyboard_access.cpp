@@ -74,7 +74,7 @@ private slots:
         form<Diathlasimeleti>().Command1_Click();
         Hmiky& bench = form<Hmiky>();
         QVERIFY(active(bench));
-        QList<QWidget*> controls{bench.canvas};
+        QList<QWidget*> controls{bench.findChild<Canvas*>("bench")};
         controls << bench.findChildren<QScrollBar*>().first() << bench.findChildren<QAbstractButton*>().first();
         for (QWidget* w : controls) {
             const auto framed = [w] {
@@ -217,23 +217,24 @@ private slots:
         Hmiky& bench = form<Hmiky>();
         QVERIFY(active(bench));
         bench.moredens_Click();  // a direction, so that a pressed point aims a ray
-        bench.canvas->setFocus();
+        Canvas* canvas = bench.findChild<Canvas*>("bench");
+        canvas->setFocus();
         const double x0 = bench.markStartX, y0 = bench.markStartY;
-        for (int k = 0; k < 6; ++k) QTest::keyClick(bench.canvas, Qt::Key_Left, Qt::ShiftModifier);
-        QTest::keyClick(bench.canvas, Qt::Key_Up);
+        for (int k = 0; k < 6; ++k) QTest::keyClick(canvas, Qt::Key_Left, Qt::ShiftModifier);
+        QTest::keyClick(canvas, Qt::Key_Up);
         QCOMPARE(QPointF(bench.markStartX, bench.markStartY), QPointF(x0 - 150, y0 + 5));
-        const QString byKeys = bench.canvas->summary();
+        const QString byKeys = canvas->summary();
         QVERIFY2(byKeys.contains(QLatin1String("Ray 1: incidence")), qPrintable(byKeys));
         bench.Form_MouseDown(x0 - 150, y0 + 5);
-        QCOMPARE(bench.canvas->summary(), byKeys);  // the same picture as a press there
+        QCOMPARE(canvas->summary(), byKeys);  // the same picture as a press there
 
-        const int before = bench.canvas->recordedOperations();
-        QTest::keyClick(bench.canvas, Qt::Key_Return);
-        QVERIFY(bench.canvas->recordedOperations() > before);  // the marks of the release
-        QCOMPARE(bench.canvas->summary(), byKeys);
+        const int before = canvas->recordedOperations();
+        QTest::keyClick(canvas, Qt::Key_Return);
+        QVERIFY(canvas->recordedOperations() > before);  // the marks of the release
+        QCOMPARE(canvas->summary(), byKeys);
         // The point stays on the bench however long the key is held.
-        for (int k = 0; k < 40; ++k) QTest::keyClick(bench.canvas, Qt::Key_Right, Qt::ShiftModifier);
-        QCOMPARE(double(bench.markStartX), bench.canvas->scaleLeft() + bench.canvas->scaleWidth());
+        for (int k = 0; k < 40; ++k) QTest::keyClick(canvas, Qt::Key_Right, Qt::ShiftModifier);
+        QCOMPARE(double(bench.markStartX), canvas->scaleLeft() + canvas->scaleWidth());
         // Other keys go on to the window (Ctrl+arrows, letters).
         QVERIFY(!bench.benchKey(Qt::Key_Left, Qt::ControlModifier) && !bench.benchKey(Qt::Key_A, Qt::NoModifier));
     }

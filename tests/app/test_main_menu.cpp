@@ -12,6 +12,7 @@
 #include "core/shared_state.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
+#include "semicircle/bench_state.h"
 #include "test_support.h"
 
 namespace {
@@ -38,15 +39,13 @@ private slots:
     void startUpSetsSharedValues() {
         ScreenTestScope scope;
         module1() = SharedState{};
-        module1().xc = 7;
+        const BenchState& bench = sharedState<BenchState>();
+        sharedState<BenchState>().setXc(7);
         module1().speedRatio = 3;
         Main();
         QCOMPARE(module1().speedRatio, 1.0);
-        QCOMPARE(module1().angleWithY, 0.0);
-        QCOMPARE(module1().xc, 0.0);
-        QCOMPARE(module1().yc, 0.0);
-        QCOMPARE(module1().rayHeight, 0.0);
-        QCOMPARE(module1().indexN, 1.5);
+        QVERIFY(bench.angleWithY() == 0.0 && bench.xc() == 0.0 && bench.yc() == 0.0 && bench.rayHeight() == 0.0);
+        QCOMPARE(bench.indexN(), 1.5);
     }
 
     void startUpLayoutAndCaptions() {

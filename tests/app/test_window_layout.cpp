@@ -376,7 +376,7 @@ private slots:
         bench.resize(8000, 8000);
         QVERIFY(bench.width() <= all.width());
         QVERIFY(bench.height() <= all.height());
-        QVERIFY(bench.canvas->width() <= all.width());
+        QVERIFY(bench.drawing().width() <= all.width());
     }
 
     // Every historical table on both graphs, at the size the graph windows

@@ -1,5 +1,8 @@
 #include <QtTest>
 
+#include <QLineEdit>
+#include <QTableWidget>
+
 #include <cmath>
 
 #include "ui/forms.h"
@@ -7,6 +10,7 @@
 #include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
+#include "semicircle/bench_state.h"
 #include "semicircle/hmiky_screen.h"
 #include "semicircle/list_of_data_screen.h"
 #include "test_support.h"
@@ -19,14 +23,22 @@ Hmiky& openBench() {
 }
 
 ListOfData& openList(Hmiky& bench) {
-    bench.listOfData->click();
+    bench.findChild<QPushButton*>("listOfData")->click();
     return form<ListOfData>();
 }
 
+const QTableWidget& table(const ListOfData& list) { return *list.findChild<QTableWidget*>("List1"); }
+QString label(const ListOfData& list) { return list.findChild<QLabel*>("Label1")->text(); }
+
 QStringList column(const ListOfData& list, int c) {
     QStringList cells;
-    for (int row = 0; row < list.List1->rowCount(); ++row) cells << list.List1->item(row, c)->text();
+    for (int row = 0; row < table(list).rowCount(); ++row) cells << table(list).item(row, c)->text();
     return cells;
+}
+
+// The data screen's typed pair in a row.
+QLineEdit* typed(const Inpdat& data, const char* column, int row) {
+    return data.findChild<QLineEdit*>(QStringLiteral("%1_%2").arg(QLatin1String(column)).arg(row));
 }
 
 }  // namespace
@@ -35,42 +47,42 @@ class TestListOfData : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase() { installFontSubstitutions(); }
-    void init() {
-        module1() = SharedState{};
-        module1().pi = 4.0 * std::atan(1.0);
-    }
 
     // The list follows the bench: a sweep, then the typed angles since the
-    // last erase, then nothing after an erase.
+    // last erase, then nothing after an erase. Back and the main menu hide it.
     void listsTheBenchsLastSeries() {
         ScreenTestScope scope;
         Hmiky& bench = openBench();
         bench.moredens_Click();  // flat face towards the light
         bench.Command4_Click();
         ListOfData& list = openList(bench);
-        QVERIFY(list.isVisible());
+        QVERIFY(list.isVisible() && label(list).startsWith("RAYS FOR incidence"));
         QCOMPARE(column(list, ListOfData::IncidenceColumn),
                  (QStringList{"0.6", "10.0", "20.0", "30.0", "40.0", "50.0", "60.0", "70.0", "80.0"}));
         QCOMPARE(column(list, ListOfData::RefractionColumn)[3], QStringLiteral("19.47"));
-        QVERIFY(list.Label1->text().startsWith("RAYS FOR incidence"));
         // The expected angles only when asked for; a centred block agrees.
-        QVERIFY(list.List1->isColumnHidden(ListOfData::ExpectedColumn));
-        list.Command1->click();
-        QVERIFY(!list.List1->isColumnHidden(ListOfData::ExpectedColumn));
+        QVERIFY(table(list).isColumnHidden(ListOfData::ExpectedColumn));
+        list.Command1_Click();
+        QVERIFY(!table(list).isColumnHidden(ListOfData::ExpectedColumn));
         QCOMPARE(column(list, ListOfData::ExpectedColumn), column(list, ListOfData::RefractionColumn));
 
         // Typed angles replace the sweep in the open list, one by one.
-        bench.Indexn->setValue(20);
+        bench.findChild<QScrollBar*>("Indexn")->setValue(20);
         scope.dialogs().answers = {"30", "-45"};
         bench.Command1_Click();
         bench.Command1_Click();
         QCOMPARE(column(list, ListOfData::IncidenceColumn), (QStringList{"30.0", "45.0"}));
         QCOMPARE(column(list, ListOfData::RefractionColumn), (QStringList{"14.48", "20.70"}));
-        QVERIFY(list.Label1->text().startsWith("GIVEN INCIDENCE ANGLES") && list.Label2->text().startsWith("n = 2.00"));
+        QVERIFY(label(list).startsWith("GIVEN INCIDENCE ANGLES") &&
+                list.findChild<QLabel*>("Label2")->text().startsWith("n = 2.00"));
 
         bench.Command2_Click();  // erase
-        QCOMPARE(list.List1->rowCount(), 0);
-        QVERIFY(list.Label1->text().startsWith("No measurements yet"));
+        QVERIFY(table(list).rowCount() == 0 && label(list).startsWith("No measurements yet"));
+        bench.Command3_Click();
+        QVERIFY(!list.isVisible() && form<Diathlasimeleti>().isVisible());
+        openList(openBench());
+        form<Diathlasimeleti>().Command2_Click();  // to the data screen
+        QVERIFY(!list.isVisible());
     }
 
     // The transfer makes the bench's pairs the pupil's typed data, and the
@@ -78,23 +90,25 @@ private slots:
     void transferFillsTheGridForTheAnalysis() {
         ScreenTestScope scope;
         Inpdat& data = form<Inpdat>();
-        data.Text1[12]->setText("77");
-        data.Refr[12]->setText("33");
+        typed(data, "Text1", 12)->setText("77");
+        typed(data, "Refr", 12)->setText("33");
         data.Ptolemy_Click();  // a historical table is on the screen
         data.hide();
 
         Hmiky& bench = openBench();
         bench.Raref_Click();  // curved face first: glass into air at the flat face
         bench.Command4_Click();
-        const double benchIndex = module1().measuredIndex;
+        const double benchIndex = sharedState<BenchState>().measuredIndex();
         ListOfData& list = openList(bench);
         QCOMPARE(column(list, ListOfData::RefractionColumn).count("total reflection  ολική ανάκλαση"), 4);
-        list.Command2->click();
+        list.Command2_Click();
 
-        QVERIFY(data.isVisible() && !data.historicalDataFlag && data.List1->isHidden() && !data.Ptolemy->isChecked());
-        QVERIFY(data.Text1[0]->text() == "0.6" && data.Text1[4]->text() == "40.0" && data.Refr[3]->text() == "48.59");
+        QVERIFY(data.isVisible() && !data.historicalDataFlag && data.findChild<QWidget*>("List1")->isHidden() &&
+                !data.findChild<QAction*>("Ptolemy")->isChecked());
+        QVERIFY(typed(data, "Text1", 0)->text() == "0.6" && typed(data, "Text1", 4)->text() == "40.0" &&
+                typed(data, "Refr", 3)->text() == "48.59");
         for (int k = 5; k < Inpdat::kRows; ++k)  // row 12 held a pair before
-            QVERIFY(data.Text1[k]->text().isEmpty() && data.Refr[k]->text().isEmpty());
+            QVERIFY(typed(data, "Text1", k)->text().isEmpty() && typed(data, "Refr", k)->text().isEmpty());
         data.Command1_Click();
         QVERIFY(scope.dialogs().messages.isEmpty());
         QVERIFY(std::fabs(benchIndex - 1.0 / 1.5) < 1e-9 && std::fabs(module1().dataIndex - benchIndex) < 2e-3);
@@ -105,39 +119,26 @@ private slots:
     void transferLimits() {
         ScreenTestScope scope;
         Inpdat& data = form<Inpdat>();
-        data.Text1[0]->setText("5");
-        data.Refr[0]->setText("3");
+        typed(data, "Text1", 0)->setText("5");
+        typed(data, "Refr", 0)->setText("3");
         Hmiky& bench = openBench();
         bench.Raref_Click();
         scope.dialogs().answers = {"60", "75"};  // beyond the critical angle of n = 1.5
         bench.Command1_Click();
         bench.Command1_Click();
         ListOfData& list = openList(bench);
-        list.Command2->click();
+        list.Command2_Click();
         QCOMPARE(scope.dialogs().messages.size(), 1);
-        QVERIFY(data.Text1[0]->text() == "5" && data.Refr[0]->text() == "3" && !data.isVisible());
+        QVERIFY(typed(data, "Text1", 0)->text() == "5" && typed(data, "Refr", 0)->text() == "3" && !data.isVisible());
 
         bench.moredens_Click();
         for (int k = 1; k <= 16; ++k) scope.dialogs().answers.push_back(QString::number(k * 5));
         for (int k = 1; k <= 16; ++k) bench.Command1_Click();
-        QCOMPARE(list.List1->rowCount(), 18);  // the two reflected rays stay listed
-        list.Command2->click();
-        QVERIFY(data.Text1[0]->text() == "5.0" && data.Text1[13]->text() == "70.0");
+        QCOMPARE(table(list).rowCount(), 18);  // the two reflected rays stay listed
+        list.Command2_Click();
+        QVERIFY(typed(data, "Text1", 0)->text() == "5.0" && typed(data, "Text1", 13)->text() == "70.0");
         QCOMPARE(scope.dialogs().messages.size(), 2);
         QVERIFY(scope.dialogs().messages.last().contains("14") && scope.dialogs().messages.last().contains("2 were"));
-    }
-
-    void backAndTheMainMenuHideTheList() {
-        ScreenTestScope scope;
-        Hmiky& bench = openBench();
-        ListOfData& list = openList(bench);
-        QVERIFY(list.isVisible());
-        bench.Command3_Click();
-        QVERIFY(!list.isVisible() && form<Diathlasimeleti>().isVisible());
-
-        openList(openBench());
-        form<Diathlasimeleti>().Command2_Click();  // to the data screen
-        QVERIFY(!list.isVisible());
     }
 };
 

@@ -42,7 +42,7 @@ const std::vector<std::function<QWidget&()>>& screenOpeners() {
         [] () -> QWidget& { Main(); return form<Diathlasimeleti>(); },
         [] () -> QWidget& { form<Diathlasimeleti>().Command1_Click(); return form<Hmiky>(); },
         [] () -> QWidget& { form<Hmiky>().listOfData_Click(); return form<ListOfData>(); },
-        [] () -> QWidget& { form<Hmiky>().Optimize->trigger(); return form<Errors>(); },
+        [] () -> QWidget& { form<Hmiky>().findChild<QAction*>("Optimize")->trigger(); return form<Errors>(); },
         [] () -> QWidget& { openDataScreen(); return form<Inpdat>(); },
         [] () -> QWidget& { form<Inpdat>().Ptolemy_Click(); return form<Incref>(); },
         [] () -> QWidget& { return form<Analysis>(); },

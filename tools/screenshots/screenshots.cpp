@@ -84,13 +84,13 @@ int main(int argc, char** argv) {
     // The bench: rays for every incidence angle through the glass block.
     menu.Command1_Click();
     auto& bench = form<Hmiky>();
-    bench.moredens->trigger();
+    bench.findChild<QAction*>("moredens")->trigger();
     bench.Command4_Click();
     shoot(bench, "bench", QSize(760, 760));
     bench.listOfData_Click();
     shoot(form<ListOfData>(), "list_of_data", QSize(620, 560));
-    bench.hvalue->setValue(50);  // a ray off the centre, so that the error has a minimum
-    bench.Optimize->trigger();
+    bench.findChild<QScrollBar*>("hvalue")->setValue(50);  // a ray off the centre, so that the error has a minimum
+    bench.findChild<QAction*>("Optimize")->trigger();
     shoot(form<Errors>(), "mean_error");
 
     // Ptolemy's glass table with Kepler's law over it.
