@@ -21,7 +21,6 @@
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "ui/program_exit.h"
-#include "core/shared_state.h"
 #include "canvas/fonts.h"
 
 namespace {
