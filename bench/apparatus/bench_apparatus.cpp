@@ -5,19 +5,22 @@
 #include "../screen_bench_main.h"
 
 #include <QApplication>
+#include <QRadioButton>
+#include <QScrollBar>
 
 #include <chrono>
 #include <cmath>
 #include <memory>
 
+#include "app/routes.h"
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/apparatus_openers.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolkam_screen.h"
+#include "canvas/canvas.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "ui/program_exit.h"
-#include "core/shared_state.h"
 #include "canvas/fonts.h"
 
 namespace {
@@ -36,6 +39,9 @@ double clsMicroseconds(Canvas& canvas) {
     const std::chrono::duration<double, std::micro> spent = std::chrono::steady_clock::now() - start;
     return spent.count() / kRuns;
 }
+
+// The screen's one drawing, cleared bare for the comparison.
+Canvas& drawingOf(QWidget& screen) { return *screen.findChild<Canvas*>(); }
 
 template <typename Change>
 void redrawAgainstCls(benchmark::State& state, Canvas& canvas, Change change) {
@@ -73,15 +79,17 @@ Alhazencheck& check() {
 
 void BM_PtolemyPositionInAir(benchmark::State& state) {
     Ptolemaios& p = ptolemy();
-    redrawAgainstCls(state, *p.canvas, [&p](int step) { p.metatopisipar->setValue(step % 2 == 0 ? 130 : 140); });
+    QScrollBar* inAir = p.findChild<QScrollBar*>(QStringLiteral("metatopisipar"));
+    redrawAgainstCls(state, drawingOf(p), [inAir](int step) { inAir->setValue(step % 2 == 0 ? 130 : 140); });
 }
 BENCHMARK(BM_PtolemyPositionInAir)->Unit(benchmark::kMicrosecond);
 
 // 88° drawn from scratch: the guard lowers it to 47° and the bar shows it.
 void BM_PtolemyGuardFrom88(benchmark::State& state) {
     Ptolemaios& p = ptolemy();
-    redrawAgainstCls(state, *p.canvas, [&p](int) { p.goniaprosptosis->setValue(88); });
-    p.goniaprosptosis->setValue(30);
+    QScrollBar* inWater = p.findChild<QScrollBar*>(QStringLiteral("goniaprosptosis"));
+    redrawAgainstCls(state, drawingOf(p), [inWater](int) { inWater->setValue(88); });
+    inWater->setValue(30);
 }
 BENCHMARK(BM_PtolemyGuardFrom88)->Unit(benchmark::kMicrosecond);
 
@@ -89,15 +97,17 @@ void BM_AlHaythamIncidence(benchmark::State& state) {
     openAlHaythamInstrument();
     Xaithamos& x = form<Xaithamos>();
     x.resize(760, 700);
-    x.Option2->click();
+    x.findChild<QRadioButton*>(QStringLiteral("Option2"))->click();
     QCoreApplication::processEvents();
-    redrawAgainstCls(state, *x.canvas, [&x](int step) { x.strefo->setValue(step % 2 == 0 ? 40 : 41); });
+    QScrollBar* incidence = x.findChild<QScrollBar*>(QStringLiteral("strefo"));
+    redrawAgainstCls(state, drawingOf(x), [incidence](int step) { incidence->setValue(step % 2 == 0 ? 40 : 41); });
 }
 BENCHMARK(BM_AlHaythamIncidence)->Unit(benchmark::kMicrosecond);
 
 void BM_AlHaythamCheckIndex(benchmark::State& state) {
     Alhazencheck& c = check();
-    redrawAgainstCls(state, *c.canvas, [&c](int step) { c.timidikti->setValue(step % 2 == 0 ? 133 : 134); });
+    QScrollBar* index = c.findChild<QScrollBar*>(QStringLiteral("timidikti"));
+    redrawAgainstCls(state, drawingOf(c), [index](int step) { index->setValue(step % 2 == 0 ? 133 : 134); });
 }
 BENCHMARK(BM_AlHaythamCheckIndex)->Unit(benchmark::kMicrosecond);
 
@@ -105,7 +115,8 @@ BENCHMARK(BM_AlHaythamCheckIndex)->Unit(benchmark::kMicrosecond);
 // printed again on the graph screen at every change.
 void BM_AlHaythamCheckRulesReprinted(benchmark::State& state) {
     Alhazencheck& c = check();
-    redrawAgainstCls(state, *c.canvas, [&c](int step) { c.timidikti->setValue(step % 2 == 0 ? 200 : 199); });
+    QScrollBar* index = c.findChild<QScrollBar*>(QStringLiteral("timidikti"));
+    redrawAgainstCls(state, drawingOf(c), [index](int step) { index->setValue(step % 2 == 0 ? 200 : 199); });
 }
 BENCHMARK(BM_AlHaythamCheckRulesReprinted)->Unit(benchmark::kMicrosecond);
 
@@ -114,7 +125,7 @@ void BM_PtolemyFittingSet(benchmark::State& state) {
     Ptolkam& k = form<Ptolkam>();
     k.resize(1000, 760);
     QCoreApplication::processEvents();
-    redrawAgainstCls(state, *k.canvas, [&k](int step) {
+    redrawAgainstCls(state, drawingOf(k), [&k](int step) {
         if (step % 2 == 0) k.Option1_Click();
         else k.Option2_Click();
     });
@@ -124,10 +135,13 @@ BENCHMARK(BM_PtolemyFittingSet)->Unit(benchmark::kMicrosecond);
 void BM_PtolemyFittingOtherStart(benchmark::State& state) {
     openPtolemyDataFitting();
     Ptolkam& k = form<Ptolkam>();
-    redrawAgainstCls(state, *k.canvas, [&k](int) { k.Enallagi_Click(); });
+    redrawAgainstCls(state, drawingOf(k), [&k](int) { k.Enallagi_Click(); });
 }
 BENCHMARK(BM_PtolemyFittingOtherStart)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 
-int main(int argc, char** argv) { return runScreenBenchmarks(argc, argv, std::make_unique<ScriptedAnswer>()); }
+int main(int argc, char** argv) {
+    connectRoutes();  // the instruments open over the data screen
+    return runScreenBenchmarks(argc, argv, std::make_unique<ScriptedAnswer>());
+}

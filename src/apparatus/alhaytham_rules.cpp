@@ -6,12 +6,11 @@
 namespace alhaytham {
 
 namespace {
-using physics::kPi;
 
 std::optional<double> refractionAt(double incidence, double n) {
     const double x = std::sin(incidence) / n;
     if (!std::isfinite(x) || x >= 1.0 || x <= -1.0) return std::nullopt;
-    return std::atan(x / std::sqrt(1.0 - x * x));
+    return physics::arcSine(x);
 }
 }  // namespace
 
@@ -22,8 +21,8 @@ std::vector<CheckStep> checkSteps(double n) {
     for (int i = 1; i <= 90; ++i) {
         CheckStep s{};
         s.incidenceDegrees = i;
-        s.i1 = i * kPi / 180.0;
-        s.i2 = (i + 1) * kPi / 180.0;
+        s.i1 = physics::radians(i);
+        s.i2 = physics::radians(i + 1);
         const std::optional<double> r1 = refractionAt(s.i1, n);
         const std::optional<double> r2 = refractionAt(s.i2, n);
         if (!r1 || !r2) continue;
@@ -54,8 +53,7 @@ int RuleFlags::take(const CheckStep& step) {
 }
 
 double refractionInWaterDegrees(double incidenceDegrees) {
-    const double r = std::asin(std::sin(incidenceDegrees * kPi / 180.0) / kWaterIndex);
-    return r * 180.0 / kPi;
+    return physics::degrees(std::asin(std::sin(physics::radians(incidenceDegrees)) / kWaterIndex));
 }
 
 }  // namespace alhaytham

@@ -1,12 +1,13 @@
 #pragma once
-#include <QLabel>
-#include <QRadioButton>
-#include <QScrollBar>
 #include <QWidget>
 
 #include "apparatus/alhaytham_rules.h"
-#include "canvas/canvas.h"
-#include "ui/caption_button.h"
+
+class Canvas;
+class CaptionButton;
+class QLabel;
+class QRadioButton;
+class QScrollBar;
 
 // "xaithamos": Al Haytham's instrument. A beam of light enters water on a
 // graduated disc; a ruler laid along the refracted beam carries a stylus
@@ -16,15 +17,6 @@ class Xaithamos : public QWidget {
 public:
     Xaithamos();
 
-    Canvas* canvas;
-    QScrollBar* strefo;    // angle of incidence, whole degrees
-    QScrollBar* timiepi;   // stylus along the ruler, tenths of the radius
-    QRadioButton* Option1;  // ruler hidden
-    QRadioButton* Option2;  // ruler shown
-    CaptionButton* svise;  // on to the rules and their check
-    QLabel* Label1;
-    QLabel* Label2;
-
     void Form_Load();
     void strefo_Change();
     void timiepi_Change();
@@ -33,6 +25,24 @@ public:
     void svise_Click();
 
     void DrawAlHaythamApparatus();
+    const Canvas& drawing() const { return *instrument_; }
+
+private:
+    void createControls();
+    void layOut();
+    void connectControls();
+    void drawWaterAndDisc();
+    void drawRulerAndStylus(double refraction);
+    void showStylusPosition();
+
+    Canvas* instrument_;
+    QScrollBar* strefo;     // angle of incidence, whole degrees
+    QScrollBar* timiepi;    // stylus along the ruler, tenths of the radius
+    QRadioButton* Option1;  // ruler hidden
+    QRadioButton* Option2;  // ruler shown
+    CaptionButton* svise;   // on to the rules and their check
+    QLabel* Label1;
+    QLabel* Label2;
 };
 
 // "alhazencheck": Al Haytham's rules against the law of refraction for the
@@ -44,12 +54,6 @@ class Alhazencheck : public QWidget {
 public:
     Alhazencheck();
 
-    Canvas* canvas;
-    QScrollBar* timidikti;  // index n in hundredths
-    QLabel* Label1;
-    CaptionButton* Command1;  // BACK TO HISTORICAL DATA
-    CaptionButton* Command2;  // END
-
     void Form_Load();
     void timidikti_Change();
     void Command1_Click();
@@ -58,13 +62,27 @@ public:
     // Draws the check graph for the index n and reprints the rules on the
     // graph screen when a rule's state has changed since they were printed.
     void CheckAlHaythamRules(double n);
+    // The same for the index the pupil has chosen.
+    void checkChosenIndex();
 
     const alhaytham::RuleFlags& flags() const { return flags_; }
     int rulePrintings() const { return rulePrintings_; }
     int segmentsDrawn() const { return segments_; }
+    const Canvas& drawing() const { return *checkGraph_; }
 
 private:
+    void createControls();
+    void layOut();
+    void prepareAxes();
+    void drawLegend(double n);
     void reprintRules();
+
+    Canvas* checkGraph_;
+    QScrollBar* timidikti;    // index n in hundredths
+    QLabel* Label1;
+    CaptionButton* Command1;  // BACK TO HISTORICAL DATA
+    CaptionButton* Command2;  // END
+
     alhaytham::RuleFlags flags_;
     int rulePrintings_ = 0;
     int segments_ = 0;
@@ -72,3 +90,6 @@ private:
 
 // The rules on the graph screen, from a clean page.
 void showAlHaythamRules(bool rule5Violated, bool rule6Violated);
+// The rules coloured as the last check left them (all black before any
+// check), without opening the check screen.
+void showAlHaythamRulesAsLastChecked();

@@ -1,4 +1,6 @@
 #include <QHBoxLayout>
+#include <QLabel>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include <cmath>
@@ -8,6 +10,8 @@
 #include "apparatus/alhaytham_texts.h"
 #include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
+#include "canvas/canvas.h"
+#include "ui/caption_button.h"
 #include "ui/forms.h"
 #include "ui/program_exit.h"
 #include "ui/scroll_bars.h"
@@ -24,9 +28,8 @@ const QColor kGreen(0, 255, 0);
 const QColor kCyan(0, 255, 255);
 const QColor kBlue(0, 0, 255);
 const QColor kMagenta(255, 0, 255);
-using physics::kPi;
 
-double deg(double radians) { return radians * 180.0 / kPi; }
+double deg(double radians) { return physics::degrees(radians); }
 
 void printAt(Canvas& canvas, double x, double y, const QString& text) {
     canvas.setCurrentX(x);
@@ -55,42 +58,21 @@ void showAlHaythamRules(bool rule5Violated, bool rule6Violated) {
                         .arg(state(rule5Violated, "red"), state(rule6Violated, "magenta")));
 }
 
+void showAlHaythamRulesAsLastChecked() {
+    const bool checked = Forms::instance().exists<Alhazencheck>();
+    const bool rule5 = checked && form<Alhazencheck>().flags().rule5Shown;
+    const bool rule6 = checked && form<Alhazencheck>().flags().rule6Shown;
+    showAlHaythamRules(rule5, rule6);
+}
+
 Alhazencheck::Alhazencheck() {
     setObjectName(QStringLiteral("alhazencheck"));
     setWindowTitle(QStringLiteral("CHECK AL HAYTHAM'S RULES "));
     setFont(programFont(QStringLiteral("Arial"), 9.0));
-
-    canvas = new Canvas;
-    canvas->setObjectName(QStringLiteral("checkGraph"));
-    canvas->setAccessibleName(QStringLiteral(
-        "Refraction, deviation and Al Haytham's bounds against incidence  Διάθλαση, απόκλιση και τα όρια του Al "
-        "Haytham ως προς την πρόσπτωση"));
-    canvas->setFontName(QStringLiteral("Arial"));
-    canvas->setFontSize(8.0);
-    timidikti = apparatus::makeScrollBar(Qt::Vertical, 10, 200, 20, 133, "timidikti",
-                                         QStringLiteral("Index of refraction n  Δείκτης διάθλασης n"));
-    Label1 = apparatus::makeLabel("Label1");
-    Command1 = new CaptionButton(QStringLiteral("BACK TO HISTORICAL DATA"));
-    Command1->setObjectName(QStringLiteral("Command1"));
-    Command2 = new CaptionButton(QStringLiteral("END"));
-    Command2->setObjectName(QStringLiteral("Command2"));
-    apparatus::fitCaptionHeight(Command1, 130);
-
-    auto* side = new QVBoxLayout;
-    side->addWidget(Label1);
-    side->addWidget(timidikti, 1, Qt::AlignHCenter);
-    side->addWidget(Command1);
-    side->addWidget(Command2);
-    auto* sidePanel = new QWidget;
-    sidePanel->setLayout(side);
-    sidePanel->setFixedWidth(140);
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(4, 4, 4, 4);
-    layout->addWidget(canvas, 1);
-    layout->addWidget(sidePanel);
+    createControls();
+    layOut();
 
     describeValue(*timidikti, [](int value) { return QStringLiteral("n = ") + fmt(value / 100.0, "0.00"); });
-
     setTabOrder(timidikti, Command1);
     setTabOrder(Command1, Command2);
     connect(timidikti, &QScrollBar::valueChanged, this, &Alhazencheck::timidikti_Change);
@@ -102,6 +84,39 @@ Alhazencheck::Alhazencheck() {
     Form_Load();
 }
 
+void Alhazencheck::createControls() {
+    checkGraph_ = new Canvas;
+    checkGraph_->setObjectName(QStringLiteral("checkGraph"));
+    checkGraph_->setAccessibleName(QStringLiteral(
+        "Refraction, deviation and Al Haytham's bounds against incidence  Διάθλαση, απόκλιση και τα όρια του Al "
+        "Haytham ως προς την πρόσπτωση"));
+    checkGraph_->setFontName(QStringLiteral("Arial"));
+    checkGraph_->setFontSize(8.0);
+    timidikti = apparatus::makeScrollBar(Qt::Vertical, 10, 200, 20, 133, "timidikti",
+                                         QStringLiteral("Index of refraction n  Δείκτης διάθλασης n"));
+    Label1 = apparatus::makeLabel("Label1");
+    Command1 = new CaptionButton(QStringLiteral("BACK TO HISTORICAL DATA"));
+    Command1->setObjectName(QStringLiteral("Command1"));
+    Command2 = new CaptionButton(QStringLiteral("END"));
+    Command2->setObjectName(QStringLiteral("Command2"));
+    apparatus::fitCaptionHeight(Command1, 130);
+}
+
+void Alhazencheck::layOut() {
+    auto* side = new QVBoxLayout;
+    side->addWidget(Label1);
+    side->addWidget(timidikti, 1, Qt::AlignHCenter);
+    side->addWidget(Command1);
+    side->addWidget(Command2);
+    auto* sidePanel = new QWidget;
+    sidePanel->setLayout(side);
+    sidePanel->setFixedWidth(140);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(checkGraph_, 1);
+    layout->addWidget(sidePanel);
+}
+
 void Alhazencheck::Form_Load() {
     apparatus::setLabel(Label1, QStringLiteral("n =") + fmt(timidikti->value() / 100.0, "0.00"));
 }
@@ -111,6 +126,8 @@ void Alhazencheck::timidikti_Change() {
     apparatus::setLabel(Label1, QStringLiteral("n =") + fmt(n, "0.00"));
     CheckAlHaythamRules(n);
 }
+
+void Alhazencheck::checkChosenIndex() { CheckAlHaythamRules(timidikti->value() / 100.0); }
 
 void Alhazencheck::Command1_Click() {
     hide();
@@ -124,10 +141,8 @@ void Alhazencheck::reprintRules() {
     showAlHaythamRules(flags_.rule5Violated, flags_.rule6Violated);
 }
 
-void Alhazencheck::CheckAlHaythamRules(double n) {
-    flags_.startDrawing();
-    segments_ = 0;
-    Canvas& c = *canvas;
+void Alhazencheck::prepareAxes() {
+    Canvas& c = *checkGraph_;
     c.cls();
     c.scale(-15, 100, 150, -10);  // room at the right for the legend's texts
     c.setForeColor(kBlack);
@@ -142,9 +157,33 @@ void Alhazencheck::CheckAlHaythamRules(double n) {
     c.setDrawStyle(DrawStyle::Dot);
     for (int x = 10; x <= 90; x += 10) c.line(x, 0, x, 90, kBlue);
     c.setDrawStyle(DrawStyle::Solid);
+}
+
+// The legend at the right. Its deviation and half-incidence lines keep their
+// own colours (green, cyan), not those of the curves.
+void Alhazencheck::drawLegend(double n) {
+    Canvas& c = *checkGraph_;
+    c.setDrawWidth(2);
+    c.line(90, 30, 100, 30, kRed);
+    printAt(c, 88, 34, QStringLiteral("REFRACTION διάθλασης"));
+    c.line(90, 23, 100, 23, kGreen);
+    printAt(c, 88, 27, QStringLiteral("DEVIATION απόκλισης"));
+    c.line(90, 16, 100, 16, kCyan);
+    printAt(c, 88, 20, QStringLiteral("INCIDENCE/2 πρόσπτωσης/2"));
+    c.line(90, 9, 100, 9, kMagenta);
+    printAt(c, 71, 13, QStringLiteral("(INCIDENCE + DEVIATION πρόσπτωσης+απόκλισης)/2"));
+    c.setDrawWidth(1);
+    printAt(c, 2, 97, QStringLiteral("n =") + fmt(n, "0.00"));
+}
+
+void Alhazencheck::CheckAlHaythamRules(double n) {
+    flags_.startDrawing();
+    segments_ = 0;
+    prepareAxes();
 
     // While a rule is broken the curves are drawn dotted, so that the
     // pupil sees where along the incidence it happens.
+    Canvas& c = *checkGraph_;
     c.setDrawWidth(2);
     const std::vector<alhaytham::CheckStep> steps = alhaytham::checkSteps(n);
     for (const alhaytham::CheckStep& s : steps) {
@@ -158,19 +197,6 @@ void Alhazencheck::CheckAlHaythamRules(double n) {
         ++segments_;
     }
     c.setDrawStyle(DrawStyle::Solid);
-
-    // The legend at the right. Its deviation and half-incidence lines keep
-    // their own colours (green, cyan), not those of the curves.
-    c.setDrawWidth(2);
-    c.line(90, 30, 100, 30, kRed);
-    printAt(c, 88, 34, QStringLiteral("REFRACTION διάθλασης"));
-    c.line(90, 23, 100, 23, kGreen);
-    printAt(c, 88, 27, QStringLiteral("DEVIATION απόκλισης"));
-    c.line(90, 16, 100, 16, kCyan);
-    printAt(c, 88, 20, QStringLiteral("INCIDENCE/2 πρόσπτωσης/2"));
-    c.line(90, 9, 100, 9, kMagenta);
-    printAt(c, 71, 13, QStringLiteral("(INCIDENCE + DEVIATION πρόσπτωσης+απόκλισης)/2"));
-    c.setDrawWidth(1);
-    printAt(c, 2, 97, QStringLiteral("n =") + fmt(n, "0.00"));
+    drawLegend(n);
     c.setSummary(apparatus::alHaythamCheckSummary(n, steps));
 }

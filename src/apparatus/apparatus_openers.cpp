@@ -40,11 +40,8 @@ void openAlHaythamInstrument() {
     instrument.DrawAlHaythamApparatus();
     // The rules stand on the graph screen while the pupil works the
     // instrument, coloured as the last check left them.
-    const bool checked = Forms::instance().exists<Alhazencheck>();
-    const bool rule5 = checked && form<Alhazencheck>().flags().rule5Shown;
-    const bool rule6 = checked && form<Alhazencheck>().flags().rule6Shown;
     showScreen(form<Incref>());
-    showAlHaythamRules(rule5, rule6);
+    showAlHaythamRulesAsLastChecked();
 }
 
 void openPtolemyDataFitting() {

@@ -2,6 +2,8 @@
 
 #include <QGridLayout>
 #include <QHideEvent>
+#include <QLabel>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -10,7 +12,8 @@
 
 #include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
-#include "apparatus/ptolemy_geometry.h"
+#include "canvas/canvas.h"
+#include "ui/caption_button.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "ui/scroll_bars.h"
@@ -69,32 +72,72 @@ void drawBand(Canvas& canvas, const Band& band, const QColor& fill, const QColor
 Emfanisi::Emfanisi() {
     setObjectName(QStringLiteral("EMFANISI"));
     setWindowTitle(QStringLiteral("SIGHT VIEW Τι βλέπει ο παρατηρητής"));
-    canvas = new Canvas;
-    canvas->setObjectName(QStringLiteral("sightView"));
-    canvas->setAccessibleName(
+    sightView_ = new Canvas;
+    sightView_->setObjectName(QStringLiteral("sightView"));
+    sightView_->setAccessibleName(
         QStringLiteral("The bodies as the observer sees them  Τα σώματα όπως τα βλέπει ο παρατηρητής"));
-    canvas->scale(kViewLeft, kViewTop, kViewRight, kViewBottom);
-    canvas->setFontName(QStringLiteral("TAHOMA"));
-    canvas->setFontSize(8.0);
+    sightView_->scale(kViewLeft, kViewTop, kViewRight, kViewBottom);
+    sightView_->setFontName(QStringLiteral("TAHOMA"));
+    sightView_->setFontSize(8.0);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(canvas);
+    layout->addWidget(sightView_);
     setMinimumSize(140, 260);
     resize(220, 560);
+}
+
+void Emfanisi::showSight(const std::optional<SightView>& sight) {
+    Canvas& view = *sightView_;
+    view.cls();
+    view.setForeColor(kBlack);
+    view.setDrawWidth(1);
+    view.setSummary(apparatus::ptolemySightSummary(sight));
+    if (!sight) return;
+    drawBand(view, sight->target, kTargetBand, kTargetOutline);
+    drawBand(view, sight->centralBody, kBodyBand, kCentralOutline);
+    view.setCurrentX(kViewLeft + 3.5);
+    const double bandsTop = std::max(sight->airBody.top, sight->centralBody.top);
+    view.setCurrentY(std::min(kViewTop - 1.0, bandsTop + 1.2 * view.textHeight()));
+    view.print(QStringLiteral("iN AIR Στόν αέρα"));
+    drawBand(view, sight->airBody, kBodyBand, kAirOutline);
+    view.line(-50, 0, 50, 0, kLineOfSight);
+    // A scale of degrees on both sides, so that the pupil can read how far
+    // the target is seen from the line of sight.
+    for (int d = -9; d <= 9; ++d) {
+        const double y = d * kViewUnitsPerDegree;
+        const double length = d % 5 == 0 ? 3.0 : 1.5;
+        view.line(kViewLeft, y, kViewLeft + length, y, kMarks);
+        view.line(kViewRight - length, y, kViewRight, y, kMarks);
+    }
+    // Beyond the view the target is not seen: say on which side to look.
+    if (sight->target.bottom >= kViewTop || sight->target.top <= kViewBottom) {
+        const bool above = sight->target.bottom >= kViewTop;
+        view.setForeColor(kTargetOutline);
+        view.setCurrentX(kViewLeft + 3.5);
+        view.setCurrentY(above ? kViewTop - 1.0 : kViewBottom + 1.0 + 2.0 * view.textHeight());
+        view.print(above ? QStringLiteral("Z ↑ higher  πιο πάνω") : QStringLiteral("Z ↓ lower  πιο κάτω"));
+        view.setForeColor(kBlack);
+    }
 }
 
 Ptolemaios::Ptolemaios() {
     setObjectName(QStringLiteral("ptolemaios"));
     setWindowTitle(QStringLiteral("PTOLEMY'S METHOD"));
     setFont(programFont(QStringLiteral("Tahoma"), 9.0));
+    createControls();
+    layOut();
+    describeBars();
+    connectControls();
+    setMinimumSize(360, 480);
+    resize(560, 760);
+}
 
-    canvas = new Canvas;
-    canvas->setObjectName(QStringLiteral("instrument"));
-    canvas->setAccessibleName(QStringLiteral("Ptolemy's instrument  Η συσκευή του Πτολεμαίου"));
-    canvas->scale(kLeft, kTop, kRight, kBottom);
-    canvas->setFontName(QStringLiteral("TAHOMA"));
-    auto* host = new apparatus::AspectHost(canvas, (kRight - kLeft) / (kTop - kBottom));
-
+void Ptolemaios::createControls() {
+    instrument_ = new Canvas;
+    instrument_->setObjectName(QStringLiteral("instrument"));
+    instrument_->setAccessibleName(QStringLiteral("Ptolemy's instrument  Η συσκευή του Πτολεμαίου"));
+    instrument_->scale(kLeft, kTop, kRight, kBottom);
+    instrument_->setFontName(QStringLiteral("TAHOMA"));
     goniaprosptosis = apparatus::makeScrollBar(Qt::Horizontal, kMinWaterAngle, kMaxWaterAngle, 5, 30,
                                                "goniaprosptosis",
                                                QStringLiteral("Angle in water  Γωνία στο νερό"));
@@ -107,7 +150,10 @@ Ptolemaios::Ptolemaios() {
     Label1 = apparatus::makeLabel("Label1");
     Label2 = apparatus::makeLabel("Label2");
     Label3 = apparatus::makeLabel("Label3");
+}
 
+void Ptolemaios::layOut() {
+    auto* host = new apparatus::AspectHost(instrument_, (kRight - kLeft) / (kTop - kBottom));
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(10);
     grid->addWidget(Label1, 0, 0);
@@ -124,8 +170,10 @@ Ptolemaios::Ptolemaios() {
     layout->setContentsMargins(6, 6, 6, 6);
     layout->addWidget(host, 1);
     layout->addLayout(grid);
+}
 
-    // A screen reader hears each bar's value as the screen shows it.
+// A screen reader hears each bar's value as the screen shows it.
+void Ptolemaios::describeBars() {
     describeValue(*goniaprosptosis, [](int value) {
         return QStringLiteral("angle in water = ") + fmt(guardWaterAngle(value).angle, "0") + QStringLiteral("°");
     });
@@ -136,7 +184,9 @@ Ptolemaios::Ptolemaios() {
                fmt(air + target / 2.0, "0.00") + QStringLiteral("°");
     });
     describeValue(*dgonia, [](int value) { return QStringLiteral("target's angle = ") + fmt(value / 2.0, "0.0") + "°"; });
+}
 
+void Ptolemaios::connectControls() {
     setTabOrder(goniaprosptosis, Command1);
     setTabOrder(Command1, metatopisipar);
     setTabOrder(metatopisipar, dgonia);
@@ -145,9 +195,6 @@ Ptolemaios::Ptolemaios() {
     connect(metatopisipar, &QScrollBar::valueChanged, this, &Ptolemaios::metatopisipar_Change);
     connect(dgonia, &QScrollBar::valueChanged, this, &Ptolemaios::dgonia_Change);
     connect(Command1, &QPushButton::clicked, this, &Ptolemaios::Command1_Click);
-
-    setMinimumSize(360, 480);
-    resize(560, 760);
 }
 
 void Ptolemaios::Form_Load() {
@@ -188,57 +235,53 @@ void Ptolemaios::drawDisc() {
     for (int i = 1; i <= 360; ++i) {
         const double a = radians(i);
         const double b = radians(i + 1);
-        canvas->line(kDiscRadius * std::cos(a), kDiscRadius * std::sin(a), kDiscRadius * std::cos(b),
-                     kDiscRadius * std::sin(b));
+        instrument_->line(kDiscRadius * std::cos(a), kDiscRadius * std::sin(a), kDiscRadius * std::cos(b),
+                          kDiscRadius * std::sin(b));
     }
 }
 
-void Ptolemaios::DrawPtolemyApparatus() {
+void Ptolemaios::showBesideTheSightView() {
     Emfanisi& view = form<Emfanisi>();
     if (!isVisible()) showScreen(*this);
     if (!view.isVisible()) {
         placeWindow(view, leastCoveringPlace(outerRect(view).size(), availableArea(this), {outerRect(*this)}));
         showOnScreen(view, false);
     }
+}
 
-    const double targetAngle = targetAngleOf(dgonia);
-    const GuardResult guard = guardWaterAngle(goniaprosptosis->value());
-    const int w = guard.angle;
-    if (guard.restarts > 0) apparatus::setLabel(Label1, kAngleInWater + fmt(w, "0") + "°");
-
-    canvas->cls();
-    canvas->setForeColor(kBlack);
-    canvas->setDrawWidth(1);
-    canvas->filledBox(-200, 0, 200, -200, kWater);
-    canvas->circle(0, 0, kBodySize / 2.0);
+void Ptolemaios::drawWaterAndDisc(double targetAngle) {
+    Canvas& c = *instrument_;
+    c.cls();
+    c.setForeColor(kBlack);
+    c.setDrawWidth(1);
+    c.filledBox(-200, 0, 200, -200, kWater);
+    c.circle(0, 0, kBodySize / 2.0);
     apparatus::setLabel(Label3, kTargetsAngle + fmt(targetAngle, "0.0") + "°");
     drawDisc();
-    canvas->line(-200, 0, 200, 0);
-    canvas->line(0, -200, 0, 200);
+    c.line(-200, 0, 200, 0);
+    c.line(0, -200, 0, 200);
+}
 
-    // The guard has made sure that every line of sight leaves the water.
-    const double expected = expectedAirAngle(w).value_or(0.0);
+// The ray from the target through the centre, its continuation in air, the
+// lines of sight past the edges of the central body, and the two bodies.
+void Ptolemaios::drawSightLinesAndBodies(int w, double expected, double air, double targetAngle) {
+    Canvas& c = *instrument_;
     const double zx = kDiscRadius * std::sin(radians(w));
     const double zy = -kDiscRadius * std::cos(radians(w));
-    canvas->line(zx, zy, 0, 0);
-    canvas->line(0, 0, -kDiscRadius * std::sin(radians(expected)), kDiscRadius * std::cos(radians(expected)));
-
-    // The lines of sight past the edges of the central body, and the bodies.
-    canvas->setForeColor(kSightLines);
+    c.line(zx, zy, 0, 0);
+    c.line(0, 0, -kDiscRadius * std::sin(radians(expected)), kDiscRadius * std::cos(radians(expected)));
+    c.setForeColor(kSightLines);
     for (double edge : {kBodySize, -kBodySize}) {
         if (const std::optional<SightLine> sight = PtolemySightLine(w, edge)) {
-            canvas->line(zx, zy, sight->surfaceX, 0);
-            canvas->lineTo(sight->endX, sight->endY);
+            c.line(zx, zy, sight->surfaceX, 0);
+            c.lineTo(sight->endX, sight->endY);
         }
     }
-    const double air = airBodyAngle(w, metatopisipar->value(), targetAngle);
-    drawBodyOnArc(*canvas, w - targetAngle / 2.0, w + targetAngle / 2.0, true, kTargetBand);
-    drawBodyOnArc(*canvas, air - targetAngle / 2.0, air + targetAngle / 2.0, false, kBodyBand);
+    drawBodyOnArc(c, w - targetAngle / 2.0, w + targetAngle / 2.0, true, kTargetBand);
+    drawBodyOnArc(c, air - targetAngle / 2.0, air + targetAngle / 2.0, false, kBodyBand);
+}
 
-    const std::optional<SightView> sight = sightView(w, air, targetAngle);
-    covered_ = sight && sight->covered;
-    airAngle_ = air;
-    expected_ = expected;
+void Ptolemaios::showBodyPosition(double air, double expected, double targetAngle) {
     const double low = air - targetAngle / 2.0;
     const double high = air + targetAngle / 2.0;
     if (covered_)
@@ -250,13 +293,31 @@ void Ptolemaios::DrawPtolemyApparatus() {
         apparatus::setLabel(Label2, QStringLiteral("BODY'S POSITION IN AIR θέση σώματος στον αέρα=") + fmt(low, "0.00") +
                                         "°-" + fmt(high, "0.00") + "°" + QStringLiteral("EXPECTED αναμενόμενη =") +
                                         fmt(expected, "0.0") + "°");
+}
 
-    drawSightView(w, air, targetAngle);
-    canvas->setForeColor(kBlack);
+void Ptolemaios::DrawPtolemyApparatus() {
+    showBesideTheSightView();
+    const double targetAngle = targetAngleOf(dgonia);
+    const GuardResult guard = guardWaterAngle(goniaprosptosis->value());
+    const int w = guard.angle;
+    if (guard.restarts > 0) apparatus::setLabel(Label1, kAngleInWater + fmt(w, "0") + "°");
+
+    drawWaterAndDisc(targetAngle);
+    // The guard has made sure that every line of sight leaves the water.
+    const double expected = expectedAirAngle(w).value_or(0.0);
+    const double air = airBodyAngle(w, metatopisipar->value(), targetAngle);
+    drawSightLinesAndBodies(w, expected, air, targetAngle);
+
+    const std::optional<SightView> sight = sightView(w, air, targetAngle);
+    covered_ = sight && sight->covered;
+    airAngle_ = air;
+    expected_ = expected;
+    showBodyPosition(air, expected, targetAngle);
+    form<Emfanisi>().showSight(sight);
+    instrument_->setForeColor(kBlack);
     drawDisc();  // the rim stays on top of the bodies
-    canvas->setSummary(apparatus::ptolemyInstrumentSummary(
+    instrument_->setSummary(apparatus::ptolemyInstrumentSummary(
         {goniaprosptosis->value(), w, expected, air, targetAngle, covered_}));
-    form<Emfanisi>().canvas->setSummary(apparatus::ptolemySightSummary(sight));
     // The body in air follows the angle in water and the target's size.
     refreshValueDescription(*metatopisipar);
 
@@ -273,38 +334,4 @@ void Ptolemaios::DrawPtolemyApparatus() {
         messageBox(QStringLiteral("ANGLE OF INCIDENCE 2 IN WATER γωνία πρόσπτωσης 2 στο νερό = ") +
                    fmt(guard.edgeTurnedBack->incidenceDegrees, "0.0") + QStringLiteral("  SIN ημιτονο = ") +
                    fmt(guard.edgeTurnedBack->sineTimesIndex, "0.0"));
-}
-
-void Ptolemaios::drawSightView(double waterAngle, double airAngle, double targetAngle) {
-    Canvas& view = *form<Emfanisi>().canvas;
-    view.cls();
-    view.setForeColor(kBlack);
-    view.setDrawWidth(1);
-    const std::optional<SightView> sight = sightView(waterAngle, airAngle, targetAngle);
-    if (!sight) return;
-    drawBand(view, sight->target, kTargetBand, kTargetOutline);
-    drawBand(view, sight->centralBody, kBodyBand, kCentralOutline);
-    view.setCurrentX(kViewLeft + 3.5);
-    const double bandsTop = std::max(sight->airBody.top, sight->centralBody.top);
-    view.setCurrentY(std::min(kViewTop - 1.0, bandsTop + 1.2 * view.textHeight()));
-    view.print(QStringLiteral("iN AIR Στόν αέρα"));
-    drawBand(view, sight->airBody, kBodyBand, kAirOutline);
-    view.line(-50, 0, 50, 0, kLineOfSight);
-    // A scale of degrees on both sides, so that the pupil can read how far
-    // the target is seen from the line of sight.
-    for (int d = -9; d <= 9; ++d) {
-        const double y = d * kViewUnitsPerDegree;
-        const double length = d % 5 == 0 ? 3.0 : 1.5;
-        view.line(kViewLeft, y, kViewLeft + length, y, kMarks);
-        view.line(kViewRight - length, y, kViewRight, y, kMarks);
-    }
-    // Beyond the view the target is not seen: say on which side to look.
-    if (sight->target.bottom >= kViewTop || sight->target.top <= kViewBottom) {
-        const bool above = sight->target.bottom >= kViewTop;
-        view.setForeColor(kTargetOutline);
-        view.setCurrentX(kViewLeft + 3.5);
-        view.setCurrentY(above ? kViewTop - 1.0 : kViewBottom + 1.0 + 2.0 * view.textHeight());
-        view.print(above ? QStringLiteral("Z ↑ higher  πιο πάνω") : QStringLiteral("Z ↓ lower  πιο κάτω"));
-        view.setForeColor(kBlack);
-    }
 }

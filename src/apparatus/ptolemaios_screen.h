@@ -1,19 +1,30 @@
 #pragma once
-#include <QLabel>
-#include <QScrollBar>
 #include <QWidget>
 
-#include "canvas/canvas.h"
-#include "ui/caption_button.h"
+#include <optional>
+
+#include "apparatus/ptolemy_geometry.h"
+
+class Canvas;
+class CaptionButton;
+class QLabel;
+class QScrollBar;
 
 // "EMFANISI": what the observer of Ptolemy's instrument sees along the line
 // of sight, magnified: each body as a horizontal band. It has no controls;
-// the instrument screen draws on it.
+// the instrument screen tells it what to show.
 class Emfanisi : public QWidget {
     Q_OBJECT
 public:
     Emfanisi();
-    Canvas* canvas;
+
+    // Draws the bands of the target, the central body and the body in air,
+    // or an empty view when the target cannot be seen from the air.
+    void showSight(const std::optional<ptolemy::SightView>& sight);
+    const Canvas& drawing() const { return *sightView_; }
+
+private:
+    Canvas* sightView_;
 };
 
 // "ptolemaios": Ptolemy's instrument. The angle of the target under water,
@@ -24,15 +35,6 @@ class Ptolemaios : public QWidget {
     Q_OBJECT
 public:
     Ptolemaios();
-
-    Canvas* canvas;
-    QScrollBar* goniaprosptosis;  // angle of the target in water, degrees
-    QScrollBar* metatopisipar;    // place of the body in air, hundredths
-    QScrollBar* dgonia;           // size of the target, half-degrees
-    CaptionButton* Command1;      // HIDE
-    QLabel* Label1;               // angle in water
-    QLabel* Label2;               // place in air, expected and mean
-    QLabel* Label3;               // size of the target
 
     void Form_Load();
     void goniaprosptosis_Change();
@@ -48,14 +50,31 @@ public:
     double lastAirBodyAngle() const { return airAngle_; }
     double lastExpectedAngle() const { return expected_; }
     bool lastCovered() const { return covered_; }
+    const Canvas& drawing() const { return *instrument_; }
 
 protected:
     // Closing the window is hiding it: the sight view goes with it.
     void hideEvent(QHideEvent* event) override;
 
 private:
+    void createControls();
+    void layOut();
+    void describeBars();
+    void connectControls();
+    void showBesideTheSightView();
+    void drawWaterAndDisc(double targetAngle);
     void drawDisc();
-    void drawSightView(double waterAngle, double airAngle, double targetAngle);
+    void drawSightLinesAndBodies(int waterAngle, double expected, double air, double targetAngle);
+    void showBodyPosition(double air, double expected, double targetAngle);
+
+    Canvas* instrument_;
+    QScrollBar* goniaprosptosis;  // angle of the target in water, degrees
+    QScrollBar* metatopisipar;    // place of the body in air, hundredths
+    QScrollBar* dgonia;           // size of the target, half-degrees
+    CaptionButton* Command1;      // HIDE
+    QLabel* Label1;               // angle in water
+    QLabel* Label2;               // place in air, expected and mean
+    QLabel* Label3;               // size of the target
 
     double airAngle_ = 0.0;
     double expected_ = 0.0;

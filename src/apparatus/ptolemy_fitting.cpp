@@ -7,10 +7,6 @@
 
 namespace ptolemy_fit {
 
-namespace {
-using physics::kPi;
-}
-
 const DataSet& waterSet() {
     static const DataSet set{1.3333,
                              {0, 10, 20, 30, 40, 50, 60, 70, 80},
@@ -32,12 +28,12 @@ std::vector<std::optional<double>> snellRefraction(const DataSet& set) {
     std::vector<std::optional<double>> result;
     result.reserve(set.incidence.size());
     for (double i : set.incidence) {
-        const double x = std::sin(i * kPi / 180.0) / set.index;
+        const double x = std::sin(physics::radians(i)) / set.index;
         if (!std::isfinite(x) || std::fabs(x) >= 1.0) {
             result.emplace_back();
             continue;
         }
-        result.emplace_back(std::atan(x / std::sqrt(1.0 - x * x)) * 180.0 / kPi);
+        result.emplace_back(physics::degrees(*physics::arcSine(x)));
     }
     return result;
 }

@@ -7,7 +7,6 @@
 namespace ptolemy {
 
 namespace {
-using physics::kPi;
 
 bool finite(double v) { return std::isfinite(v); }
 
@@ -33,9 +32,6 @@ Band bandAround(double centreDegrees, double halfDegrees) {
             clampToView((centreDegrees - halfDegrees) * kViewUnitsPerDegree)};
 }
 }  // namespace
-
-double degrees(double r) { return physics::degrees(r); }
-double radians(double d) { return physics::radians(d); }
 
 std::optional<SightLine> PtolemySightLine(double waterDegrees, double edgeOffset, double index, double discRadius) {
     if (!finite(waterDegrees) || !finite(edgeOffset) || !finite(index) || !finite(discRadius) || discRadius <= 0.0)

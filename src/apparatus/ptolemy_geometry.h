@@ -1,6 +1,8 @@
 #pragma once
 #include <optional>
 
+#include "core/physics.h"
+
 // Ptolemy's instrument: a graduated disc half in water, a small body fixed at
 // its centre E, a target Z on the arc under water and a body H on the arc in
 // air. Light from Z passes E, bends at the water surface and reaches the air
@@ -21,8 +23,8 @@ constexpr int kMaxWaterAngle = 88;
 constexpr double kViewUnitsPerDegree = 5.0;
 constexpr double kViewHalfHeight = 50.0;
 
-double degrees(double radians);
-double radians(double degrees);
+using physics::degrees;
+using physics::radians;
 
 // A line of sight from the target, past a point of the water surface at
 // x = edgeOffset (0 for the centre, ±kBodySize for the central body's

@@ -1,12 +1,17 @@
 #include "apparatus/ptolkam_screen.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
+#include <QRadioButton>
+#include <QTextEdit>
 #include <QVBoxLayout>
 
 #include <cmath>
 
 #include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
+#include "canvas/canvas.h"
+#include "ui/caption_button.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "ui/window_placement.h"
@@ -77,15 +82,23 @@ Ptolkam::Ptolkam() {
     setObjectName(QStringLiteral("ptolkam"));
     setWindowTitle(QStringLiteral("PTOLEMY'S DATA MANIPULATION"));
     setFont(programFont(QStringLiteral("Arial"), 9.0));
+    createControls();
+    createExplanation();
+    layOut();
+    connectControls();
+    setMinimumSize(640, 520);
+    resize(1000, 760);
+}
 
-    canvas = new Canvas;
-    canvas->setObjectName(QStringLiteral("fittingGraph"));
-    canvas->setAccessibleName(QStringLiteral(
+void Ptolkam::createControls() {
+    fittingGraph_ = new Canvas;
+    fittingGraph_->setObjectName(QStringLiteral("fittingGraph"));
+    fittingGraph_->setAccessibleName(QStringLiteral(
         "Refraction against incidence: Ptolemy's values and two laws  Διάθλαση ως προς πρόσπτωση: οι τιμές του "
         "Πτολεμαίου και δύο νόμοι"));
-    canvas->scale(kLeft, kTop, kRight, kBottom);
-    canvas->setFontName(QStringLiteral("Arial"));
-    canvas->setFontSize(8.0);
+    fittingGraph_->scale(kLeft, kTop, kRight, kBottom);
+    fittingGraph_->setFontName(QStringLiteral("Arial"));
+    fittingGraph_->setFontSize(8.0);
 
     Option1 = new QRadioButton(QStringLiteral("INDEX Δείκτης =1,5"));
     Option1->setObjectName(QStringLiteral("Option1"));
@@ -99,16 +112,20 @@ Ptolkam::Ptolkam() {
     kripse->setObjectName(QStringLiteral("kripse"));
     apparatus::fitCaptionHeight(Enallagi, 170);
     apparatus::fitCaptionHeight(kripse, 170);
+}
 
-    explanation = new QTextEdit;
-    explanation->setObjectName(QStringLiteral("explanation"));
-    explanation->setReadOnly(true);
-    explanation->setAcceptRichText(false);
-    explanation->setFont(programFont(QStringLiteral("Arial"), 9.0));
-    explanation->setAccessibleName(QStringLiteral("Ptolemy's rule  Ο κανόνας του Πτολεμαίου"));
-    explanation->setPlainText(ptolemyFittingExplanation().join(QStringLiteral("\n")));
-    explanation->setMaximumHeight(150);
+void Ptolkam::createExplanation() {
+    explanation_ = new QTextEdit;
+    explanation_->setObjectName(QStringLiteral("explanation"));
+    explanation_->setReadOnly(true);
+    explanation_->setAcceptRichText(false);
+    explanation_->setFont(programFont(QStringLiteral("Arial"), 9.0));
+    explanation_->setAccessibleName(QStringLiteral("Ptolemy's rule  Ο κανόνας του Πτολεμαίου"));
+    explanation_->setPlainText(ptolemyFittingExplanation().join(QStringLiteral("\n")));
+    explanation_->setMaximumHeight(150);
+}
 
+void Ptolkam::layOut() {
     auto* side = new QVBoxLayout;
     side->addWidget(Option2);
     side->addWidget(Option1);
@@ -123,16 +140,18 @@ Ptolkam::Ptolkam() {
 
     auto* top = new QHBoxLayout;
     top->addWidget(sidePanel);
-    top->addWidget(canvas, 1);
+    top->addWidget(fittingGraph_, 1);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);
     layout->addLayout(top, 1);
-    layout->addWidget(explanation);
+    layout->addWidget(explanation_);
+}
 
+void Ptolkam::connectControls() {
     setTabOrder(Option2, Option1);
     setTabOrder(Option1, Enallagi);
     setTabOrder(Enallagi, kripse);
-    setTabOrder(kripse, explanation);
+    setTabOrder(kripse, explanation_);
 
     // Toggled, not clicked: a key or a screen reader's action chooses an
     // option too, and the picture must follow whichever way it was chosen.
@@ -144,9 +163,6 @@ Ptolkam::Ptolkam() {
     });
     connect(Enallagi, &QPushButton::clicked, this, &Ptolkam::Enallagi_Click);
     connect(kripse, &QPushButton::clicked, this, &Ptolkam::kripse_Click);
-
-    setMinimumSize(640, 520);
-    resize(1000, 760);
 }
 
 const DataSet& Ptolkam::chosenSet() const { return Option1->isChecked() ? glassSet() : waterSet(); }
@@ -162,13 +178,13 @@ void Ptolkam::Form_Load() {
 
 void Ptolkam::Option1_Click() {
     Option1->setChecked(true);
-    canvas->cls();
+    fittingGraph_->cls();
     standardAdjustment();
 }
 
 void Ptolkam::Option2_Click() {
     Option2->setChecked(true);
-    canvas->cls();
+    fittingGraph_->cls();
     standardAdjustment();
 }
 
@@ -185,7 +201,7 @@ void Ptolkam::standardAdjustment() {
     drawCurves(set, set.refraction,
                {QStringLiteral("ANALOGY Σχέση αναλογίας"), QStringLiteral("  PTOLEMY'S MANIPULATION Προσαρμογή Πτολεμαίου"),
                 QStringLiteral("EXPECTED VALUES Πραγματικές τιμές")});
-    canvas->setSummary(apparatus::ptolemyFittingSummary(set, set.refraction, std::nullopt));
+    fittingGraph_->setSummary(apparatus::ptolemyFittingSummary(set, set.refraction, std::nullopt));
 }
 
 void Ptolkam::alternativeAdjustment() {
@@ -204,12 +220,12 @@ void Ptolkam::alternativeAdjustment() {
                {QStringLiteral(" ANALOGY Σχέση αναλογίας"), QStringLiteral("    PTOLEMY'S MANIPULATION Προσαρμογή Πτολεμαίου"),
                 QStringLiteral("  EXPECTGED  VALUES Πραγματικές τιμές")});
     printTable(set, adjusted);
-    canvas->setSummary(apparatus::ptolemyFittingSummary(set, adjusted, answer.k));
+    fittingGraph_->setSummary(apparatus::ptolemyFittingSummary(set, adjusted, answer.k));
 }
 
 void Ptolkam::drawCurves(const DataSet& set, const std::vector<double>& values, const Legend& legend) {
     shown_ = values;
-    Canvas& c = *canvas;
+    Canvas& c = *fittingGraph_;
     c.cls();
     // The legend's longest line ends on the canvas however narrow the window.
     c.setFontName(QStringLiteral("Arial"));
@@ -260,7 +276,7 @@ void Ptolkam::drawCurves(const DataSet& set, const std::vector<double>& values, 
 }
 
 void Ptolkam::printTable(const DataSet& set, const std::vector<double>& values) {
-    Canvas& c = *canvas;
+    Canvas& c = *fittingGraph_;
     c.setFontName(QStringLiteral("Courier New"));
     const double column = c.textWidth(QStringLiteral("REFRACTION Διάθλασης  "));
     auto cell = [&](int col, double y, const QString& text) {

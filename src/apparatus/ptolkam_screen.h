@@ -1,14 +1,15 @@
 #pragma once
-#include <QLabel>
-#include <QRadioButton>
-#include <QTextEdit>
 #include <QWidget>
 
 #include <vector>
 
 #include "apparatus/ptolemy_fitting.h"
-#include "canvas/canvas.h"
-#include "ui/caption_button.h"
+
+class Canvas;
+class CaptionButton;
+class QLabel;
+class QRadioButton;
+class QTextEdit;
 
 // "ptolkam": how Ptolemy adjusted his refraction angles so that their second
 // differences are constant, against the proportional law and the law of
@@ -18,14 +19,6 @@ class Ptolkam : public QWidget {
     Q_OBJECT
 public:
     Ptolkam();
-
-    Canvas* canvas;
-    QRadioButton* Option1;  // glass
-    QRadioButton* Option2;  // water
-    CaptionButton* Enallagi;  // adjust from another starting pair
-    CaptionButton* kripse;    // CLOSE
-    QLabel* Label1;
-    QTextEdit* explanation;   // Ptolemy's rule, Greek and English
 
     void Form_Load();
     void Option1_Click();
@@ -42,13 +35,26 @@ public:
     const ptolemy_fit::DataSet& chosenSet() const;
     // What the last drawing showed as Ptolemy's values.
     const std::vector<double>& shownValues() const { return shown_; }
+    const Canvas& drawing() const { return *fittingGraph_; }
 
 private:
+    void createControls();
+    void createExplanation();
+    void layOut();
+    void connectControls();
     struct Legend {
         QString analogy, ptolemy, expected;
     };
     void drawCurves(const ptolemy_fit::DataSet& set, const std::vector<double>& values, const Legend& legend);
     void printTable(const ptolemy_fit::DataSet& set, const std::vector<double>& values);
+
+    Canvas* fittingGraph_;
+    QRadioButton* Option1;    // glass
+    QRadioButton* Option2;    // water
+    CaptionButton* Enallagi;  // adjust from another starting pair
+    CaptionButton* kripse;    // CLOSE
+    QLabel* Label1;
+    QTextEdit* explanation_;  // Ptolemy's rule, Greek and English
 
     std::vector<double> shown_;
 };

@@ -1,5 +1,7 @@
-#include <QGridLayout>
 #include <QHBoxLayout>
+#include <QLabel>
+#include <QRadioButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -10,6 +12,8 @@
 #include "apparatus/alhaytham_texts.h"
 #include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
+#include "canvas/canvas.h"
+#include "ui/caption_button.h"
 #include "ui/forms.h"
 #include "ui/scroll_bars.h"
 #include "ui/window_placement.h"
@@ -29,24 +33,27 @@ const QColor kRuler(200, 200, 0);
 const QColor kShadow1(155, 255, 0);
 const QColor kShadow2(255, 255, 0);
 constexpr double kRadius = 150.0;
-using physics::kPi;
-
-double rad(double degrees) { return degrees * kPi / 180.0; }
+using physics::radians;
 }  // namespace
 
 Xaithamos::Xaithamos() {
     setObjectName(QStringLiteral("xaithamos"));
     setWindowTitle(QStringLiteral("Πείραμα του Αλ Χαϊθάμ"));
     setFont(programFont(QStringLiteral("Arial"), 9.0));
+    createControls();
+    layOut();
+    connectControls();
+    setMinimumSize(480, 420);
+    resize(760, 700);
+}
 
-    canvas = new Canvas;
-    canvas->setObjectName(QStringLiteral("instrument"));
-    canvas->setAccessibleName(QStringLiteral("Al Haytham's instrument  Η συσκευή του Al Haytham"));
-    canvas->scale(-200, 200, 200, -200);
-    canvas->setFontName(QStringLiteral("Arial"));
-    canvas->setFontSize(10.0);
-    auto* host = new apparatus::AspectHost(canvas, 1.0);
-
+void Xaithamos::createControls() {
+    instrument_ = new Canvas;
+    instrument_->setObjectName(QStringLiteral("instrument"));
+    instrument_->setAccessibleName(QStringLiteral("Al Haytham's instrument  Η συσκευή του Al Haytham"));
+    instrument_->scale(-200, 200, 200, -200);
+    instrument_->setFontName(QStringLiteral("Arial"));
+    instrument_->setFontSize(10.0);
     strefo = apparatus::makeScrollBar(Qt::Horizontal, 0, 80, 10, 30, "strefo",
                                       QStringLiteral("Angle of incidence  Γωνία πρόσπτωσης"));
     timiepi = apparatus::makeScrollBar(Qt::Vertical, 0, 10, 2, 0, "timiepi",
@@ -63,7 +70,9 @@ Xaithamos::Xaithamos() {
     Label1 = apparatus::makeLabel("Label1");
     Label2 = apparatus::makeLabel("Label2");
     Label2->setVisible(false);
+}
 
+void Xaithamos::layOut() {
     auto* side = new QVBoxLayout;
     side->addWidget(Option1);
     side->addWidget(Option2);
@@ -79,7 +88,7 @@ Xaithamos::Xaithamos() {
                              margins.right());
 
     auto* top = new QHBoxLayout;
-    top->addWidget(host, 1);
+    top->addWidget(new apparatus::AspectHost(instrument_, 1.0), 1);
     top->addWidget(timiepi);
     top->addWidget(sidePanel);
     auto* layout = new QVBoxLayout(this);
@@ -87,7 +96,9 @@ Xaithamos::Xaithamos() {
     layout->addLayout(top, 1);
     layout->addWidget(Label1);
     layout->addWidget(strefo);
+}
 
+void Xaithamos::connectControls() {
     describeValue(*strefo, [](int value) { return QStringLiteral("incidence = ") + fmt(value, "0") + QStringLiteral("°"); });
     describeValue(*timiepi, [](int value) {
         return QStringLiteral("stylus = ") + fmt(value / 10.0, "0.0") + QStringLiteral(" of the radius");
@@ -109,9 +120,6 @@ Xaithamos::Xaithamos() {
         if (on) Option2_Click();
     });
     connect(svise, &QPushButton::clicked, this, &Xaithamos::svise_Click);
-
-    setMinimumSize(480, 420);
-    resize(760, 700);
 }
 
 void Xaithamos::Form_Load() {
@@ -132,93 +140,101 @@ void Xaithamos::Option1_Click() {
 void Xaithamos::Option2_Click() {
     timiepi->setVisible(true);
     Label2->setVisible(true);
-    if (Label2->text().isEmpty())
-        apparatus::setLabel(Label2, QStringLiteral("POSITION OF STYLUSθέση στυλού = ") + fmt(timiepi->value() / 10.0, "0.0") +
-                                        QStringLiteral(" RAY ακτίνα"));
+    if (Label2->text().isEmpty()) showStylusPosition();
     DrawAlHaythamApparatus();
 }
 
 void Xaithamos::timiepi_Change() {
     DrawAlHaythamApparatus();
+    showStylusPosition();
+}
+
+void Xaithamos::showStylusPosition() {
     apparatus::setLabel(Label2, QStringLiteral("POSITION OF STYLUSθέση στυλού = ") + fmt(timiepi->value() / 10.0, "0.0") +
                                     QStringLiteral(" RAY ακτίνα"));
+}
+
+// Water, lighter towards the surface, and the graduated disc: its rim, a
+// mark every 5° (longer every 10°) and the degrees from the normal every 30°.
+void Xaithamos::drawWaterAndDisc() {
+    Canvas& c = *instrument_;
+    c.cls();
+    c.setDrawWidth(1);
+    c.setForeColor(kBlack);
+    c.filledBox(-200, 0, 200, -200, kWater);
+    c.filledBox(-200, -150, 200, -200, kDeepWater);
+    c.filledBox(-200, 0, 200, -3, kSurfaceWater);
+
+    for (int i = 1; i <= 360; ++i)
+        c.line(kRadius * std::cos(radians(i)), kRadius * std::sin(radians(i)), kRadius * std::cos(radians(i + 1)),
+               kRadius * std::sin(radians(i + 1)));
+    for (int d = -170; d <= 180; d += 5) {
+        const double inner = d % 10 == 0 ? kRadius - 10.0 : kRadius - 5.0;
+        const QColor mark = std::sin(radians(d + 90)) < 0 ? kWhite : kBlack;  // white under water
+        c.line(inner * std::cos(radians(d)), inner * std::sin(radians(d)), kRadius * std::cos(radians(d)),
+               kRadius * std::sin(radians(d)), mark);
+    }
+    c.setFontSize(8.0);
+    for (int fromNormal : {30, 60}) {
+        for (int side : {-1, 1}) {
+            const QString text = QString::number(fromNormal);
+            const double a = radians(90 - side * fromNormal);
+            c.setCurrentX((kRadius + 8) * std::cos(a) - c.textWidth(text) / 2.0);
+            c.setCurrentY((kRadius + 8) * std::sin(a) + c.textHeight() / 2.0);
+            c.print(text);
+        }
+    }
+    c.setFontSize(10.0);
+    c.line(-200, 0, 200, 0);
+    c.setDrawStyle(DrawStyle::Dash);
+    c.line(0, -200, 0, 200);
+    c.setDrawStyle(DrawStyle::Solid);
+}
+
+// The ruler lies beside the refracted beam; the stylus stands on it at its
+// place along the radius, with its shadow on the disc.
+void Xaithamos::drawRulerAndStylus(double refraction) {
+    Canvas& c = *instrument_;
+    const double ux = std::sin(radians(refraction));
+    const double uy = -std::cos(radians(refraction));
+    const double nx = -uy * 5.0;
+    const double ny = ux * 5.0;
+    c.setDrawWidth(7);
+    c.line(nx, ny, kRadius * ux + nx, kRadius * uy + ny, kRuler);
+    const double f = timiepi->value() / 10.0;
+    const double px = f * kRadius * ux;
+    const double py = f * kRadius * uy;
+    c.setDrawWidth(4);
+    c.line(px, py, px + 16, py - 10, kShadow1);
+    c.setDrawWidth(2);
+    c.line(px, py, px + 16, py - 10, kShadow2);
+    c.setDrawWidth(3);
+    c.line(px, py, px - 6, py + 34, kBlack);
+    c.setDrawWidth(1);
+    c.filledCircle(px, py, 3, kBlack);
 }
 
 void Xaithamos::DrawAlHaythamApparatus() {
     const double incidence = strefo->value();
     const double refraction = alhaytham::refractionInWaterDegrees(incidence);
-
-    canvas->cls();
-    canvas->setDrawWidth(1);
-    canvas->setForeColor(kBlack);
-    // Water, lighter towards the surface.
-    canvas->filledBox(-200, 0, 200, -200, kWater);
-    canvas->filledBox(-200, -150, 200, -200, kDeepWater);
-    canvas->filledBox(-200, 0, 200, -3, kSurfaceWater);
-
-    // The graduated disc: its rim, a mark every 5° (longer every 10°) and
-    // the degrees from the normal every 30°.
-    for (int i = 1; i <= 360; ++i)
-        canvas->line(kRadius * std::cos(rad(i)), kRadius * std::sin(rad(i)), kRadius * std::cos(rad(i + 1)),
-                     kRadius * std::sin(rad(i + 1)));
-    for (int d = -170; d <= 180; d += 5) {
-        const double inner = d % 10 == 0 ? kRadius - 10.0 : kRadius - 5.0;
-        const QColor mark = std::sin(rad(d + 90)) < 0 ? kWhite : kBlack;  // white under water
-        canvas->line(inner * std::cos(rad(d)), inner * std::sin(rad(d)), kRadius * std::cos(rad(d)),
-                     kRadius * std::sin(rad(d)), mark);
-    }
-    canvas->setFontSize(8.0);
-    for (int fromNormal : {30, 60}) {
-        for (int side : {-1, 1}) {
-            const QString text = QString::number(fromNormal);
-            const double a = rad(90 - side * fromNormal);
-            canvas->setCurrentX((kRadius + 8) * std::cos(a) - canvas->textWidth(text) / 2.0);
-            canvas->setCurrentY((kRadius + 8) * std::sin(a) + canvas->textHeight() / 2.0);
-            canvas->print(text);
-        }
-    }
-    canvas->setFontSize(10.0);
-    canvas->line(-200, 0, 200, 0);
-    canvas->setDrawStyle(DrawStyle::Dash);
-    canvas->line(0, -200, 0, 200);
-    canvas->setDrawStyle(DrawStyle::Solid);
+    drawWaterAndDisc();
 
     // The beam from the upper left, refracted at the centre.
-    const double ix = -kRadius * std::sin(rad(incidence));
-    const double iy = kRadius * std::cos(rad(incidence));
-    const double rx = kRadius * std::sin(rad(refraction));
-    const double ry = -kRadius * std::cos(rad(refraction));
-    canvas->setDrawWidth(3);
-    canvas->line(ix, iy, 0, 0, kBeam);
-    canvas->line(0, 0, rx, ry, kBeam);
-    canvas->setDrawWidth(1);
+    Canvas& c = *instrument_;
+    const double ix = -kRadius * std::sin(radians(incidence));
+    const double iy = kRadius * std::cos(radians(incidence));
+    const double rx = kRadius * std::sin(radians(refraction));
+    const double ry = -kRadius * std::cos(radians(refraction));
+    c.setDrawWidth(3);
+    c.line(ix, iy, 0, 0, kBeam);
+    c.line(0, 0, rx, ry, kBeam);
+    c.setDrawWidth(1);
+    if (Option2->isChecked()) drawRulerAndStylus(refraction);
 
-    if (Option2->isChecked()) {
-        // The ruler lies beside the refracted beam; the stylus stands on it
-        // at its place along the radius, with its shadow on the disc.
-        const double ux = std::sin(rad(refraction));
-        const double uy = -std::cos(rad(refraction));
-        const double nx = -uy * 5.0;
-        const double ny = ux * 5.0;
-        canvas->setDrawWidth(7);
-        canvas->line(nx, ny, rx + nx, ry + ny, kRuler);
-        const double f = timiepi->value() / 10.0;
-        const double px = f * kRadius * ux;
-        const double py = f * kRadius * uy;
-        canvas->setDrawWidth(4);
-        canvas->line(px, py, px + 16, py - 10, kShadow1);
-        canvas->setDrawWidth(2);
-        canvas->line(px, py, px + 16, py - 10, kShadow2);
-        canvas->setDrawWidth(3);
-        canvas->line(px, py, px - 6, py + 34, kBlack);
-        canvas->setDrawWidth(1);
-        canvas->filledCircle(px, py, 3, kBlack);
-    }
-
-    canvas->setCurrentX(-195);
-    canvas->setCurrentY(195);
-    canvas->print(QStringLiteral("i = ") + fmt(incidence, "0") + QStringLiteral("°   r = ") + fmt(refraction, "0.0") + "°");
-    canvas->setSummary(apparatus::alHaythamInstrumentSummary(
+    c.setCurrentX(-195);
+    c.setCurrentY(195);
+    c.print(QStringLiteral("i = ") + fmt(incidence, "0") + QStringLiteral("°   r = ") + fmt(refraction, "0.0") + "°");
+    c.setSummary(apparatus::alHaythamInstrumentSummary(
         incidence, refraction, Option2->isChecked() ? std::optional<double>(timiepi->value() / 10.0) : std::nullopt));
 }
 
@@ -228,7 +244,7 @@ void Xaithamos::svise_Click() {
     Analysis& notes = form<Analysis>();
     showScreen(form<Incref>());
     showScreen(notes);
-    showAlHaythamRules(check.flags().rule5Shown, check.flags().rule6Shown);
+    showAlHaythamRulesAsLastChecked();
     notes.setTitle(QStringLiteral("AL HAYTHAM"));
     notes.showText(alHaythamExplanation(), 13.0);
 
@@ -238,5 +254,5 @@ void Xaithamos::svise_Click() {
     placeWindow(check, leastCoveringPlace(size, availableArea(&check),
                                           {outerRect(form<Incref>()), outerRect(notes), outerRect(windowOf(Place::DataScreen))}));
     showScreen(check);
-    check.CheckAlHaythamRules(check.timidikti->value() / 100.0);
+    check.checkChosenIndex();
 }

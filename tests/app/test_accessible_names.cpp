@@ -9,6 +9,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QScrollBar>
 #include <QTextEdit>
 
@@ -173,58 +174,64 @@ private slots:
         ScreenTestScope scope;
         openPtolemyInstrument();
         Ptolemaios& p = form<Ptolemaios>();
-        Canvas& sight = *form<Emfanisi>().canvas;
-        p.goniaprosptosis->setValue(40);
-        p.metatopisipar->setValue(100);
+        const Canvas& sight = form<Emfanisi>().drawing();
+        auto* inWater = p.findChild<QScrollBar*>(QStringLiteral("goniaprosptosis"));
+        auto* inAir = p.findChild<QScrollBar*>(QStringLiteral("metatopisipar"));
+        auto* target = p.findChild<QScrollBar*>(QStringLiteral("dgonia"));
+        inWater->setValue(40);
+        inAir->setValue(100);
         const double expected = *ptolemy::expectedAirAngle(40);
-        QString text = said(p.canvas);
+        QString text = said(&p.drawing());
         QVERIFY2(text.startsWith(QLatin1String("Ptolemy's instrument")) && text.contains(deg(40, "0")) &&
                      text.contains(deg(expected)) && text.contains(deg(expected + 1.0)) &&
                      text.contains(QLatin1String("not aligned")),
                  qPrintable(text));
         QVERIFY2(said(&sight).contains(deg(1.0) + QStringLiteral(" below")), qPrintable(said(&sight)));
-        QCOMPARE(p.goniaprosptosis->accessibleDescription(), QStringLiteral("angle in water = 40°"));
-        const double half = p.dgonia->value() / 4.0;
-        QCOMPARE(p.metatopisipar->accessibleDescription(),
+        QCOMPARE(inWater->accessibleDescription(), QStringLiteral("angle in water = 40°"));
+        const double half = target->value() / 4.0;
+        QCOMPARE(inAir->accessibleDescription(),
                  QStringLiteral("body in air = %1° to %2°").arg(fmt(expected + 1 - half, "0.00"), fmt(expected + 1 + half, "0.00")));
-        p.metatopisipar->setValue(0);
+        inAir->setValue(0);
         QVERIFY(p.lastCovered());
-        QVERIFY2(said(p.canvas).contains(QLatin1String("Z, E and H are aligned")) &&
+        QVERIFY2(said(&p.drawing()).contains(QLatin1String("Z, E and H are aligned")) &&
                      said(&sight).contains(QLatin1String("aligned")),
-                 qPrintable(said(p.canvas)));
+                 qPrintable(said(&p.drawing())));
         // The angle in water moves the body in air: its bar says so too.
-        p.goniaprosptosis->setValue(20);
-        QVERIFY(p.metatopisipar->accessibleDescription().contains(fmt(*ptolemy::expectedAirAngle(20) - half, "0.00")));
+        inWater->setValue(20);
+        QVERIFY(inAir->accessibleDescription().contains(fmt(*ptolemy::expectedAirAngle(20) - half, "0.00")));
         // Beyond the critical angle the lowered angle is told.
-        p.goniaprosptosis->setValue(88);
+        inWater->setValue(88);
         const int lowered = ptolemy::guardWaterAngle(88).angle;
-        QVERIFY2(said(p.canvas).contains(QStringLiteral("lowered from 88° to %1").arg(deg(lowered, "0"))),
-                 qPrintable(said(p.canvas)));
-        QCOMPARE(p.goniaprosptosis->accessibleDescription(), QStringLiteral("angle in water = %1°").arg(lowered));
-        p.dgonia->setValue(7);
-        QCOMPARE(p.dgonia->accessibleDescription(), QStringLiteral("target's angle = 3.5°"));
+        QVERIFY2(said(&p.drawing()).contains(QStringLiteral("lowered from 88° to %1").arg(deg(lowered, "0"))),
+                 qPrintable(said(&p.drawing())));
+        QCOMPARE(inWater->accessibleDescription(), QStringLiteral("angle in water = %1°").arg(lowered));
+        target->setValue(7);
+        QCOMPARE(target->accessibleDescription(), QStringLiteral("target's angle = 3.5°"));
 
         openAlHaythamInstrument();
         Xaithamos& x = form<Xaithamos>();
-        x.strefo->setValue(50);
-        text = said(x.canvas);
+        auto* incidence = x.findChild<QScrollBar*>(QStringLiteral("strefo"));
+        auto* stylus = x.findChild<QScrollBar*>(QStringLiteral("timiepi"));
+        incidence->setValue(50);
+        text = said(&x.drawing());
         QVERIFY2(text.contains(QStringLiteral("incidence 50°, refraction ") + deg(alhaytham::refractionInWaterDegrees(50), "0.0")) &&
                      text.contains(QLatin1String("ruler is hidden")),
                  qPrintable(text));
-        QCOMPARE(x.strefo->accessibleDescription(), QStringLiteral("incidence = 50°"));
-        x.Option2->setChecked(true);  // toggled, as a screen reader does
-        x.timiepi->setValue(7);
-        QVERIFY2(said(x.canvas).contains(QLatin1String("stylus stands at 0.7 of the radius")), qPrintable(said(x.canvas)));
-        QCOMPARE(x.timiepi->accessibleDescription(), QStringLiteral("stylus = 0.7 of the radius"));
+        QCOMPARE(incidence->accessibleDescription(), QStringLiteral("incidence = 50°"));
+        x.findChild<QRadioButton*>(QStringLiteral("Option2"))->setChecked(true);  // toggled, as a screen reader does
+        stylus->setValue(7);
+        QVERIFY2(said(&x.drawing()).contains(QLatin1String("stylus stands at 0.7 of the radius")), qPrintable(said(&x.drawing())));
+        QCOMPARE(stylus->accessibleDescription(), QStringLiteral("stylus = 0.7 of the radius"));
 
         x.svise_Click();
         Alhazencheck& check = form<Alhazencheck>();
+        auto* index = check.findChild<QScrollBar*>(QStringLiteral("timidikti"));
         for (int value : {200, 50, 100}) {
-            check.timidikti->setValue(value);
+            index->setValue(value);
             const double n = value / 100.0;
             const auto steps = alhaytham::checkSteps(n);
-            text = said(check.canvas);
-            QCOMPARE(check.timidikti->accessibleDescription(), QStringLiteral("n = ") + fmt(n, "0.00"));
+            text = said(&check.drawing());
+            QCOMPARE(index->accessibleDescription(), QStringLiteral("n = ") + fmt(n, "0.00"));
             QVERIFY2(text.contains(QStringLiteral("n = ") + fmt(n, "0.00")) &&
                          text.contains(QStringLiteral("to ") + deg(steps.back().incidenceDegrees + 1, "0")),
                      qPrintable(text));
@@ -240,11 +247,11 @@ private slots:
 
         openPtolemyDataFitting();
         Ptolkam& k = form<Ptolkam>();
-        for (QRadioButton* option : {k.Option1, k.Option2}) {
-            option->setChecked(true);
+        for (const char* option : {"Option1", "Option2"}) {
+            k.findChild<QRadioButton*>(QString::fromLatin1(option))->setChecked(true);
             const ptolemy_fit::DataSet& set = k.chosenSet();
             const auto snell = ptolemy_fit::snellRefraction(set);
-            text = said(k.canvas);
+            text = said(&k.drawing());
             QVERIFY2(text.contains(QStringLiteral("%1 pairs").arg(set.incidence.size())) &&
                          text.contains(deg(set.incidence[3], "0") + QStringLiteral(" → ") + deg(set.refraction[3], "0.0")) &&
                          text.contains(deg(set.incidence[3], "0") + QStringLiteral(" → ") + deg(*snell[3], "0.0")) &&
@@ -254,9 +261,9 @@ private slots:
         scope.dialogs().answers = {QStringLiteral("2")};
         k.Enallagi_Click();
         const auto adjusted = ptolemy_fit::adjustFromPair(k.chosenSet(), 2);
-        QVERIFY2(said(k.canvas).contains(QLatin1String("adjusted from the pair 2")) &&
-                     said(k.canvas).contains(deg(adjusted[6], "0.0")),
-                 qPrintable(said(k.canvas)));
+        QVERIFY2(said(&k.drawing()).contains(QLatin1String("adjusted from the pair 2")) &&
+                     said(&k.drawing()).contains(deg(adjusted[6], "0.0")),
+                 qPrintable(said(&k.drawing())));
     }
 
     // The animations' drawings say the model, the index and the angles;

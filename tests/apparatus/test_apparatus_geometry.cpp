@@ -122,27 +122,9 @@ private slots:
         QVERIFY(checkSteps(0.0).empty() && checkSteps(std::nan("")).empty());
     }
 
-    void rulesAreReprintedOnlyWhenAFlagChanges() {
-        using namespace alhaytham;
-        RuleFlags flags;
-        int reprints = 0;
-        for (const CheckStep& s : checkSteps(2.0)) reprints += flags.take(s);
-        QCOMPARE(reprints, 1);
-        QVERIFY(flags.rule5Shown);
-        flags.startDrawing();
-        reprints = 0;
-        for (const CheckStep& s : checkSteps(2.0)) reprints += flags.take(s);
-        QCOMPARE(reprints, 0);  // shown already
-        flags.startDrawing();
-        reprints = 0;
-        for (const CheckStep& s : checkSteps(0.5)) reprints += flags.take(s);
-        QCOMPARE(reprints, 2);  // rule (5) back to black, rule (6) coloured
-        QVERIFY(!flags.rule5Shown && flags.rule6Shown);
-    }
-
     // Every valid start gives a constant second difference of −0.5° and
     // keeps its own pair.
-    void adjustmentHasConstantSecondDifferences() {
+    void adjustmentHasConstantSecondDifferencesAndTheLawsFollowTheSets() {
         using namespace ptolemy_fit;
         for (const DataSet* set : {&waterSet(), &glassSet()}) {
             for (int k = 0; k + 1 < static_cast<int>(set->refraction.size()); ++k) {
@@ -164,45 +146,27 @@ private slots:
         QVERIFY(std::fabs(water[0]) < 1e-9 && std::fabs(water[1] - 8.0) < 1e-9 && std::fabs(water[8] - 50.0) < 1e-9);
         QCOMPARE(proportionalRatio(waterSet()), 0.75);
         QCOMPARE(proportionalRatio(glassSet()), 0.675);
+        const auto snell = snellRefraction(waterSet());
+        QVERIFY(snell.size() == 9 && snell[0] && std::fabs(*snell[0]) < 1e-12 && std::fabs(*snell[3] - 22.02) < 0.01);
+        QVERIFY(std::fabs(*snellRefraction(glassSet())[7] - 40.38) < 0.01);
     }
 
     void startPairAnswers() {
         using namespace ptolemy_fit;
+        using enum StartPairAnswer;
         const struct {
             const char* typed;
             StartPairAnswer water, glass;
-        } cases[] = {
-            {"", StartPairAnswer::Cancelled, StartPairAnswer::Cancelled},
-            {"   ", StartPairAnswer::Cancelled, StartPairAnswer::Cancelled},
-            {"abc", StartPairAnswer::NotANumber, StartPairAnswer::NotANumber},
-            {"1,5.0", StartPairAnswer::NotANumber, StartPairAnswer::NotANumber},
-            {"1,5", StartPairAnswer::NotWhole, StartPairAnswer::NotWhole},
-            {"2,0", StartPairAnswer::Valid, StartPairAnswer::Valid},
-            {"nan", StartPairAnswer::NotANumber, StartPairAnswer::NotANumber},
-            {"0", StartPairAnswer::OutOfRange, StartPairAnswer::OutOfRange},
-            {"8", StartPairAnswer::OutOfRange, StartPairAnswer::OutOfRange},
-            {"1e9", StartPairAnswer::OutOfRange, StartPairAnswer::OutOfRange},
-            {"-3", StartPairAnswer::OutOfRange, StartPairAnswer::OutOfRange},
-            {"1.5", StartPairAnswer::NotWhole, StartPairAnswer::NotWhole},
-            {"1", StartPairAnswer::Valid, StartPairAnswer::Valid},
-            {" 6 ", StartPairAnswer::Valid, StartPairAnswer::Valid},
-            {"7", StartPairAnswer::Valid, StartPairAnswer::BeyondTheSet},
-        };
+        } cases[] = {{"", Cancelled, Cancelled},       {"   ", Cancelled, Cancelled},     {"abc", NotANumber, NotANumber},
+                     {"1,5.0", NotANumber, NotANumber}, {"nan", NotANumber, NotANumber},  {"1,5", NotWhole, NotWhole},
+                     {"1.5", NotWhole, NotWhole},       {"0", OutOfRange, OutOfRange},    {"8", OutOfRange, OutOfRange},
+                     {"1e9", OutOfRange, OutOfRange},   {"-3", OutOfRange, OutOfRange},   {"2,0", Valid, Valid},
+                     {"1", Valid, Valid},               {" 6 ", Valid, Valid},            {"7", Valid, BeyondTheSet}};
         for (const auto& c : cases) {
             QVERIFY2(readStartPair(c.typed, waterSet()).answer == c.water, c.typed);
             QVERIFY2(readStartPair(c.typed, glassSet()).answer == c.glass, c.typed);
         }
         QCOMPARE(readStartPair("2", waterSet()).k, 2);
-    }
-
-    void snellValuesForTheSets() {
-        using namespace ptolemy_fit;
-        const auto water = snellRefraction(waterSet());
-        QCOMPARE(water.size(), std::size_t(9));
-        QVERIFY(water[0] && std::fabs(*water[0]) < 1e-12);
-        QVERIFY(water[3] && std::fabs(*water[3] - 22.02) < 0.01);
-        const auto glass = snellRefraction(glassSet());
-        QVERIFY(glass[7] && std::fabs(*glass[7] - 40.38) < 0.01);
     }
 };
 

@@ -3,6 +3,8 @@
 // Usage: screenshots FOLDER   (QT_SCALE_FACTOR=2 gives the 200 % set)
 #include <QApplication>
 #include <QDir>
+#include <QRadioButton>
+#include <QScrollBar>
 #include <QWidget>
 
 #include <cstdio>
@@ -106,15 +108,15 @@ int main(int argc, char** argv) {
     auto& ptolemy = form<Ptolemaios>();
     // The body in air where the law puts it: the moment the reading is
     // taken, with the sight view showing it hiding the target.
-    ptolemy.metatopisipar->setValue(0);
+    ptolemy.findChild<QScrollBar*>(QStringLiteral("metatopisipar"))->setValue(0);
     shoot(ptolemy, "ptolemy_instrument", QSize(560, 760));
     shoot(form<Emfanisi>(), "ptolemy_sight", QSize(480, 480));
     openPtolemyDataFitting();
     shoot(form<Ptolkam>(), "ptolemy_fitting");
     openAlHaythamInstrument();
     auto& haytham = form<Xaithamos>();
-    haytham.Option2->click();
-    haytham.strefo->setValue(60);
+    haytham.findChild<QRadioButton*>(QStringLiteral("Option2"))->click();
+    haytham.findChild<QScrollBar*>(QStringLiteral("strefo"))->setValue(60);
     shoot(haytham, "alhaytham_instrument", QSize(760, 720));
     haytham.svise_Click();
     shoot(form<Alhazencheck>(), "alhaytham_rules");
