@@ -8,7 +8,6 @@
 
 #include "canvas/canvas_limits.h"
 #include "canvas/figure_export.h"
-#include "canvas/fonts.h"
 
 using namespace canvas_limits;
 using namespace canvas_ops;
@@ -55,20 +54,6 @@ void Canvas::setBackColor(const QColor& c) {
 }
 
 void Canvas::setDrawWidth(int pixels) { state_.drawWidth = std::clamp(pixels, 1, kMaxDrawWidth); }
-
-void Canvas::setFontName(const QString& name) { fontName_ = name; }
-
-void Canvas::setFontSize(double points) {
-    if (std::isfinite(points) && points > 0) fontSize_ = std::clamp(points, kMinFontPoints, kMaxFontPoints);
-}
-
-void Canvas::setFontBold(bool bold) { fontBold_ = bold; }
-
-QFont Canvas::currentFont() const { return programFont(fontName_, fontSize_, fontBold_); }
-
-// Text is measured on the image it is painted on, so that what print()
-// advances and what the painter draws agree on any screen.
-QFontMetricsF Canvas::metrics(const QFont& font) const { return QFontMetricsF(font, &image()); }
 
 bool Canvas::finite(std::initializer_list<double> values) {
     return std::all_of(values.begin(), values.end(), [](double v) { return std::isfinite(v); });
@@ -162,54 +147,6 @@ void Canvas::pset(double x, double y, std::optional<QColor> colour) {
     currentY_ = y;
 }
 
-void Canvas::print(const QString& text, PrintEnd end) {
-    if (!finite({currentX_, currentY_, fracX(currentX_), fracY(currentY_)})) {
-        skip();
-        return;
-    }
-    const UserScale s = userScale();
-    const QFont font = currentFont();
-    const QFontMetricsF fm = metrics(font);
-    // One line down the screen, in user units (negative on a y-up scale).
-    const double lineStep = fm.lineSpacing() * s.height / areaHeight();
-    QString cleaned = text;
-    cleaned.remove(QLatin1Char('\r'));
-    const QStringList lines = cleaned.split(QLatin1Char('\n'));
-    double x = currentX_;
-    double y = currentY_;
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        if (i > 0) {
-            x = s.left;
-            y += lineStep;
-        }
-        if (!lines[i].isEmpty())
-            record(TextOp{fracX(x), fracY(y), lines[i], font, state_.foreColor, areaWidth(), areaHeight(), textHalo_});
-    }
-    if (end == PrintEnd::NextLine) {
-        currentX_ = s.left;
-        currentY_ = y + lineStep;
-    } else {
-        currentX_ = x + fm.horizontalAdvance(lines.back()) * s.width / areaWidth();
-        currentY_ = y;
-    }
-
-    notePrinted(text);
-}
-
-double Canvas::textWidth(const QString& text) const {
-    const QFontMetricsF fm = metrics(currentFont());
-    double widest = 0.0;
-    QString cleaned = text;
-    cleaned.remove(QLatin1Char('\r'));
-    for (const QString& lineText : cleaned.split(QLatin1Char('\n')))
-        widest = std::max(widest, fm.horizontalAdvance(lineText));
-    return widest * std::fabs(userPerPixelX());
-}
-
-double Canvas::textHeight(const QString& text) const {
-    const auto lines = text.count(QLatin1Char('\n')) + 1;
-    return metrics(currentFont()).lineSpacing() * static_cast<double>(lines) * std::fabs(userPerPixelY());
-}
 // --------------------------------------------------------------- events ---
 
 void Canvas::paintEvent(QPaintEvent* event) {

@@ -241,6 +241,12 @@ private slots:
         QVERIFY2(shrunk < text.height() && shrunk > text.height() / 2 + 2,
                  qPrintable(QStringLiteral("%1 of %2").arg(shrunk).arg(text.height())));
         for (const auto& t : c.drawnTexts()) QCOMPARE(t.points, 8.0);
+        c.setFontSize(6);  // printed small on purpose: kept, not enlarged
+        c.print(QStringLiteral("tiny"));
+        c.resize(100, 100);
+        QCOMPARE(c.drawnTexts().back().points, 6.0);
+        c.resize(900, 600);  // larger than printed: the size as printed
+        QCOMPARE(c.drawnTexts().front().points, 10.0);
     }
 
     void aPartOfTheAreaRepaintsFromTheSamePlaceOfTheImage() {
@@ -262,8 +268,8 @@ private slots:
     // A window far larger than any screen: its image stops at the largest
     // screen's size (or a common desktop's, on a smaller screen) instead of
     // taking a quarter of a gigabyte, the whole figure is still in it, new
-    // drawing lands where it should, and a saved picture replays the
-    // record at its own size. Back at a small size the image is sharp again.
+    // drawing lands where it should. Back at a small size the image is
+    // sharp again.
     void imageStopsAtTheLargestScreen() {
         Canvas c;
         c.resize(400, 400);
@@ -284,11 +290,6 @@ private slots:
         QCOMPARE(c.pixelAt(5, 95), kBlue);
         QCOMPARE(c.pixelAt(5, 85), kWhite);
 
-        const QImage png = figureImage(c);
-        QCOMPARE(png.size(), QSize(4096, 4096));
-        QCOMPARE(png.pixelColor(4000, 4000), kRed);
-        QCOMPARE(png.pixelColor(100, 4000), kBlue);
-        QCOMPARE(png.pixelColor(3600, 3600), kWhite);
 
         c.resize(400, 400);
         QCOMPARE(c.image().size(), QSize(400, 400));

@@ -215,25 +215,6 @@ private slots:
         }
     }
 
-    // A graph window that gives up part of its height to a text box above
-    // it used to squeeze its printed labels to a few pixels.
-    void shrunkTextsStayReadable() {
-        Canvas c;
-        c.resize(600, 400);
-        c.setFontSize(10);
-        c.print(QStringLiteral("0.6"));
-        c.setFontSize(6);  // printed small on purpose: kept, not enlarged
-        c.print(QStringLiteral("tiny"));
-        c.resize(600, 150);
-        const auto texts = c.drawnTexts();
-        QCOMPARE(texts.size(), std::size_t{2});
-        QCOMPARE(texts[0].points, 8.0);
-        QCOMPARE(texts[1].points, 6.0);
-        QVERIFY(texts[0].box.height() > texts[1].box.height());
-        c.resize(900, 600);  // larger than printed: the size as printed
-        QCOMPARE(c.drawnTexts()[0].points, 10.0);
-    }
-
     void roomForTitlesAboveAndBelow() {
         Canvas c;
         c.resize(300, 200);

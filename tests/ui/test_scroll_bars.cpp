@@ -41,7 +41,6 @@ private slots:
                                                              .objectName = "bar",
                                                              .accessibleName = QString()}));
             bar->resize(orientation == Qt::Horizontal ? QSize(200, 18) : QSize(18, 200));
-            QCOMPARE(bar->objectName(), QStringLiteral("bar"));
             QCOMPARE(bar->focusPolicy(), Qt::StrongFocus);
             const bool horizontal = orientation == Qt::Horizontal;
             const Qt::Key raise = horizontal ? Qt::Key_Right : Qt::Key_Down;
