@@ -17,7 +17,6 @@ struct SharedState {
     double speedRatio = 1.0;         // c of the wave screens
     double measuredIndex = 0.0;      // result of the last ray trace
     double exitRayAngle = 0.0;       // radians from the horizontal
-    double dataIndex = 0.0;          // index fitted by the data analysis
 };
 
 // The one instance.

@@ -27,7 +27,7 @@ private slots:
         Inpdat& data = form<Inpdat>();
         QVERIFY(data.isVisible());
 
-        data.ptolemaiosItem->trigger();
+        named<QAction>(data, "ptolemaios")->trigger();
         Ptolemaios& ptolemy = form<Ptolemaios>();
         QVERIFY(ptolemy.isVisible() && form<Emfanisi>().isVisible());
         ptolemy.metatopisipar->setValue(0);  // where the law puts the body
@@ -35,7 +35,7 @@ private slots:
         ptolemy.Command1->click();
         QVERIFY(data.isVisible() && !ptolemy.isVisible());
 
-        data.xaithamosItem->trigger();
+        named<QAction>(data, "xaithamos")->trigger();
         Xaithamos& instrument = form<Xaithamos>();
         QVERIFY(instrument.isVisible());
         instrument.svise->click();
@@ -46,7 +46,7 @@ private slots:
         check.Command1->click();
         QVERIFY(data.isVisible() && !check.isVisible());
 
-        data.ptolemeosprosarmogidedo->trigger();
+        named<QAction>(data, "ptolemeosprosarmogidedo")->trigger();
         Ptolkam& fitting = form<Ptolkam>();
         QVERIFY(fitting.isVisible());
         scope.dialogs().answers = {QStringLiteral("3")};
