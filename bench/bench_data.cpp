@@ -49,9 +49,10 @@ Inpdat& preparedData() {
 void BM_DataAnalysisFullGrid(benchmark::State& state) {
     Inpdat& d = preparedData();
     std::vector<history::TypedRow> rows;
-    for (int k = 0; k < Inpdat::kRows; ++k)
-        rows.push_back({QString::number(5 + 6 * k).toStdString(),
-                        QString::number(std::asin(std::sin((5 + 6 * k) * M_PI / 180.0) / 1.5) * 180.0 / M_PI, 'f', 3).toStdString()});
+    for (int k = 0; k < Inpdat::kRows; ++k) {
+        const double refraction = std::asin(std::sin((5 + 6 * k) * M_PI / 180.0) / 1.5) * 180.0 / M_PI;
+        rows.push_back({QString::number(5 + 6 * k).toStdString(), QString::number(refraction, 'f', 3).toStdString()});
+    }
     d.showPairs(rows);
     for (auto _ : state) d.Command1_Click();
     state.SetItemsProcessed(state.iterations());
