@@ -104,6 +104,11 @@ bool Inpdat::analyse(const std::vector<AnglePair>& pairs, const AnalysisTexts& t
     }
     intercept = fit.line->intercept;
     slope = fit.line->slope;
+    // Held first, so that the graphs are drawn from the values every other
+    // screen reads.
+    DataState& state = sharedState<DataState>();
+    state.setPairs(pairs);
+    state.setDataIndex(*fit.index);
 
     Incref& incref = form<Incref>();
     Analysis& analysis = form<Analysis>();
@@ -111,8 +116,8 @@ bool Inpdat::analyse(const std::vector<AnglePair>& pairs, const AnalysisTexts& t
     // Shown before drawing, so that texts and ticks are measured at the
     // size the pupil sees.
     showGraphScreens();
-    drawAngleGraph(*incref.canvas(), pairs, texts.style, texts.refractionTitle, texts.incidenceTitle);
-    const SineGraphTexts sineTexts{texts.indexPrefix + fmt(*fit.index, texts.indexFormat),
+    drawAngleGraph(*incref.canvas(), state.pairs(), texts.style, texts.refractionTitle, texts.incidenceTitle);
+    const SineGraphTexts sineTexts{texts.indexPrefix + fmt(state.dataIndex(), texts.indexFormat),
                                    fitQualityText(fit, texts.indexFormat), texts.sinIncidenceTitle,
                                    texts.sinRefractionTitle};
     drawSineGraph(*analysis.canvas(), fit, texts.style, sineTexts, residualsItem->isChecked());
@@ -123,9 +128,6 @@ bool Inpdat::analyse(const std::vector<AnglePair>& pairs, const AnalysisTexts& t
                                : QStringLiteral("Typed by the pupil  Μετρήσεις του μαθητή");
     lastAnalysis_ = Analysed{fit,    texts.style, sineTexts, texts.indexFormat, source, {}, texts.refractionTitle,
                              texts.incidenceTitle, {}};
-    DataState& state = sharedState<DataState>();
-    state.setPairs(pairs);
-    state.setDataIndex(*fit.index);
     return true;
 }
 
