@@ -48,10 +48,12 @@ Inpdat& preparedData() {
 
 void BM_DataAnalysisFullGrid(benchmark::State& state) {
     Inpdat& d = preparedData();
+    std::vector<history::TypedRow> rows;
     for (int k = 0; k < Inpdat::kRows; ++k) {
-        d.Text1[k]->setText(QString::number(5 + 6 * k));
-        d.Refr[k]->setText(QString::number(std::asin(std::sin((5 + 6 * k) * M_PI / 180.0) / 1.5) * 180.0 / M_PI, 'f', 3));
+        const double refraction = std::asin(std::sin((5 + 6 * k) * M_PI / 180.0) / 1.5) * 180.0 / M_PI;
+        rows.push_back({QString::number(5 + 6 * k).toStdString(), QString::number(refraction, 'f', 3).toStdString()});
     }
+    d.showPairs(rows);
     for (auto _ : state) d.Command1_Click();
     state.SetItemsProcessed(state.iterations());
 }
@@ -60,9 +62,10 @@ BENCHMARK(BM_DataAnalysisFullGrid)->Unit(benchmark::kMicrosecond);
 void BM_SnellOverNewtonGlass(benchmark::State& state) {
     Inpdat& d = preparedData();
     d.Newt_Click();
-    d.svinograf->setChecked(true);  // each law starts from the data drawn afresh
+    QCheckBox* erase = d.findChild<QCheckBox*>(QStringLiteral("svinograf"));
+    erase->setChecked(true);  // each law starts from the data drawn afresh
     for (auto _ : state) d.Snell_2_Click();
-    d.svinograf->setChecked(false);
+    erase->setChecked(false);
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_SnellOverNewtonGlass)->Unit(benchmark::kMicrosecond);

@@ -33,6 +33,15 @@ inline double distanceToRect(const QPointF& p, const QRectF& r) {
     return QLineF(p, QPointF(std::clamp(p.x(), r.left(), r.right()), std::clamp(p.y(), r.top(), r.bottom()))).length();
 }
 
+// A screen's control found by its object name; the test stops at once,
+// naming it, when there is none, instead of crashing on a null pointer.
+template <class T = QWidget>
+T* named(const QObject& screen, const QString& name) {
+    T* found = screen.findChild<T*>(name);
+    if (!found) qFatal("no control named %s", qPrintable(name));
+    return found;
+}
+
 // Answers input boxes from a queue (an empty answer when the queue runs out,
 // as Cancel would) and records every message and prompt.
 class ScriptedDialogs : public DialogProvider {

@@ -10,9 +10,6 @@
 #include "canvas/fonts.h"
 
 namespace {
-constexpr double kIncrefLeft = -5.0, kIncrefTop = 110.0, kIncrefRight = 110.0, kIncrefBottom = -30.0;
-constexpr double kSineLeft = -0.3, kSineTop = 1.2, kSineRight = 1.5, kSineBottom = -0.2;
-
 void prepareCanvas(Canvas& canvas) {
     // Tahoma with the Greek character set, as start-up prepares it.
     canvas.setFontName(QStringLiteral("TAHOMA"));
@@ -38,7 +35,9 @@ Incref::Incref() {
 
 void Incref::setTitle(const QString& title) { setWindowTitle(title); }
 
-void Incref::graphScale() { canvas_->scale(kIncrefLeft, kIncrefTop, kIncrefRight, kIncrefBottom); }
+void Incref::graphScale() {
+    canvas_->scale(kAngleGraphScale.left, kAngleGraphScale.top, kAngleGraphScale.right, kAngleGraphScale.bottom);
+}
 
 Analysis::Analysis() {
     setObjectName(QStringLiteral("analysis"));
@@ -70,7 +69,9 @@ Analysis::Analysis() {
 
 void Analysis::setTitle(const QString& title) { setWindowTitle(title); }
 
-void Analysis::graphScale() { canvas_->scale(kSineLeft, kSineTop, kSineRight, kSineBottom); }
+void Analysis::graphScale() {
+    canvas_->scale(kSineGraphScale.left, kSineGraphScale.top, kSineGraphScale.right, kSineGraphScale.bottom);
+}
 
 void Analysis::showText(const QString& text, double pointSize) {
     Text1->setFont(programFont(QStringLiteral("tahoma"), pointSize));

@@ -44,6 +44,7 @@ void showAlHaythamRules(bool rule5Violated, bool rule6Violated) {
     graph.graphScale();
     Canvas& page = *graph.canvas();
     page.cls();
+    graph.setPicture(Picture::Diagram);
     // The long lines need a small type to fit the graph screen's width.
     const double size = page.fontSize();
     page.setFontSize(8.0);

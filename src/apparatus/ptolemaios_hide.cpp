@@ -112,4 +112,5 @@ void Ptolemaios::Command1_Click() {
     notes.showText(ptolemyApparatusExplanation(), 13.0);
     graph.setTitle(QStringLiteral("PTOLEMY'S APPARATUS Η συσκευή του Πτολεμαίου"));
     drawPtolemyDiagram(*graph.canvas());
+    graph.setPicture(Picture::Diagram);
 }

@@ -5,7 +5,6 @@
 struct SharedState {
     double pi = 0.0;                 // set by Main to π
     double speedRatio = 1.0;         // c of the wave screens
-    double dataIndex = 0.0;          // index fitted by the data analysis
 };
 
 // The one instance.

@@ -1,20 +1,18 @@
 #include "history/data_plots.h"
 
-#include <QRectF>
-#include <QVariant>
-
 #include <algorithm>
 #include <cmath>
 
+#include "analysis/graph_screens.h"
 #include "canvas/canvas.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
 
 namespace {
 
-constexpr double kAngleLeft = -5.0, kAngleRight = 110.0, kAngleBottom = -30.0, kAngleTop = 110.0;
+constexpr double kAngleLeft = kAngleGraphScale.left, kAngleRight = kAngleGraphScale.right;
+constexpr double kAngleBottom = kAngleGraphScale.bottom, kAngleTop = kAngleGraphScale.top;
 constexpr double kDotRadius = 1.0;  // a data point, in degrees of incidence
-constexpr double kSineLeft = -0.3, kSineTop = 1.2, kSineRight = 1.5, kSineBottom = -0.2;
 const QColor kBlue(0, 0, 255);
 const QColor kGreen(0, 160, 0);
 const QColor kResidual(220, 0, 0);
@@ -160,12 +158,22 @@ double incidenceTitleTop(Canvas& c, double titlePixels) {
     return kAngleBottom - gap;
 }
 
-}  // namespace
-
-bool showsAngleGraph(const Canvas& c) {
-    const QVariant drawn = c.property("angleGraphScale");
-    return drawn.isValid() && drawn.toRectF() == QRectF(c.scaleLeft(), c.scaleTop(), c.scaleWidth(), c.scaleHeight());
+// The angle graph in words, for a screen reader.
+QString angleSummary(const std::vector<history::AnglePair>& pairs, const PlotStyle& style, const QString& refractionTitle,
+                     const QString& incidenceTitle, double top) {
+    QStringList points;
+    for (const auto& p : pairs)
+        if (std::isfinite(p.incidence) && std::isfinite(p.refraction))
+            points << QStringLiteral("(%1°, %2°)").arg(fmt(p.incidence, "0.0"), fmt(p.refraction, "0.0"));
+    return QStringLiteral("Graph: %1 across (%2° to %3°) against %4 up (%5° to %6°). %7 points%8: %9.")
+        .arg(incidenceTitle, fmt(kAngleLeft, "0"), fmt(kAngleRight, "0"), refractionTitle, fmt(kAngleBottom, "0"),
+             fmt(top, "0"))
+        .arg(points.size())
+        .arg(style.setLabel.isEmpty() ? QString() : QStringLiteral(" of ") + style.setLabel.trimmed(),
+             points.join(QLatin1String(", ")));
 }
+
+}  // namespace
 
 void drawAngleGraph(Canvas& c, const std::vector<history::AnglePair>& pairs, const PlotStyle& style,
                     const QString& refractionTitle, const QString& incidenceTitle) {
@@ -187,7 +195,6 @@ void drawAngleGraph(Canvas& c, const std::vector<history::AnglePair>& pairs, con
         const double title = incidenceTitlePixels(c, incidenceTitle);
         if (incidenceTitleTop(c, title) < kAngleBottom) makeRoomAtBottom(c, kAngleBottom, title + 2.0 * kBandGapPixels);
     }
-    c.setProperty("angleGraphScale", QRectF(c.scaleLeft(), c.scaleTop(), c.scaleWidth(), c.scaleHeight()));
 
     c.line(-5, 0, 100, 0);
     c.line(0, -5, 0, graphTop);
@@ -212,17 +219,7 @@ void drawAngleGraph(Canvas& c, const std::vector<history::AnglePair>& pairs, con
     c.setFontBold(false);
     c.setForeColor(Qt::black);
     c.setFontSize(kLabelPoints);
-    // The graph in words, for a screen reader.
-    QStringList points;
-    for (const auto& p : pairs)
-        if (std::isfinite(p.incidence) && std::isfinite(p.refraction))
-            points << QStringLiteral("(%1°, %2°)").arg(fmt(p.incidence, "0.0"), fmt(p.refraction, "0.0"));
-    c.setSummary(QStringLiteral("Graph: %1 across (%2° to %3°) against %4 up (%5° to %6°). %7 points%8: %9.")
-                     .arg(incidenceTitle, fmt(kAngleLeft, "0"), fmt(kAngleRight, "0"), refractionTitle,
-                          fmt(kAngleBottom, "0"), fmt(top, "0"))
-                     .arg(points.size())
-                     .arg(style.setLabel.isEmpty() ? QString() : QStringLiteral(" of ") + style.setLabel.trimmed(),
-                          points.join(QLatin1String(", "))));
+    c.setSummary(angleSummary(pairs, style, refractionTitle, incidenceTitle, top));
     redrawWhenResized(c, [&c, pairs, style, refractionTitle, incidenceTitle] {
         drawAngleGraph(c, pairs, style, refractionTitle, incidenceTitle);
     });
@@ -270,51 +267,40 @@ double sineGraphTop(const history::SineFit& fit, bool residualBars) {
     return std::min(top, 3.0);
 }
 
-}  // namespace
-
-void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& style, const SineGraphTexts& texts,
-                   bool residualBars) {
-    c.cls();
-    c.scale(kSineLeft, kSineTop, kSineRight, kSineBottom);
-    c.setForeColor(Qt::black);
-    c.setDrawWidth(1);
+// The height in pixels of the band over the sine graph: the index, the
+// fit's quality and the sine title.
+double sineBandAbove(Canvas& c, const SineGraphTexts& texts) {
+    c.setFontBold(true);
+    double above = 3.0 * kBandGapPixels + fittedHeightPixels(c, texts.index, kIndexWidth, kTitlePoints + 1.0);
+    above += fittedHeightPixels(c, texts.sinRefractionTitle, kSineTitleWidth, kTitlePoints);
+    if (!texts.fitQuality.isEmpty()) {
+        c.setFontBold(false);
+        above += fittedHeightPixels(c, texts.fitQuality, kIndexWidth, kTitlePoints);
+    }
     c.setFontBold(false);
     c.setFontSize(kLabelPoints);
+    return above;
+}
 
-    // The index, the fit's quality and the sine title stand in a band over
-    // everything the graph draws, the incidence title under the x labels:
-    // the scale grows to make room for them on a small window.
-    const double graphTop = sineGraphTop(fit, residualBars);
-    auto bandAbove = [&] {
-        c.setFontBold(true);
-        double above = 3.0 * kBandGapPixels + fittedHeightPixels(c, texts.index, kIndexWidth, kTitlePoints + 1.0);
-        above += fittedHeightPixels(c, texts.sinRefractionTitle, kSineTitleWidth, kTitlePoints);
-        if (!texts.fitQuality.isEmpty()) {
-            c.setFontBold(false);
-            above += fittedHeightPixels(c, texts.fitQuality, kIndexWidth, kTitlePoints);
-        }
-        c.setFontBold(false);
-        c.setFontSize(kLabelPoints);
-        return above;
-    };
-    auto bandBelow = [&] {
-        const double labels = 3.0 + 2.0 * kBandGapPixels + linePixels(c);
-        c.setFontBold(true);
-        const double title = fittedHeightPixels(c, texts.sinIncidenceTitle, kSineTitleWidth, kTitlePoints);
-        c.setFontBold(false);
-        c.setFontSize(kLabelPoints);
-        return labels + title + kBandGapPixels;
-    };
-    for (int round = 0; round < 3; ++round) {
-        makeRoomAtTop(c, graphTop, bandAbove());
-        makeRoomAtBottom(c, 0.0, bandBelow());
-    }
+// The height in pixels of the band under the x axis: its labels and the
+// incidence title.
+double sineBandBelow(Canvas& c, const SineGraphTexts& texts) {
+    const double labels = 3.0 + 2.0 * kBandGapPixels + linePixels(c);
+    c.setFontBold(true);
+    const double title = fittedHeightPixels(c, texts.sinIncidenceTitle, kSineTitleWidth, kTitlePoints);
+    c.setFontBold(false);
+    c.setFontSize(kLabelPoints);
+    return labels + title + kBandGapPixels;
+}
+
+// The axes to 1.1 with blue ticks, labelled every 0.2, and the green
+// dashed line sin r = sin i.
+void drawSineAxes(Canvas& c) {
     const double down = pixelDown(c);
-
     c.line(-0.05, 0, 1.1, 0);
     c.line(0, -0.05, 0, 1.1);
-    const double tickX = 0.012 * (kSineRight - kSineLeft);
-    const double tickY = 0.012 * (kSineTop - kSineBottom);
+    const double tickX = 0.012 * (kSineGraphScale.right - kSineGraphScale.left);
+    const double tickY = 0.012 * (kSineGraphScale.top - kSineGraphScale.bottom);
     for (int k = 1; k <= 11; ++k) {
         const double v = k / 10.0;
         c.line(v, 0, v, tickY, kBlue);
@@ -330,7 +316,11 @@ void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& styl
     c.setDrawStyle(DrawStyle::Solid);
     c.setForeColor(kGreen);
     printAt(c, 1.02, 1.03, QStringLiteral("n = 1"));
+}
 
+// The fitted line, the points, and with residualBars each fitted point's
+// distance from the line as a bar standing on it.
+void drawSineFit(Canvas& c, const history::SineFit& fit, const PlotStyle& style, bool residualBars) {
     if (fit.line) {
         const double a = fit.line->slope;
         const double b = fit.line->intercept;
@@ -345,21 +335,25 @@ void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& styl
         if (!std::isfinite(x) || !std::isfinite(y)) continue;
         c.filledCircle(x, y, 0.012, style.colour);
     }
-
-    if (residualBars && fit.line) {
-        const double a = fit.line->slope;
-        const double b = fit.line->intercept;
-        const std::size_t fitted = std::min(n, static_cast<std::size_t>(std::max(fit.fittedPairs, 0)));
-        const auto e = history::residuals(fit.sinIncidence, fit.sinRefraction, static_cast<int>(fitted), a, b);
-        c.setDrawWidth(3);
-        for (std::size_t k = 0; k < e.size(); ++k) {
-            const double x = fit.sinIncidence[k];
-            if (!std::isfinite(x) || !std::isfinite(e[k])) continue;
-            c.line(x, a * x + b, x, a * x + b + kResidualMagnification * e[k], kResidual);
-        }
-        c.setDrawWidth(1);
+    if (!residualBars || !fit.line) return;
+    const double a = fit.line->slope;
+    const double b = fit.line->intercept;
+    const std::size_t fitted = std::min(n, static_cast<std::size_t>(std::max(fit.fittedPairs, 0)));
+    const auto e = history::residuals(fit.sinIncidence, fit.sinRefraction, static_cast<int>(fitted), a, b);
+    c.setDrawWidth(3);
+    for (std::size_t k = 0; k < e.size(); ++k) {
+        const double x = fit.sinIncidence[k];
+        if (!std::isfinite(x) || !std::isfinite(e[k])) continue;
+        c.line(x, a * x + b, x, a * x + b + kResidualMagnification * e[k], kResidual);
     }
+    c.setDrawWidth(1);
+}
 
+// The index and the fit's quality over the graph, the two axis titles,
+// and right of the graph the set's name with, under it, what the red bars
+// are.
+void printSineTexts(Canvas& c, const SineGraphTexts& texts, const PlotStyle& style, bool barsDrawn) {
+    const double down = pixelDown(c);
     c.setFontBold(true);
     c.setForeColor(Qt::black);
     double next = printFitted(c, kTitleX, c.scaleTop() + kBandGapPixels * down, texts.index, kIndexWidth, kTitlePoints + 1.0);
@@ -374,13 +368,12 @@ void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& styl
     const double incidenceTop = (3.0 + 2.0 * kBandGapPixels + linePixels(c)) * down;
     c.setFontBold(true);
     printFitted(c, kIncidenceTitleX, incidenceTop, texts.sinIncidenceTitle, kSineTitleWidth, kTitlePoints);
-    // Right of the graph: the set's name, and under it what the red bars are.
     double rightColumn = 0.6;
     if (!style.setLabel.isEmpty()) {
         c.setForeColor(style.colour);
         rightColumn = printFitted(c, kRightColumn, 0.6, style.setLabel, kSetLabelWidth, kTitlePoints + 1.0);
     }
-    if (residualBars && fit.line) {
+    if (barsDrawn) {
         c.setFontBold(false);
         c.setForeColor(kResidual);
         printFitted(c, kRightColumn, std::min(0.45, rightColumn + kBandGapPixels * down),
@@ -389,8 +382,11 @@ void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& styl
     c.setFontBold(false);
     c.setForeColor(Qt::black);
     c.setFontSize(kLabelPoints);
+}
 
-    // The graph in words, for a screen reader.
+// The graph in words, for a screen reader.
+QString sineSummary(const history::SineFit& fit, const PlotStyle& style, const SineGraphTexts& texts) {
+    const std::size_t n = std::min(fit.sinIncidence.size(), fit.sinRefraction.size());
     QString summary = QStringLiteral("Graph: %1 across against %2 up, both 0 to 1.1. %3 points%4. Dashed line n = 1.")
                           .arg(texts.sinIncidenceTitle, texts.sinRefractionTitle)
                           .arg(n)
@@ -399,6 +395,30 @@ void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& styl
         summary += QStringLiteral(" Fitted line: sin r = %1 sin i %2 %3. %4")
                        .arg(fmt(fit.line->slope, "0.000"), fit.line->intercept < 0 ? QStringLiteral("-") : QStringLiteral("+"),
                             fmt(std::fabs(fit.line->intercept), "0.000"), texts.index.trimmed());
-    c.setSummary(summary);
+    return summary;
+}
+
+}  // namespace
+
+void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& style, const SineGraphTexts& texts,
+                   bool residualBars) {
+    c.cls();
+    c.scale(kSineGraphScale.left, kSineGraphScale.top, kSineGraphScale.right, kSineGraphScale.bottom);
+    c.setForeColor(Qt::black);
+    c.setDrawWidth(1);
+    c.setFontBold(false);
+    c.setFontSize(kLabelPoints);
+    // The index, the fit's quality and the sine title stand in a band over
+    // everything the graph draws, the incidence title under the x labels:
+    // the scale grows to make room for them on a small window.
+    const double graphTop = sineGraphTop(fit, residualBars);
+    for (int round = 0; round < 3; ++round) {
+        makeRoomAtTop(c, graphTop, sineBandAbove(c, texts));
+        makeRoomAtBottom(c, 0.0, sineBandBelow(c, texts));
+    }
+    drawSineAxes(c);
+    drawSineFit(c, fit, style, residualBars);
+    printSineTexts(c, texts, style, residualBars && fit.line);
+    c.setSummary(sineSummary(fit, style, texts));
     redrawWhenResized(c, [&c, fit, style, texts, residualBars] { drawSineGraph(c, fit, style, texts, residualBars); });
 }

@@ -21,17 +21,14 @@ struct PlotStyle {
 // (Witelo's extrapolations reach 118°) would otherwise fall off the graph.
 double angleGraphTop(const std::vector<history::AnglePair>& pairs);
 
-// Refraction against incidence: the scale (x −5 … 110, y top … −30), axes,
+// Refraction against incidence: the scale (kAngleGraphScale, its top raised
+// to angleGraphTop), axes,
 // grid, the pairs as dots, the set's name and the two axis titles. The
 // titles stand where no line of the graph runs (the scale grows a little
 // on a small window to give them room), and the graph is drawn again when
 // its canvas changes size.
 void drawAngleGraph(Canvas& canvas, const std::vector<history::AnglePair>& pairs, const PlotStyle& style,
                     const QString& refractionTitle, const QString& incidenceTitle);
-
-// Whether the canvas shows the angle graph as drawAngleGraph left it (its
-// scale), so that a law can be laid over it.
-bool showsAngleGraph(const Canvas& canvas);
 
 // The texts of the sine graph.
 struct SineGraphTexts {
@@ -41,7 +38,7 @@ struct SineGraphTexts {
     QString sinRefractionTitle;
 };
 
-// sin r against sin i: the scale (x −0.3 … 1.5, y 1.2 … −0.2), axes with
+// sin r against sin i: the scale (kSineGraphScale), axes with
 // blue ticks to 1.1, the green line sin r = sin i for comparison, the
 // fitted line from sin i = 0 to 1, the points, the index text with the
 // fit's quality under it and the axis titles. Non-finite values are left

@@ -6,9 +6,9 @@
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "core/number_input.h"
-#include "core/shared_state.h"
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"
+#include "history/data_state.h"
 #include "history/inpdat_screen.h"
 
 using history::AnglePair;
@@ -104,7 +104,11 @@ bool Inpdat::analyse(const std::vector<AnglePair>& pairs, const AnalysisTexts& t
     }
     intercept = fit.line->intercept;
     slope = fit.line->slope;
-    module1().dataIndex = *fit.index;
+    // Held first, so that the graphs are drawn from the values every other
+    // screen reads.
+    DataState& state = sharedState<DataState>();
+    state.setPairs(pairs);
+    state.setDataIndex(*fit.index);
 
     Incref& incref = form<Incref>();
     Analysis& analysis = form<Analysis>();
@@ -112,15 +116,17 @@ bool Inpdat::analyse(const std::vector<AnglePair>& pairs, const AnalysisTexts& t
     // Shown before drawing, so that texts and ticks are measured at the
     // size the pupil sees.
     showGraphScreens();
-    drawAngleGraph(*incref.canvas(), pairs, texts.style, texts.refractionTitle, texts.incidenceTitle);
-    const SineGraphTexts sineTexts{texts.indexPrefix + fmt(*fit.index, texts.indexFormat),
+    drawAngleGraph(*incref.canvas(), state.pairs(), texts.style, texts.refractionTitle, texts.incidenceTitle);
+    const SineGraphTexts sineTexts{texts.indexPrefix + fmt(state.dataIndex(), texts.indexFormat),
                                    fitQualityText(fit, texts.indexFormat), texts.sinIncidenceTitle,
                                    texts.sinRefractionTitle};
     drawSineGraph(*analysis.canvas(), fit, texts.style, sineTexts, residualsItem->isChecked());
+    incref.setPicture(Picture::AngleGraph);
+    analysis.setPicture(Picture::SineGraph);
     const QString source = historicalDataFlag && !Label3->text().isEmpty()
                                ? Label3->text()
                                : QStringLiteral("Typed by the pupil  Μετρήσεις του μαθητή");
-    lastAnalysis_ = Analysed{pairs,  fit, texts.style, sineTexts, texts.indexFormat, source, {}, texts.refractionTitle,
+    lastAnalysis_ = Analysed{fit,    texts.style, sineTexts, texts.indexFormat, source, {}, texts.refractionTitle,
                              texts.incidenceTitle, {}};
     return true;
 }
@@ -170,11 +176,10 @@ void Inpdat::Command1_Click() {
 void Inpdat::residuals_Toggled() {
     // Redrawn at once when the sine graph shows the last analysis; otherwise
     // the choice waits for the next one.
-    Canvas& c = *form<Analysis>().canvas();
-    const bool showsSineGraph =
-        std::fabs(c.scaleLeft() + 0.3) < 1e-9 && std::fabs(c.scaleLeft() + c.scaleWidth() - 1.5) < 1e-9;
-    if (!lastAnalysis_ || !showsSineGraph || !form<Analysis>().isVisible()) return;
-    drawSineGraph(c, lastAnalysis_->fit, lastAnalysis_->style, lastAnalysis_->sineTexts, residualsItem->isChecked());
+    Analysis& analysis = form<Analysis>();
+    if (!lastAnalysis_ || analysis.picture() != Picture::SineGraph || !analysis.isVisible()) return;
+    drawSineGraph(*analysis.canvas(), lastAnalysis_->fit, lastAnalysis_->style, lastAnalysis_->sineTexts,
+                  residualsItem->isChecked());
 }
 
 void Inpdat::loadTable(TableId id) {
@@ -189,6 +194,7 @@ void Inpdat::loadTable(TableId id) {
         item->setChecked(false);
     dataItem(id)->setChecked(true);
     analysis.canvas()->cls();
+    analysis.setPicture(Picture::Nothing);
 
     List1->show();
     List2->show();

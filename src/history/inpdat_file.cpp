@@ -156,18 +156,9 @@ void Inpdat::showNote(int noteIndex) {
     if (note.figure != history::NoteFigure::None) {
         if (analysis.layout()) analysis.layout()->activate();
         drawNoteFigure(*analysis.canvas(), note.figure);
+        analysis.setPicture(Picture::NoteFigure);
     } else {
         analysis.canvas()->cls();
+        analysis.setPicture(Picture::Nothing);
     }
-}
-
-std::size_t Inpdat::takeMeasuredPairs(const std::vector<MeasuredPair>& pairs) {
-    klinoistoria_Click();
-    const std::size_t count = std::min(pairs.size(), static_cast<std::size_t>(kRows));
-    for (std::size_t k = 0; k < static_cast<std::size_t>(kRows); ++k) {
-        const bool filled = k < count;
-        Text1[k]->setText(filled ? fmt(pairs[k].incidenceDegrees, "0.0") : QString());
-        Refr[k]->setText(filled ? fmt(pairs[k].refractionDegrees, "0.00") : QString());
-    }
-    return count;
 }

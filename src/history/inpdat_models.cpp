@@ -8,9 +8,9 @@
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "ui/index_prompt.h"
-#include "core/shared_state.h"
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"
+#include "history/data_state.h"
 #include "history/inpdat_screen.h"
 #include "history/law_labels.h"
 #include "history/refraction_laws.h"
@@ -47,13 +47,13 @@ std::optional<double> Inpdat::askIndex(const QString& prompt) { return askTypedI
 bool Inpdat::redrawDataIfAsked() {
     // Without ERASE a law goes over the data already drawn, if there are any:
     // the graph screen starts with the angle graph's scale but no data.
-    if (!svinograf->isChecked() && lastAnalysis_ && showsAngleGraph(*form<Incref>().canvas())) {
+    if (!svinograf->isChecked() && lastAnalysis_ && form<Incref>().picture() == Picture::AngleGraph) {
         showGraphScreens();
         return true;
     }
     // Pairs that cannot be fitted are refused with the analysis's own message
     // before any graph screen opens: a law needs the data drawn under it.
-    return analyseCurrentPairs() && showsAngleGraph(*form<Incref>().canvas());
+    return analyseCurrentPairs() && form<Incref>().picture() == Picture::AngleGraph;
 }
 
 void Inpdat::Kepler_Click() {
@@ -116,7 +116,7 @@ void Inpdat::drawLawsOverData() {
     // line; and so again whenever the pupil resizes the window.
     Canvas& c = *form<Incref>().canvas();
     const Analysed& a = *lastAnalysis_;
-    drawAngleGraph(c, a.pairs, a.style, a.refractionTitle, a.incidenceTitle);
+    drawAngleGraph(c, sharedState<DataState>().pairs(), a.style, a.refractionTitle, a.incidenceTitle);
     layLawsOver(c, a.figures);
     redrawWhenResized(c, [this] { drawLawsOverData(); });
 }
@@ -160,7 +160,7 @@ LawFigure snellFigure(double index, bool leavesDenserMedium) {
 }  // namespace
 
 void Inpdat::Snell_1_Click() {
-    const double fitted = module1().dataIndex;
+    const double fitted = sharedState<DataState>().dataIndex();
     if (!std::isfinite(fitted) || !history::usableIndex(fitted)) {
         messageBox(QStringLiteral("There is no index from the data yet: press \"Data Analysis\" or choose a table first.  "
                                   "Δεν υπάρχει ακόμη δείκτης από τα δεδομένα: πάτησε \"Data Analysis\" ή διάλεξε "
@@ -171,7 +171,7 @@ void Inpdat::Snell_1_Click() {
     // Leaving the denser medium, sin r / sin i is the denser medium's own
     // index: the fitted slope, the inverse of the index the analysis shows.
     const bool leaving = witeloChecked();
-    const double index = leaving ? 1.0 / module1().dataIndex : module1().dataIndex;
+    const double index = leaving ? 1.0 / fitted : fitted;
     lawDrawn(snellLaw(index), snellFigure(index, leaving));
 }
 

@@ -4,23 +4,18 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <cmath>
-
 #include "analysis/graph_screens.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "core/message_text.h"
 #include "core/outside_files.h"
+#include "history/data_state.h"
 #include "history/inpdat_screen.h"
 #include "history/lab_report.h"
 
 namespace {
 
 QString fromUtf8(const std::string& text) { return QString::fromUtf8(text.data(), qsizetype(text.size())); }
-
-bool scaledTo(const Canvas& c, double left, double right) {
-    return std::fabs(c.scaleLeft() - left) < 1e-9 && std::fabs(c.scaleLeft() + c.scaleWidth() - right) < 1e-9;
-}
 
 }  // namespace
 
@@ -37,7 +32,8 @@ bool Inpdat::writeLabReport(const QString& path) {
     // analysis's (an instrument or a note may have drawn over them since).
     const Canvas& angles = *form<Incref>().canvas();
     const Canvas& sines = *form<Analysis>().canvas();
-    if (!lastAnalysis_ || !scaledTo(angles, -5.0, 110.0) || !scaledTo(sines, -0.3, 1.5)) {
+    if (!lastAnalysis_ || form<Incref>().picture() != Picture::AngleGraph ||
+        form<Analysis>().picture() != Picture::SineGraph) {
         messageBox(QStringLiteral("Analyse the data first (Data Analysis or a historical table): the report shows "
                                   "the analysis and its graphs.  Ανάλυσε πρώτα τα δεδομένα (Data Analysis ή ένας "
                                   "ιστορικός πίνακας): η αναφορά δείχνει την ανάλυση και τα γραφήματά της."));
@@ -46,7 +42,7 @@ bool Inpdat::writeLabReport(const QString& path) {
     LabReport report;
     report.date = QDate::currentDate().toString(Qt::ISODate);
     report.source = lastAnalysis_->source;
-    report.pairs = lastAnalysis_->pairs;
+    report.pairs = sharedState<DataState>().pairs();
     report.fit = lastAnalysis_->fit;
     report.indexFormat = QString::fromLatin1(lastAnalysis_->indexFormat);
     report.laws = lastAnalysis_->laws;

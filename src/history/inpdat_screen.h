@@ -1,6 +1,7 @@
 #pragma once
 #include <QAction>
 #include <QCheckBox>
+#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -33,57 +34,6 @@ public:
 
     Inpdat();
 
-    std::array<QLineEdit*, kRows> Text1{};  // incidence angles
-    std::array<QLineEdit*, kRows> Refr{};   // refraction angles
-    QLabel* Label1;  // "INCIDENCE Πρόσπτωσης"
-    QLabel* Label2;  // "REFRACTION Διάθλασης"
-    QLabel* Label3;  // the loaded table's name
-    QListWidget* List1;  // a table's incidence angles, after a heading
-    QListWidget* List2;  // its refraction angles
-    CaptionButton* Command1;  // Data Analysis
-    CaptionButton* Command2;  // INITIAL
-    CaptionButton* Command3;  // END
-    CaptionButton* Command4;  // INTERPRETATION OF LAW
-    QCheckBox* svinograf;     // redraw the data before a model
-    Canvas* fileView;         // where the measurement file's readers print
-
-    QMenu* Models;
-    QAction* Kepler;
-    QMenu* Snell;
-    QAction* Snell_2;
-    QAction* Snell_1;
-    QAction* empirikos;
-    QAction* pyknoareo;
-    QAction* toentrito1;
-    QAction* theoretikes;
-    QAction* residualsItem;  // residual bars on the sine graph (checkable)
-
-    QMenu* Histoire;
-    QAction* newt2;
-    QAction* Newt;
-    QAction* Alhazen2;
-    QAction* Alhazen;
-    QAction* ptolemy2;
-    QAction* ptolemeosprosarmogidedo;
-    QAction* Ptolemy;
-    QAction* Vitello_water;
-    QAction* Vitello_Glass;
-    QAction* klinoistoria;
-
-    QMenu* History_notes;
-    std::vector<QAction*> noteItems;  // in the order of history::historyNotes()
-
-    QMenu* measurements;          // the measurement file of the bench
-    QAction* empiricalFitItem;    // fit of the typed pairs, then the last stored set-up
-    QAction* recallItem;          // one stored set-up by its position
-    QAction* openTableItem;       // the pupil's table from a CSV file
-    QAction* saveTableItem;       // the grid (or the loaded table) to a CSV file
-    QAction* labReportItem;       // the analysis as a one-page PDF report
-
-    QMenu* instruments;           // the simulated historical instruments
-    QAction* ptolemaiosItem;
-    QAction* xaithamosItem;
-
     // Where the analysis takes its pairs from: the lists (a table) or the grid.
     bool historicalDataFlag = false;
     // The last least-squares line of sin r on sin i.
@@ -101,6 +51,9 @@ public:
     // lists, no table marked, and the grid holds nothing but these (as many
     // as it has rows). Returns how many it took.
     std::size_t takeMeasuredPairs(const std::vector<MeasuredPair>& pairs);
+    // The grid holds these rows from the top, as if the pupil had typed
+    // them, and nothing under them.
+    void showPairs(const std::vector<history::TypedRow>& rows);
 
     // --- handlers ---------------------------------------------------------
     void Command1_Click();
@@ -141,8 +94,8 @@ public:
     bool writeLabReport(const QString& path);
 
     // The last analysis that was drawn: its pairs, fit and texts.
+    // (Its pairs are DataState's.)
     struct Analysed {
-        std::vector<history::AnglePair> pairs;
         history::SineFit fit;
         PlotStyle style;
         SineGraphTexts sineTexts;
@@ -162,8 +115,19 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void buildMenus();
     void buildControls();
+    QGridLayout* createGrid(QWidget* central);
+    void createRow(QGridLayout* grid, QWidget* central, int row);
+    void createLabel3(QWidget* central);
+    QGridLayout* createButtons(QWidget* central);
+    void createFileView(QWidget* central);
+    void orderKeyboard();
+    void buildMenus();
+    void createModelsMenu();
+    void createHistoireMenu();
+    void createNotesMenu();
+    void createFileMenu();    // the bench's measurement file, the pupil's tables, the report
+    void createInstrumentsMenu();
     QAction* dataItem(history::TableId id) const;
     void loadTable(history::TableId id);
     // Unchecks the six items that Home and a key in the refraction column
@@ -195,6 +159,45 @@ private:
     // The angle graph of the last analysis with its laws over it, at the
     // canvas's present size (and again whenever it is resized).
     void drawLawsOverData();
+
+    std::array<QLineEdit*, kRows> Text1{};  // incidence angles
+    std::array<QLineEdit*, kRows> Refr{};   // refraction angles
+    QLabel* Label1;  // "INCIDENCE Πρόσπτωσης"
+    QLabel* Label2;  // "REFRACTION Διάθλασης"
+    QLabel* Label3;  // the loaded table's name
+    QListWidget* List1;  // a table's incidence angles, after a heading
+    QListWidget* List2;  // its refraction angles
+    CaptionButton* Command1;  // Data Analysis
+    CaptionButton* Command2;  // INITIAL
+    CaptionButton* Command3;  // END
+    CaptionButton* Command4;  // INTERPRETATION OF LAW
+    QCheckBox* svinograf;     // redraw the data before a model
+    Canvas* fileView;         // where the measurement file's readers print
+
+    QMenu* Models;
+    QAction* Kepler;
+    QMenu* Snell;
+    QAction* Snell_2;
+    QAction* Snell_1;
+    QAction* empirikos;
+    QAction* pyknoareo;
+    QAction* toentrito1;
+    QAction* theoretikes;
+    QAction* residualsItem;  // residual bars on the sine graph (checkable)
+
+    QMenu* Histoire;
+    QAction* newt2;
+    QAction* Newt;
+    QAction* Alhazen2;
+    QAction* Alhazen;
+    QAction* ptolemy2;
+    QAction* ptolemeosprosarmogidedo;
+    QAction* Ptolemy;
+    QAction* Vitello_water;
+    QAction* Vitello_Glass;
+    QAction* klinoistoria;
+
+    QMenu* History_notes;  // items named as history::historyNotes() names them
 
     QColor drawingColour_{Qt::black};
     std::optional<Analysed> lastAnalysis_;

@@ -32,6 +32,7 @@
 #include "apparatus/apparatus_openers.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
+#include "history/data_state.h"
 #include "history/inpdat_screen.h"
 #include "models/interpretation_openers.h"
 #include "semicircle/hmiky_screen.h"
@@ -163,8 +164,8 @@ private slots:
                                       deg(std::asin(std::sin(50.0 * M_PI / 180.0) / 1.5) * 180.0 / M_PI)),
                  qPrintable(menuPicture));
         // A blank drawing says so.
-        Inpdat& data = form<Inpdat>();
-        if (data.fileView->recordedOperations() == 0) QCOMPARE(said(data.fileView), QStringLiteral("Empty  Κενό"));
+        Canvas* fileView = named<Canvas>(form<Inpdat>(), "fileView");
+        if (fileView->recordedOperations() == 0) QCOMPARE(said(fileView), QStringLiteral("Empty  Κενό"));
     }
 
     // The instruments say their state in words, with the figures the
@@ -331,7 +332,7 @@ private slots:
         form<Diathlasimeleti>().Command2_Click();
         Inpdat& d = form<Inpdat>();
         d.Ptolemy_Click();
-        d.svinograf->setChecked(false);
+        named<QCheckBox>(d, "svinograf")->setChecked(false);
         const history::HistoricalTable& table = history::historicalTable(history::TableId::Ptolemy);
         std::vector<history::AnglePair> pairs;
         for (std::size_t k = 0; k < table.incidence.size(); ++k)
@@ -343,12 +344,13 @@ private slots:
         const QString text = said(form<Incref>().canvas());
         const qsizetype points = text.indexOf(QLatin1String("points"));
         const qsizetype keplerAt = text.indexOf(QStringLiteral("Kepler's model, k = ") + fmt(kepler, "0.00"));
-        const qsizetype snellAt = text.indexOf(QStringLiteral("Snell's law, n = ") + fmt(module1().dataIndex, "0.000"));
+        const qsizetype snellAt =
+            text.indexOf(QStringLiteral("Snell's law, n = ") + fmt(sharedState<DataState>().dataIndex(), "0.000"));
         QVERIFY2(scope.dialogs().messages.isEmpty(), qPrintable(scope.dialogs().messages.join(QLatin1Char('\n'))));
         QVERIFY2(points >= 0 && keplerAt > points && snellAt > keplerAt &&
                      text.contains(QLatin1String("refraction = 2/3 incidence")),
                  qPrintable(text));
-        d.svinograf->setChecked(true);
+        named<QCheckBox>(d, "svinograf")->setChecked(true);
         d.Snell_1_Click();  // ERASE: the data drawn again, one law over them
         QVERIFY(!said(form<Incref>().canvas()).contains(QLatin1String("Kepler's model")));
     }

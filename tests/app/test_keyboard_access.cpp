@@ -166,7 +166,7 @@ private slots:
         form<Diathlasimeleti>().Command2_Click();
         Inpdat& d = form<Inpdat>();
         QVERIFY(active(d));
-        d.Command1->setFocus();
+        named(d, "Command1")->setFocus();
         bool boxShown = false;
         QTimer::singleShot(50, [&boxShown] {
             if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
@@ -174,9 +174,9 @@ private slots:
                 box->accept();
             }
         });
-        QTest::keyClick(d.Command1, Qt::Key_Space);  // Data Analysis with no pairs: a message
+        QTest::keyClick(named(d, "Command1"), Qt::Key_Space);  // Data Analysis with no pairs: a message
         QVERIFY(boxShown);
-        QTRY_COMPARE(QApplication::focusWidget(), d.Command1);
+        QTRY_COMPARE(QApplication::focusWidget(), named(d, "Command1"));
     }
 
     // Fermat's experiment by keys: Shift, Ctrl and Shift+Ctrl with an arrow
@@ -274,13 +274,13 @@ private slots:
         form<Diathlasimeleti>().Command2_Click();
         Inpdat& d = form<Inpdat>();
         QVERIFY(QTest::qWaitForWindowActive(&d));
-        QCOMPARE(d.Histoire->title(), QStringLiteral("HISTORICAL DATA"));
-        QVERIFY(d.Histoire->menuAction()->toolTip().contains("Alt+H"));
+        QCOMPARE(named<QMenu>(d, "Histoire")->title(), QStringLiteral("HISTORICAL DATA"));
+        QVERIFY(named<QMenu>(d, "Histoire")->menuAction()->toolTip().contains("Alt+H"));
         QTest::keyClick(&d, Qt::Key_H, Qt::AltModifier);
-        QCOMPARE(d.menuBar()->activeAction(), d.Histoire->menuAction());
+        QCOMPARE(d.menuBar()->activeAction(), named<QMenu>(d, "Histoire")->menuAction());
         QTest::keyClick(d.menuBar()->activeAction()->menu(), Qt::Key_Escape);
         QTest::keyClick(&d, Qt::Key_I, Qt::AltModifier);
-        QCOMPARE(d.menuBar()->activeAction(), d.History_notes->menuAction());
+        QCOMPARE(d.menuBar()->activeAction(), named<QMenu>(d, "History_notes")->menuAction());
     }
 
     // The key after Alt+letter acts in the open menu, as after a mnemonic:
@@ -292,8 +292,8 @@ private slots:
         form<Diathlasimeleti>().Command2_Click();
         Inpdat& d = form<Inpdat>();
         QVERIFY(QTest::qWaitForWindowActive(&d));
-        QSignalSpy fit(d.empiricalFitItem, &QAction::triggered);
-        QSignalSpy recall(d.recallItem, &QAction::triggered);
+        QSignalSpy fit(named<QAction>(d, "empiricalFit"), &QAction::triggered);
+        QSignalSpy recall(named<QAction>(d, "recall"), &QAction::triggered);
         QTest::keyClick(&d, Qt::Key_F, Qt::AltModifier);
         QWidget* popup = QApplication::activePopupWidget();
         QVERIFY(popup);
@@ -303,7 +303,7 @@ private slots:
         QCOMPARE(fit.count(), 0);
 
         QVERIFY(QTest::qWaitForWindowActive(&d));
-        QSignalSpy ptolemy(d.ptolemaiosItem, &QAction::triggered);
+        QSignalSpy ptolemy(named<QAction>(d, "ptolemaios"), &QAction::triggered);
         QTest::keyClick(&d, Qt::Key_N, Qt::AltModifier);
         QVERIFY(QApplication::activePopupWidget());
         QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
@@ -320,15 +320,16 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(&d));
         QTest::keyPress(&d, Qt::Key_Alt, Qt::AltModifier);
         QTest::keyRelease(&d, Qt::Key_Alt, Qt::AltModifier);
-        QCOMPARE(d.menuBar()->activeAction(), d.Models->menuAction());
+        QCOMPARE(d.menuBar()->activeAction(), named<QMenu>(d, "Models")->menuAction());
         QVERIFY(!QApplication::activePopupWidget());
-        QVERIFY(highlighted(*d.menuBar(), d.Models->menuAction()));
+        QVERIFY(highlighted(*d.menuBar(), named<QMenu>(d, "Models")->menuAction()));
         QTest::keyClick(d.menuBar(), Qt::Key_Right);
-        QCOMPARE(d.menuBar()->activeAction(), d.Histoire->menuAction());
-        QVERIFY(highlighted(*d.menuBar(), d.Histoire->menuAction()) && !highlighted(*d.menuBar(), d.Models->menuAction()));
+        QCOMPARE(d.menuBar()->activeAction(), named<QMenu>(d, "Histoire")->menuAction());
+        QVERIFY(highlighted(*d.menuBar(), named<QMenu>(d, "Histoire")->menuAction()) &&
+                !highlighted(*d.menuBar(), named<QMenu>(d, "Models")->menuAction()));
         QTest::keyClick(d.menuBar(), Qt::Key_Escape);
         QVERIFY(!d.menuBar()->activeAction());
-        QVERIFY(!highlighted(*d.menuBar(), d.Histoire->menuAction()));
+        QVERIFY(!highlighted(*d.menuBar(), named<QMenu>(d, "Histoire")->menuAction()));
     }
 };
 

@@ -419,10 +419,10 @@ private slots:
         QVERIFY(sine.canvas()->height() < fullHeight);
         checkGraphs(QStringLiteral("Witelo glass under a text"));
         sine.hideText();
-        data.residualsItem->setChecked(true);
+        named<QAction>(data, "residuals")->setChecked(true);
         data.Ptolemy_Click();
         checkGraphs(QStringLiteral("Ptolemy glass with residuals"));
-        data.residualsItem->setChecked(false);
+        named<QAction>(data, "residuals")->setChecked(false);
         // A law laid over the data: its label in readable type, on a
         // ground that reaches as far down as its lines.
         data.Kepler_Click();
@@ -486,7 +486,7 @@ private slots:
         data.Newt_Click();
         // The lettered figures of the notes, beside their texts: letters
         // and captions clear of the figure's lines and of each other.
-        for (std::size_t k = 0; k < data.noteItems.size(); ++k) {
+        for (std::size_t k = 0; k < history::historyNotes().size(); ++k) {
             data.showNote(static_cast<int>(k));
             checkGraphs(QStringLiteral("note %1").arg(k));
         }

@@ -131,10 +131,7 @@ private slots:
         form<Diathlasimeleti>().Command1_Click();  // the bench, ready to write its series
         form<Diathlasimeleti>().Command2_Click();
         Inpdat& data = form<Inpdat>();
-        data.Text1[0]->setText(QStringLiteral("10"));
-        data.Refr[0]->setText(QStringLiteral("6.5"));
-        data.Text1[1]->setText(QStringLiteral("20"));
-        data.Refr[1]->setText(QStringLiteral("13"));
+        data.showPairs({{"10", "6.5"}, {"20", "13"}});
         figure_ = new Canvas;
         figure_->resize(300, 200);
         figure_->scale(0, 0, 10, 10);

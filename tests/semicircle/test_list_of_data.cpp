@@ -9,6 +9,7 @@
 #include "app/main_menu.h"
 #include "core/shared_state.h"
 #include "canvas/fonts.h"
+#include "history/data_state.h"
 #include "history/inpdat_screen.h"
 #include "semicircle/bench_state.h"
 #include "semicircle/hmiky_screen.h"
@@ -34,11 +35,6 @@ QStringList column(const ListOfData& list, int c) {
     QStringList cells;
     for (int row = 0; row < table(list).rowCount(); ++row) cells << table(list).item(row, c)->text();
     return cells;
-}
-
-// The data screen's typed pair in a row.
-QLineEdit* typed(const Inpdat& data, const char* column, int row) {
-    return data.findChild<QLineEdit*>(QStringLiteral("%1_%2").arg(QLatin1String(column)).arg(row));
 }
 
 }  // namespace
@@ -90,8 +86,8 @@ private slots:
     void transferFillsTheGridForTheAnalysis() {
         ScreenTestScope scope;
         Inpdat& data = form<Inpdat>();
-        typed(data, "Text1", 12)->setText("77");
-        typed(data, "Refr", 12)->setText("33");
+        named<QLineEdit>(data, "Text1_12")->setText("77");
+        named<QLineEdit>(data, "Refr_12")->setText("33");
         data.Ptolemy_Click();  // a historical table is on the screen
         data.hide();
 
@@ -103,15 +99,16 @@ private slots:
         QCOMPARE(column(list, ListOfData::RefractionColumn).count("total reflection  ολική ανάκλαση"), 4);
         list.Command2_Click();
 
-        QVERIFY(data.isVisible() && !data.historicalDataFlag && data.findChild<QWidget*>("List1")->isHidden() &&
-                !data.findChild<QAction*>("Ptolemy")->isChecked());
-        QVERIFY(typed(data, "Text1", 0)->text() == "0.6" && typed(data, "Text1", 4)->text() == "40.0" &&
-                typed(data, "Refr", 3)->text() == "48.59");
+        QVERIFY(data.isVisible() && !data.historicalDataFlag && named<QListWidget>(data, "List1")->isHidden() &&
+                !named<QAction>(data, "Ptolemy")->isChecked());
+        const auto rows = data.typedRows();
+        QVERIFY(rows[0].incidence == "0.6" && rows[4].incidence == "40.0" && rows[3].refraction == "48.59");
         for (int k = 5; k < Inpdat::kRows; ++k)  // row 12 held a pair before
-            QVERIFY(typed(data, "Text1", k)->text().isEmpty() && typed(data, "Refr", k)->text().isEmpty());
+            QVERIFY(rows[k].incidence.empty() && rows[k].refraction.empty());
         data.Command1_Click();
         QVERIFY(scope.dialogs().messages.isEmpty());
-        QVERIFY(std::fabs(benchIndex - 1.0 / 1.5) < 1e-9 && std::fabs(module1().dataIndex - benchIndex) < 2e-3);
+        QVERIFY(std::fabs(benchIndex - 1.0 / 1.5) < 1e-9 &&
+                std::fabs(sharedState<DataState>().dataIndex() - benchIndex) < 2e-3);
     }
 
     // More pairs than rows: the first fourteen, and the pupil is told. No
@@ -119,8 +116,8 @@ private slots:
     void transferLimits() {
         ScreenTestScope scope;
         Inpdat& data = form<Inpdat>();
-        typed(data, "Text1", 0)->setText("5");
-        typed(data, "Refr", 0)->setText("3");
+        named<QLineEdit>(data, "Text1_0")->setText("5");
+        named<QLineEdit>(data, "Refr_0")->setText("3");
         Hmiky& bench = openBench();
         bench.Raref_Click();
         scope.dialogs().answers = {"60", "75"};  // beyond the critical angle of n = 1.5
@@ -129,14 +126,14 @@ private slots:
         ListOfData& list = openList(bench);
         list.Command2_Click();
         QCOMPARE(scope.dialogs().messages.size(), 1);
-        QVERIFY(typed(data, "Text1", 0)->text() == "5" && typed(data, "Refr", 0)->text() == "3" && !data.isVisible());
+        QVERIFY(data.typedRows()[0].incidence == "5" && data.typedRows()[0].refraction == "3" && !data.isVisible());
 
         bench.moredens_Click();
         for (int k = 1; k <= 16; ++k) scope.dialogs().answers.push_back(QString::number(k * 5));
         for (int k = 1; k <= 16; ++k) bench.Command1_Click();
         QCOMPARE(table(list).rowCount(), 18);  // the two reflected rays stay listed
         list.Command2_Click();
-        QVERIFY(typed(data, "Text1", 0)->text() == "5.0" && typed(data, "Text1", 13)->text() == "70.0");
+        QVERIFY(data.typedRows()[0].incidence == "5.0" && data.typedRows()[13].incidence == "70.0");
         QCOMPARE(scope.dialogs().messages.size(), 2);
         QVERIFY(scope.dialogs().messages.last().contains("14") && scope.dialogs().messages.last().contains("2 were"));
     }
