@@ -10,13 +10,14 @@
 #include "ui/window_placement.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
+#include "models/interpretation_state.h"
 #include "core/physics.h"
 
 void Main() {
     connectRoutes();
     SharedState& s = module1();
     s.pi = physics::kPi;
-    s.speedRatio = 1.0;
+    sharedState<InterpretationState>().setSpeedRatio(1.0);
     s.angleWithY = 0.0;
     s.xc = 0.0;
     s.yc = 0.0;
@@ -41,5 +42,4 @@ void Main() {
     // The data screen and its two graph screens get their Greek faces
     // before they are first shown.
     form<Inpdat>().setFont(programFont(QStringLiteral("Arial Greek"), 10.0));
-    s.speedRatio = 1.0;
 }

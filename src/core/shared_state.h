@@ -2,8 +2,8 @@
 #include <cstdint>
 
 // Values shared by the screens for the program's whole life: the block and
-// ray set-up of the semicircle experiment, its last measurement, the wave
-// screens' speed ratio and the index fitted to the pupil's data.
+// ray set-up of the semicircle experiment, its last measurement and the
+// index fitted to the pupil's data.
 struct SharedState {
     double pi = 0.0;                 // set by Main to π
     double semicircleRadius = 0.0;   // radius of the block, bench units
@@ -14,7 +14,6 @@ struct SharedState {
     double yc = 0.0;
     double rayHeight = 0.0;          // the ray's y at x = 0
     std::int16_t semicircleDirection = 0;  // 0 none yet, 1 "TO THE LEFT", 2 "TO THE RIGHT"
-    double speedRatio = 1.0;         // c of the wave screens
     double measuredIndex = 0.0;      // result of the last ray trace
     double exitRayAngle = 0.0;       // radians from the horizontal
     double dataIndex = 0.0;          // index fitted by the data analysis

@@ -13,6 +13,7 @@
 #include "core/shared_state.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
+#include "models/interpretation_state.h"
 #include "test_support.h"
 
 namespace {
@@ -35,10 +36,10 @@ private slots:
         ScreenTestScope scope;
         module1() = SharedState{};
         module1().xc = 7;
-        module1().speedRatio = 3;
+        sharedState<InterpretationState>().setSpeedRatio(3);
         Main();
         QCOMPARE(module1().pi, 4.0 * std::atan(1.0));
-        QCOMPARE(module1().speedRatio, 1.0);
+        QCOMPARE(sharedState<InterpretationState>().speedRatio(), 1.0);
         QCOMPARE(module1().angleWithY, 0.0);
         QCOMPARE(module1().xc, 0.0);
         QCOMPARE(module1().yc, 0.0);
