@@ -18,7 +18,6 @@
 #include "ui/forms.h"
 #include "app/main_menu.h"
 #include "ui/program_exit.h"
-#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "history/data_pairs.h"
 #include "history/data_plots.h"

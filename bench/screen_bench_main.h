@@ -6,13 +6,12 @@
 
 #include <QApplication>
 
-#include <cmath>
 #include <memory>
 
+#include "app/routes.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "ui/program_exit.h"
-#include "core/shared_state.h"
 #include "canvas/fonts.h"
 
 inline int runScreenBenchmarks(int argc, char** argv, std::unique_ptr<DialogProvider> answers) {
@@ -21,7 +20,7 @@ inline int runScreenBenchmarks(int argc, char** argv, std::unique_ptr<DialogProv
     installFontSubstitutions();
     setDialogs(std::move(answers));
     setProgramEnder([](int) {});
-    module1().pi = 4.0 * std::atan(1.0);
+    connectRoutes();
 
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;

@@ -12,7 +12,6 @@
 #include <cmath>
 #include <memory>
 
-#include "app/routes.h"
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/apparatus_openers.h"
 #include "apparatus/ptolemaios_screen.h"
@@ -142,6 +141,5 @@ BENCHMARK(BM_PtolemyFittingOtherStart)->Unit(benchmark::kMicrosecond);
 }  // namespace
 
 int main(int argc, char** argv) {
-    connectRoutes();  // the instruments open over the data screen
     return runScreenBenchmarks(argc, argv, std::make_unique<ScriptedAnswer>());
 }

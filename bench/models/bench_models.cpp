@@ -19,7 +19,6 @@
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "ui/program_exit.h"
-#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "models/interpretation_openers.h"
 #include "models/rixo_screen.h"
@@ -46,6 +45,13 @@ struct Screens {
     Rixo& rixo;
     Rixotext& panel;
     Somata& somata;
+    // What the benchmarks drive by hand, found by name as a test would.
+    Canvas* rixoCanvas = rixo.findChild<Canvas*>("waveField");
+    Canvas* somataCanvas = somata.findChild<Canvas*>("corpuscleField");
+    FormTimer* rixoTimer = rixo.findChild<FormTimer*>("Timer1");
+    FormTimer* panelTimer = panel.findChild<FormTimer*>("Timer1");
+    FormTimer* somataTimer1 = somata.findChild<FormTimer*>("Timer1");
+    FormTimer* somataTimer2 = somata.findChild<FormTimer*>("Timer2");
 };
 
 // The three screens as the pupil has them, at usual sizes, all animating.
@@ -109,18 +115,18 @@ void measure(benchmark::State& state, Canvas* canvas, Step step, int intervalMs 
 
 void BM_WaveTick(benchmark::State& state) {
     Screens& s = screens();
-    measure(state, s.rixo.canvas, [&] { s.rixo.Timer1_Timer(); }, 10, [&] {
+    measure(state, s.rixoCanvas, [&] { s.rixo.Timer1_Timer(); }, 10, [&] {
         // Enabled, so that the fronts are drawn, but never due.
-        s.rixo.Timer1->setInterval(1000000000);
-        s.rixo.Timer1->setEnabled(true);
+        s.rixoTimer->setInterval(1000000000);
+        s.rixoTimer->setEnabled(true);
     });
-    s.rixo.Timer1->setInterval(10);
+    s.rixoTimer->setInterval(10);
 }
 BENCHMARK(BM_WaveTick)->Unit(benchmark::kMicrosecond);
 
 void BM_PulseTick(benchmark::State& state) {
     Screens& s = screens();
-    measure(state, s.rixo.canvas, [&] {
+    measure(state, s.rixoCanvas, [&] {
         if (!s.rixo.pulseStep()) s.rixo.pulseStep();  // round again when it has left the field
     }, 10);
 }
@@ -129,27 +135,27 @@ BENCHMARK(BM_PulseTick)->Unit(benchmark::kMicrosecond);
 void BM_NewtonCorpuscleTick(benchmark::State& state) {
     Screens& s = screens();
     s.somata.SOMATIDIA_Click();
-    measure(state, s.somata.canvas, [&] { s.somata.Timer1_Timer(); }, 10);
+    measure(state, s.somataCanvas, [&] { s.somata.Timer1_Timer(); }, 10);
 }
 BENCHMARK(BM_NewtonCorpuscleTick)->Unit(benchmark::kMicrosecond);
 
 void BM_DescartesCorpuscleTick(benchmark::State& state) {
     Screens& s = screens();
     s.somata.xekina_Click();
-    measure(state, s.somata.canvas, [&] { s.somata.Timer2_Timer(); }, 50);
+    measure(state, s.somataCanvas, [&] { s.somata.Timer2_Timer(); }, 50);
     s.somata.SOMATIDIA_Click();
 }
 BENCHMARK(BM_DescartesCorpuscleTick)->Unit(benchmark::kMicrosecond);
 
 void BM_WaveScreenFullRedraw(benchmark::State& state) {
     Screens& s = screens();
-    measure(state, s.rixo.canvas, [&] { s.rixo.DrawRaysAtBoundary(); });
+    measure(state, s.rixoCanvas, [&] { s.rixo.DrawRaysAtBoundary(); });
 }
 BENCHMARK(BM_WaveScreenFullRedraw)->Unit(benchmark::kMicrosecond);
 
 void BM_CorpuscleScreenFullRedraw(benchmark::State& state) {
     Screens& s = screens();
-    measure(state, s.somata.canvas, [&] { s.somata.drawNewtonConstruction(); });
+    measure(state, s.somataCanvas, [&] { s.somata.drawNewtonConstruction(); });
 }
 BENCHMARK(BM_CorpuscleScreenFullRedraw)->Unit(benchmark::kMicrosecond);
 
@@ -157,13 +163,13 @@ void BM_FermatScrollBar(benchmark::State& state) {
     Screens& s = screens();
     s.somata.fermat_Click();
     int value = 400;
-    measure(state, s.somata.canvas, [&] { s.somata.fermatscr->setValue(value = value == 400 ? 401 : 400); });
+    measure(state, s.somataCanvas, [&] { s.somata.findChild<QScrollBar*>("fermatscr")->setValue(value = value == 400 ? 401 : 400); });
 }
 BENCHMARK(BM_FermatScrollBar)->Unit(benchmark::kMicrosecond);
 
 void BM_FindMinimum(benchmark::State& state) {
     Screens& s = screens();
-    measure(state, s.somata.canvas, [&] { s.somata.evresielaxistoy_Click(); });
+    measure(state, s.somataCanvas, [&] { s.somata.evresielaxistoy_Click(); });
     s.somata.SOMATIDIA_Click();
 }
 BENCHMARK(BM_FindMinimum)->Unit(benchmark::kMicrosecond);
@@ -174,28 +180,28 @@ void BM_TenSecondsAllAnimations(benchmark::State& state) {
     Screens& s = screens();
     for (auto _ : state) {
         s.panel.Command1_Click();          // waves, pulse, Newton's corpuscles
-        s.somata.Timer2->setEnabled(true);  // and Descartes' timer beside them
-        const long waves = s.rixo.Timer1->ticks(), corpuscles = s.somata.Timer1->ticks();
-        const long descartes = s.somata.Timer2->ticks();
-        long pulse = 0, pulseBefore = s.panel.Timer1->ticks();
+        s.somataTimer2->setEnabled(true);  // and Descartes' timer beside them
+        const long waves = s.rixoTimer->ticks(), corpuscles = s.somataTimer1->ticks();
+        const long descartes = s.somataTimer2->ticks();
+        long pulse = 0, pulseBefore = s.panelTimer->ticks();
         QElapsedTimer clock;
         clock.start();
         while (clock.elapsed() < 10000) {
             QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-            if (!s.panel.Timer1->isEnabled()) {  // the pulse ends by itself: send another
-                pulse += s.panel.Timer1->ticks() - pulseBefore;
+            if (!s.panelTimer->isEnabled()) {  // the pulse ends by itself: send another
+                pulse += s.panelTimer->ticks() - pulseBefore;
                 s.rixo.DrawRaysAtBoundary();
-                s.panel.Timer1->setEnabled(true);
-                pulseBefore = s.panel.Timer1->ticks();
+                s.panelTimer->setEnabled(true);
+                pulseBefore = s.panelTimer->ticks();
             }
         }
         const double seconds = static_cast<double>(clock.elapsed()) / 1000.0;
-        pulse += s.panel.Timer1->ticks() - pulseBefore;
-        state.counters["missed_waves"] = seconds * 100.0 - static_cast<double>(s.rixo.Timer1->ticks() - waves);
-        state.counters["missed_newton"] = seconds * 100.0 - static_cast<double>(s.somata.Timer1->ticks() - corpuscles);
-        state.counters["missed_descartes"] = seconds * 20.0 - static_cast<double>(s.somata.Timer2->ticks() - descartes);
+        pulse += s.panelTimer->ticks() - pulseBefore;
+        state.counters["missed_waves"] = seconds * 100.0 - static_cast<double>(s.rixoTimer->ticks() - waves);
+        state.counters["missed_newton"] = seconds * 100.0 - static_cast<double>(s.somataTimer1->ticks() - corpuscles);
+        state.counters["missed_descartes"] = seconds * 20.0 - static_cast<double>(s.somataTimer2->ticks() - descartes);
         state.counters["missed_pulse"] = seconds * 100.0 - static_cast<double>(pulse);
-        s.somata.Timer2->setEnabled(false);
+        s.somataTimer2->setEnabled(false);
     }
 }
 BENCHMARK(BM_TenSecondsAllAnimations)->Unit(benchmark::kMillisecond)->Iterations(1);
@@ -224,7 +230,7 @@ void BM_TenMinutesOfTicksMemory(benchmark::State& state) {
         QCoreApplication::processEvents();
         state.counters["rss_start_MB"] = before;
         state.counters["rss_end_MB"] = residentMegabytes();
-        state.counters["canvas_ops"] = s.rixo.canvas->recordedOperations() + s.somata.canvas->recordedOperations();
+        state.counters["canvas_ops"] = s.rixoCanvas->recordedOperations() + s.somataCanvas->recordedOperations();
     }
 }
 BENCHMARK(BM_TenMinutesOfTicksMemory)->Unit(benchmark::kMillisecond)->Iterations(1);

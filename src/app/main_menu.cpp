@@ -13,7 +13,6 @@
 #include "ui/forms.h"
 #include "app/history_screen.h"
 #include "ui/program_exit.h"
-#include "core/shared_state.h"
 #include "ui/window_placement.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"

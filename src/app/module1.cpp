@@ -6,18 +6,15 @@
 #include "ui/forms.h"
 #include "app/main_menu.h"
 #include "app/routes.h"
-#include "core/shared_state.h"
 #include "ui/window_placement.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
 #include "semicircle/bench_state.h"
-#include "core/physics.h"
+#include "models/interpretation_state.h"
 
 void Main() {
     connectRoutes();
-    SharedState& s = module1();
-    s.pi = physics::kPi;
-    s.speedRatio = 1.0;
+    sharedState<InterpretationState>().setSpeedRatio(1.0);
     BenchState& bench = sharedState<BenchState>();
     bench.setAngleWithY(0.0);
     bench.setXc(0.0);
@@ -40,5 +37,4 @@ void Main() {
     // The data screen and its two graph screens get their Greek faces
     // before they are first shown.
     form<Inpdat>().setFont(programFont(QStringLiteral("Arial Greek"), 10.0));
-    s.speedRatio = 1.0;
 }

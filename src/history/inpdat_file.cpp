@@ -9,7 +9,6 @@
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "core/number_input.h"
-#include "core/shared_state.h"
 #include "ui/window_placement.h"
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"

@@ -75,6 +75,40 @@ void mirrorBack(std::vector<Leg>& legs, std::size_t firstInLayers) {
     legs.insert(legs.end(), back.begin(), back.end());
 }
 
+// The way through Newton's one layer, from the point of incidence with the
+// speeds along (v) and across (u) the boundary: a constant pull across it,
+// down into a denser medium, back up out of a rarer one.
+Leg oneLayerLeg(Point hit, double v, double u, double n, double pull, double thickness, bool totalReflection) {
+    const double g = pull * (n > 1.0 ? 1.0 : -1.0);  // downwards pull; negative pushes back
+    const double disc = u * u + 2.0 * g * thickness;
+    double down = 0.0;
+    if (disc >= 0.0) down = 2.0 * thickness / (u + std::sqrt(disc));  // time to the bottom of the layer
+    if (totalReflection && g < 0.0) down = std::min(disc >= 0.0 ? down : u / -g, u / -g);
+    else if (disc < 0.0) down = u / -g;
+    return {hit, v, -u, 0.0, -g, down};
+}
+
+// The way down through the parallel layers, each a step of the index, with
+// their upper faces and the construction's check of itself.
+void parallelLayerLegs(std::vector<Leg>& legs, Track& track, Point hit, double si, double n, double thickness) {
+    const double layer = thickness / kParallelLayers;
+    Point p = hit;
+    for (int k = 1; k <= kParallelLayers; ++k) {
+        track.faces.push_back(p.y);
+        const double nk = std::sqrt(1.0 + (n * n - 1.0) * k / kParallelLayers);
+        const double sk = si / nk;
+        if (std::fabs(sk) >= kTotalReflectionSine) break;  // turns back at this face
+        const double ck = std::sqrt(1.0 - sk * sk);
+        const double speed = kCorpuscleSpeed * nk;
+        const Leg leg{p, speed * sk, -speed * ck, 0.0, 0.0, layer / (speed * ck)};
+        legs.push_back(leg);
+        const Point reached = leg.end();
+        if (const auto x = lineCrossingX(p.x, p.y, p.x + sk, p.y - ck, p.y - layer))
+            track.mismatch = std::max(track.mismatch, std::fabs(*x - reached.x));
+        p = reached;
+    }
+}
+
 }  // namespace
 
 Track corpuscleTrack(const Field& field, double incidenceRadians, double n, CorpuscleModel model, double pull) {
@@ -98,30 +132,9 @@ Track corpuscleTrack(const Field& field, double incidenceRadians, double n, Corp
         // Descartes (or alike media): the whole change at the boundary.
     } else if (model == CorpuscleModel::NewtonOneLayer) {
         track.faces = {field.boundary(), field.boundary() - thickness};
-        const double g = pull * (n > 1.0 ? 1.0 : -1.0);  // downwards pull; negative pushes back
-        const double disc = u * u + 2.0 * g * thickness;
-        double down = 0.0;
-        if (disc >= 0.0) down = 2.0 * thickness / (u + std::sqrt(disc));  // time to the bottom of the layer
-        if (r.totalReflection && g < 0.0) down = std::min(disc >= 0.0 ? down : u / -g, u / -g);
-        else if (disc < 0.0) down = u / -g;
-        legs.push_back({hit, v1 * si, -u, 0.0, -g, down});
+        legs.push_back(oneLayerLeg(hit, v1 * si, u, n, pull, thickness, r.totalReflection));
     } else {
-        const double layer = thickness / kParallelLayers;
-        Point p = hit;
-        for (int k = 1; k <= kParallelLayers; ++k) {
-            track.faces.push_back(p.y);
-            const double nk = std::sqrt(1.0 + (n * n - 1.0) * k / kParallelLayers);
-            const double sk = si / nk;
-            if (std::fabs(sk) >= kTotalReflectionSine) break;  // turns back at this face
-            const double ck = std::sqrt(1.0 - sk * sk);
-            const double speed = v1 * nk;
-            const Leg leg{p, speed * sk, -speed * ck, 0.0, 0.0, layer / (speed * ck)};
-            legs.push_back(leg);
-            const Point reached = leg.end();
-            if (const auto x = lineCrossingX(p.x, p.y, p.x + sk, p.y - ck, p.y - layer))
-                track.mismatch = std::max(track.mismatch, std::fabs(*x - reached.x));
-            p = reached;
-        }
+        parallelLayerLegs(legs, track, hit, si, n, thickness);
         track.faces.push_back(field.boundary() - thickness);
     }
 

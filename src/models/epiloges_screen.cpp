@@ -6,21 +6,44 @@
 #include "ui/forms.h"
 #include "ui/index_prompt.h"
 #include "ui/program_exit.h"
-#include "core/shared_state.h"
 #include "ui/window_placement.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
 #include "ui/navigation.h"
 #include "models/rixo_screen.h"
+#include "models/interpretation_state.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
-#include "core/physics.h"
 
 Epiloges::Epiloges() {
     setObjectName(QStringLiteral("epiloges"));
     setWindowTitle(QStringLiteral("Σχέση του δείκτη της διάθλασης και των ταχύτητων σε διάφορα μέσα"));
     setFont(programFont(QStringLiteral("Tahoma"), 9.0));
+    createMenus();
 
+    summary = new QLabel;
+    summary->setObjectName(QStringLiteral("summary"));
+    summary->setWordWrap(true);
+    summary->setMargin(8);
+    setCentralWidget(summary);
+
+    connect(deiktisdia, &QAction::triggered, this, &Epiloges::deiktisdia_Click);
+    connect(changev, &QAction::triggered, this, &Epiloges::changev_Click);
+    connect(samev, &QAction::triggered, this, &Epiloges::samev_Click);
+    connect(aktina, &QAction::triggered, this, &Epiloges::aktina_Click);
+    connect(Endof, &QAction::triggered, this, &Epiloges::Endof_Click);
+    connect(Telos, &QAction::triggered, this, &Epiloges::Telos_Click);
+
+    InterpretationState& state = sharedState<InterpretationState>();
+    connect(&state, &InterpretationState::indexChanged, this, &Epiloges::writeSummary);
+    connect(&state, &InterpretationState::incidenceChanged, this, &Epiloges::writeSummary);
+    connect(&state, &InterpretationState::sameSpeedsChanged, this, &Epiloges::writeSummary);
+
+    resize(520, 140);
+    Form_Load();
+}
+
+void Epiloges::createMenus() {
     QMenuBar* bar = menuBar();
     repetition = bar->addMenu(QStringLiteral("EPANALHPSH"));
     repetition->setObjectName(QStringLiteral("repetition"));
@@ -42,30 +65,13 @@ Epiloges::Epiloges() {
         speedGroup_->addAction(a);
     }
     changev->setChecked(true);
-
-    summary = new QLabel;
-    summary->setObjectName(QStringLiteral("summary"));
-    summary->setWordWrap(true);
-    summary->setMargin(8);
-    setCentralWidget(summary);
-
-    connect(deiktisdia, &QAction::triggered, this, &Epiloges::deiktisdia_Click);
-    connect(changev, &QAction::triggered, this, &Epiloges::changev_Click);
-    connect(samev, &QAction::triggered, this, &Epiloges::samev_Click);
-    connect(aktina, &QAction::triggered, this, &Epiloges::aktina_Click);
-    connect(Endof, &QAction::triggered, this, &Epiloges::Endof_Click);
-    connect(Telos, &QAction::triggered, this, &Epiloges::Telos_Click);
-
-    resize(520, 140);
-    Form_Load();
 }
 
-double Epiloges::index() const { return form<Rixotext>().ratio(); }
-double Epiloges::incidenceDegrees() const { return form<Rixotext>().incidenceDegrees(); }
-double Epiloges::bendingIndex() const { return form<Rixotext>().bendingIndex(); }
+double Epiloges::index() const { return sharedState<InterpretationState>().index(); }
+double Epiloges::incidenceDegrees() const { return sharedState<InterpretationState>().incidence(); }
 
 void Epiloges::writeSummary() {
-    (form<Rixotext>().sameSpeeds() ? samev : changev)->setChecked(true);
+    (sharedState<InterpretationState>().sameSpeeds() ? samev : changev)->setChecked(true);
     summary->setText(QStringLiteral("n = ") + fmt(index(), "0.00") + QStringLiteral("    c2/c1 = 1/n = ") +
                      fmt(secondSpeed(), "0.00") + QStringLiteral("    Incidence πρόσπτωση = ") +
                      fmt(incidenceDegrees(), "0") + QStringLiteral("°\n") +
@@ -86,7 +92,8 @@ std::vector<QRect> Epiloges::areasToKeepClear() {
     if (waves) {
         const Rixo& rixo = form<Rixo>();
         areas.push_back(titleBarAndMenus(rixo));
-        for (const QRect& r : rixo.moving->keepClear()) areas.push_back(onScreen(rixo.moving, r));
+        const std::vector<QRect> notes = rixo.notesOnScreen();
+        areas.insert(areas.end(), notes.begin(), notes.end());
     }
     if (panelUp) {
         const Rixotext& panel = form<Rixotext>();
@@ -95,7 +102,7 @@ std::vector<QRect> Epiloges::areasToKeepClear() {
             if (l->isVisibleTo(&panel) && !l->text().isEmpty()) figures |= onScreen(l, l->rect());
         if (!figures.isEmpty()) areas.push_back(figures);
     }
-    if (waves) areas.push_back(onScreen(form<Rixo>().canvas, form<Rixo>().canvas->rect()));
+    if (waves) areas.push_back(form<Rixo>().drawingOnScreen());
     if (panelUp) areas.push_back(outerRect(form<Rixotext>()));
     if (corpuscles) {
         areas.push_back(titleBarAndMenus(form<Somata>()));
@@ -109,10 +116,7 @@ void Epiloges::showBesideWaves() {
     showScreen(*this);
 }
 
-void Epiloges::Form_Load() {
-    module1().pi = physics::kPi;
-    writeSummary();
-}
+void Epiloges::Form_Load() { writeSummary(); }
 
 void Epiloges::drawOnWaveScreen() {
     Rixo& rixo = form<Rixo>();
@@ -124,38 +128,38 @@ void Epiloges::deiktisdia_Click() {
     // Cancel or a refused answer: nothing changes.
     const std::optional<double> n = askTypedIndex(QStringLiteral("GIVE INDEX Δώσε δείκτη"));
     if (!n) return;
-    Rixotext& panel = form<Rixotext>();
-    panel.setIncidence(kStartAngle - 1);
+    InterpretationState& state = sharedState<InterpretationState>();
+    state.setIncidence(kStartAngle - 1);
     // With IDIA V ticked the ray still goes straight on; METAVOLH V then bends it by this index.
-    panel.setBendingIndex(*n);
+    state.setBendingIndex(*n);
     Rixo& rixo = form<Rixo>();
     drawOnWaveScreen();
-    rixo.Timer1->setEnabled(true);
-    rixo.DrawRaysAtBoundary();  // with the timer on, the fronts are drawn at once
+    rixo.startAnimation();
+    rixo.DrawRaysAtBoundary();  // with the animation on, the fronts are drawn at once
 }
 
 void Epiloges::changev_Click() {
-    form<Rixo>().Timer1->setEnabled(false);
-    form<Rixotext>().setSameSpeeds(false);
+    form<Rixo>().stopAnimation();
+    sharedState<InterpretationState>().setSameSpeeds(false);
     drawOnWaveScreen();
 }
 
 void Epiloges::samev_Click() {
-    form<Rixo>().Timer1->setEnabled(false);
-    form<Rixotext>().setSameSpeeds(true);
+    form<Rixo>().stopAnimation();
+    sharedState<InterpretationState>().setSameSpeeds(true);
     drawOnWaveScreen();
 }
 
 void Epiloges::aktina_Click() {
     Rixo& rixo = form<Rixo>();
-    rixo.Timer1->setEnabled(false);
+    rixo.stopAnimation();
     if (!rixo.isVisible()) showScreen(rixo);
     rixo.drawStraightRay();
 }
 
 void Epiloges::Endof_Click() {
     Rixo& rixo = form<Rixo>();
-    rixo.Timer1->setEnabled(false);
+    rixo.stopAnimation();
     rixo.hide();
     hide();
     showPlace(Place::DataScreen);

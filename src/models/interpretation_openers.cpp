@@ -27,7 +27,7 @@ void showAll(bool fromData) {
     Somata& somata = form<Somata>();
     layOut(rixo, panel, somata);
     rixo.setCameFromData(fromData);
-    if (fromData) rixo.Timer1->setEnabled(true);
+    if (fromData) rixo.startAnimation();
     showScreen(rixo);
     showScreen(panel);
     showScreen(somata);

@@ -6,13 +6,15 @@
 #include <vector>
 
 #include "canvas/canvas.h"
+#include "models/interpretation_state.h"
 #include "models/kymatiko.h"
 #include "models/model_widgets.h"
 
 // "rixo", the wave screen: a boundary between two media with the incident,
 // reflected and refracted rays, and the wave fronts moving along them while
-// its timer runs. The control panel and the index-and-velocities screen
-// draw on it and start and stop its timer.
+// its animation runs. The control panel and the index-and-velocities
+// screen ask it for its pictures and start and stop its animation; the
+// index and the angle are the interpretation's shared ones.
 //
 // The field is 1500 units shared between width and height as the window is
 // shaped, y upwards, the boundary across the middle; the upper medium light
@@ -23,31 +25,18 @@ class Rixo : public QMainWindow {
 public:
     Rixo();
 
-    Canvas* canvas;
-    MovingLayer* moving;
-    ShapeWidget* Shape1;  // marks the point of incidence
-    FormTimer* Timer1;    // the wave fronts
-
-    QAction* Endof;       // BACK
-    QAction* TIMERSTART;  // WAVE
-    QAction* okitis1;     // c=1
-    QAction* okitis2;     // c=2
-    QAction* okitismiso;  // c=0,5
-    QAction* aktina;      // RAY
-    QAction* deiktis;     // asks for the index
-    QAction* epiloges;    // opens the index-and-velocities screen
-    QAction* telos;       // END
+    // What the screen draws, for tests and summaries.
+    const Canvas& drawing() const { return *canvas; }
 
     // --- the set-up -------------------------------------------------------
-    // The angle and the index are the control panel's, read afresh every
-    // time; the menus here change them there.
+    // The angle and the index are the interpretation's shared ones; the
+    // menus here change them there.
     double incidenceDegrees() const;
     double index() const;
     kymatiko::Refraction refraction() const;
     kymatiko::Field field() const;
     // Where BACK returns to: the data screen or the main menu.
     void setCameFromData(bool fromData) { cameFromData_ = fromData; }
-    bool cameFromData() const { return cameFromData_; }
 
     // --- pictures -----------------------------------------------------------
     // The rays at the boundary, with the critical angle and the shares in
@@ -61,7 +50,13 @@ public:
     void redraw();
     // One step of the pulse along the rays; false once it has left the field.
     bool pulseStep();
-    int pulsePosition() const { return pulse_; }
+    // The wave fronts move while the animation is on (and the screen on view).
+    void startAnimation();
+    void stopAnimation();
+    // Where the notes printed on the picture and the picture itself stand
+    // on the screen, which a window opened beside this one keeps clear of.
+    std::vector<QRect> notesOnScreen() const;
+    QRect drawingOnScreen() const;
 
     // --- handlers ---------------------------------------------------------
     void Form_Load();
@@ -76,7 +71,7 @@ public:
     void Endof_Click();
     void Telos_Click();
 
-    // Stops the timers of the four interpretation animations.
+    // Stops the animations of the interpretation screens.
     static void stopInterpretationTimers();
 
 protected:
@@ -84,6 +79,9 @@ protected:
 
 private:
     enum class Picture { Rays, RayPicture, StraightRay };
+    void createDrawing();
+    void createMenus();
+    void connectMenus();
     void speedMenu(double c);
     void applyField();
     void drawMedia();
@@ -105,6 +103,22 @@ private:
     QRect keptClear(kymatiko::Point corner, kymatiko::Point opposite) const;
     bool reflectedWaveWanted() const;
 
+    Canvas* canvas;
+    MovingLayer* moving;
+    ShapeWidget* Shape1;  // marks the point of incidence
+    FormTimer* Timer1;    // the wave fronts
+
+    QAction* Endof;       // BACK
+    QAction* TIMERSTART;  // WAVE
+    QAction* okitis1;     // c=1
+    QAction* okitis2;     // c=2
+    QAction* okitismiso;  // c=0,5
+    QAction* aktina;      // RAY
+    QAction* deiktis;     // asks for the index
+    QAction* epiloges;    // opens the index-and-velocities screen
+    QAction* telos;       // END
+
+    InterpretationState& state_;
     Picture picture_ = Picture::Rays;
     double phase_ = 0.0;
     int pulse_ = 0;

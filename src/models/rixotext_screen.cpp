@@ -11,10 +11,9 @@
 
 #include "ui/forms.h"
 #include "ui/scroll_bars.h"
-#include "core/shared_state.h"
 #include "canvas/qt_format.h"
 #include "canvas/fonts.h"
-#include "models/epiloges_screen.h"
+#include "models/corpuscles.h"
 #include "models/model_texts.h"
 #include "models/rixo_screen.h"
 #include "models/somata_screen.h"
@@ -44,24 +43,37 @@ QLabel* makeLabel(const char* name) {
 
 }  // namespace
 
-Rixotext::Rixotext() {
+Rixotext::Rixotext() : state_(sharedState<InterpretationState>()) {
     setObjectName(QStringLiteral("rixotext"));
     setWindowTitle(QStringLiteral("REFLECTED AND REFRACTED ANAKLOMENOI KAI DIATHALOMENOI"));
     setFont(programFont(QStringLiteral("Arial Greek"), 9.0));
+    createControls();
+    createLabels();
+    layOut();
+    Timer1 = new FormTimer(this, [this] { Timer1_Timer(); }, 10);
+    Timer1->setObjectName(QStringLiteral("Timer1"));
+    connectControls();
+    resize(1000, 260);
+    Form_Load();
+}
 
+void Rixotext::createControls() {
     Command1 = new CaptionButton(QStringLiteral("WAVES AND PARTICLES KYMATA KAI ΣΩMATIΔIA"));
     Command1->setObjectName(QStringLiteral("Command1"));
     Command1->setFont(programFont(QStringLiteral("Times New Roman"), 10.0, true));
     Command1->setMinimumHeight(44);
 
-    newtongtimi = makeBar(5, 100, 20, 5, "newtongtimi", QStringLiteral("Newton's value  Σταθερά του Newton"));
+    const int pull = static_cast<int>(std::lround(state_.newtonValue() / kymatiko::kNewtonValueScale));
+    newtongtimi = makeBar(5, 100, pull, 5, "newtongtimi", QStringLiteral("Newton's value  Σταθερά του Newton"));
     n1overn2 = makeBar(50, 250, 150, 10, "n1overn2",
                        QStringLiteral("Ratio of the indices n2/n1  Λόγος των δεικτών n2/n1"));
-    prosptosi = makeBar(0, 89, 30, 5, "prosptosi", QStringLiteral("Angle of incidence  Γωνία πρόσπτωσης"));
-    index_ = n1overn2->value() / 100.0;
-    describeValue(*n1overn2, [this](int) { return QStringLiteral("n2/n1 = ") + fmt(ratio(), "0.00"); });
-    describeValue(*prosptosi, [this](int) { return QStringLiteral("i = ") + fmt(incidenceDegrees(), "0") + "°"; });
-    describeValue(*newtongtimi, [this](int) { return QStringLiteral("Newton's value = ") + fmt(newtonValue(), "0.00"); });
+    prosptosi = makeBar(InterpretationState::kMinIncidence, InterpretationState::kMaxIncidence, state_.incidence(), 5,
+                        "prosptosi", QStringLiteral("Angle of incidence  Γωνία πρόσπτωσης"));
+    followIndex(state_.index());
+    describeValue(*n1overn2, [this](int) { return QStringLiteral("n2/n1 = ") + fmt(state_.index(), "0.00"); });
+    describeValue(*prosptosi, [this](int) { return QStringLiteral("i = ") + fmt(state_.incidence(), "0") + "°"; });
+    describeValue(*newtongtimi,
+                  [this](int) { return QStringLiteral("Newton's value = ") + fmt(state_.newtonValue(), "0.00"); });
 
     Text1 = new QLineEdit;
     Text1->setObjectName(QStringLiteral("Text1"));
@@ -70,7 +82,9 @@ Rixotext::Rixotext() {
     reflected->setObjectName(QStringLiteral("reflected"));
     reflected->setChecked(true);
     reflected->setAccessibleName(reflected->text());
+}
 
+void Rixotext::createLabels() {
     Label7 = makeLabel("Label7");
     Label6 = makeLabel("Label6");
     Label5 = makeLabel("Label5");
@@ -85,7 +99,9 @@ Rixotext::Rixotext() {
     energyS = makeLabel("energyS");
     energyP = makeLabel("energyP");
     brewster = makeLabel("brewster");
+}
 
+void Rixotext::layOut() {
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(16);
     auto caption = [](const QString& text, QWidget* buddy) {
@@ -134,9 +150,9 @@ Rixotext::Rixotext() {
     setTabOrder(prosptosi, newtongtimi);
     setTabOrder(newtongtimi, reflected);
     setTabOrder(reflected, Text1);
+}
 
-    Timer1 = new FormTimer(this, [this] { Timer1_Timer(); }, 10);
-
+void Rixotext::connectControls() {
     connect(Command1, &QPushButton::clicked, this, &Rixotext::Command1_Click);
     connect(n1overn2, &QScrollBar::valueChanged, this, &Rixotext::n1overn2_Change);
     connect(newtongtimi, &QScrollBar::valueChanged, this, &Rixotext::newtongtimi_Change);
@@ -144,14 +160,21 @@ Rixotext::Rixotext() {
     connect(reflected, &QCheckBox::toggled, this, [] {
         if (Forms::instance().exists<Rixo>()) form<Rixo>().redraw();
     });
-
-    resize(1000, 260);
-    Form_Load();
+    connect(&state_, &InterpretationState::indexChanged, this, &Rixotext::followIndex);
+    connect(&state_, &InterpretationState::incidenceChanged, this, &Rixotext::followIncidence);
+    connect(&state_, &InterpretationState::newtonValueChanged, this,
+            [this](double pull) {
+                setLabel(newtonText, texts::newtonValue(pull));
+                refreshValueDescription(*newtongtimi);
+            });
+    connect(&state_, &InterpretationState::figuresDue, this, [this] {
+        const FigureWording wording = pendingWording_.value_or(wording_);
+        pendingWording_.reset();
+        showFigures(wording);
+    });
 }
 
-kymatiko::Refraction Rixotext::refraction() const {
-    return kymatiko::refract(kymatiko::radians(incidenceDegrees()), ratio());
-}
+bool Rixotext::reflectedWaveWanted() const { return reflected->isChecked(); }
 
 void Rixotext::setLabel(QLabel* label, const QString& text) {
     if (label->text() != text) {
@@ -161,83 +184,62 @@ void Rixotext::setLabel(QLabel* label, const QString& text) {
     label->setVisible(!text.isEmpty());
 }
 
+void Rixotext::showNote(Note note, const QString& text) {
+    if (note == Note::Text) {
+        Text1->setText(text);
+        return;
+    }
+    QLabel* label = note == Note::LayerThickness ? Label7 : Label6;
+    if (text.isEmpty()) label->hide();  // the last text stays for when it is shown again
+    else setLabel(label, text);
+}
+
 void Rixotext::showNewtonControls(bool visible) {
     for (QWidget* w : {static_cast<QWidget*>(newtongtimi), static_cast<QWidget*>(newtonText),
                        static_cast<QWidget*>(newtonCaption), static_cast<QWidget*>(Label7)})
         w->setVisible(visible);
 }
 
-// Nothing here reaches for another screen: the others read this one when
-// they are made, and a screen made while this one is being made would ask
-// for a second panel.
+void Rixotext::stopAnimation() { Timer1->setEnabled(false); }
+
+// Nothing here reaches for another screen: a screen made while this one is
+// being made could ask for a second panel.
 void Rixotext::Form_Load() {
     showNewtonControls(false);
     Label6->hide();
-    setLabel(Label2, texts::ratioOnLoad(ratio()));
-    setLabel(newtonText, texts::newtonValue(newtonValue()));
+    setLabel(Label2, texts::ratioOnLoad(state_.index()));
+    setLabel(newtonText, texts::newtonValue(state_.newtonValue()));
     newtonText->hide();
 }
 
-void Rixotext::redrawCorpuscles() {
-    if (Forms::instance().exists<Somata>()) form<Somata>().panelChanged();
-}
-
-void Rixotext::setIndex(double n) {
-    if (!std::isfinite(n) || n <= 0.0) return;
-    if (n != 1.0) sameSpeeds_ = false;
-    useIndex(n);
-}
-
-void Rixotext::setSameSpeeds(bool same) {
-    if (same == sameSpeeds_) {
-        valuesChanged(wording_);
-        return;
-    }
-    sameSpeeds_ = same;
-    if (same) bendingIndex_ = index_;
-    useIndex(same ? 1.0 : bendingIndex_);
-}
-
-void Rixotext::setBendingIndex(double n) {
-    if (!std::isfinite(n) || n <= 0.0) return;
-    if (!sameSpeeds_) {
-        setIndex(n);
-        return;
-    }
-    bendingIndex_ = n;
-    valuesChanged(wording_);
-}
-
-void Rixotext::useIndex(double n) {
-    index_ = n;
+void Rixotext::followIndex(double n) {
     {
-        // The bar follows without running its handler, which would round
-        // the index to its hundredths.
+        // The bar stands as near the index as it can without running its
+        // handler, which would round the index to its hundredths.
         const QSignalBlocker quiet(n1overn2);
         const double hundredths = std::clamp(std::round(n * 100.0), static_cast<double>(n1overn2->minimum()),
                                              static_cast<double>(n1overn2->maximum()));
         n1overn2->setValue(static_cast<int>(hundredths));
     }
-    valuesChanged(wording_);
+    refreshValueDescription(*n1overn2);
 }
 
-void Rixotext::setIncidence(int degrees) {
-    // The bar's own handler tells the other screens.
-    prosptosi->setValue(std::clamp(degrees, prosptosi->minimum(), prosptosi->maximum()));
-}
-
-void Rixotext::valuesChanged(const FigureWording& wording) {
-    Forms& forms = Forms::instance();
-    if (forms.exists<Rixo>()) form<Rixo>().redraw();
-    redrawCorpuscles();
-    if (forms.exists<Epiloges>()) form<Epiloges>().writeSummary();
-    showFigures(wording);
+void Rixotext::followIncidence(int degrees) {
+    {
+        const QSignalBlocker quiet(prosptosi);
+        prosptosi->setValue(degrees);
+    }
+    refreshValueDescription(*prosptosi);
+    // A new angle, from here or from another window, is written in the
+    // panel's own wording.
+    pendingWording_ = FigureWording{texts::CriticalWording::Panel, texts::ShareWording::Spaced, false};
 }
 
 void Rixotext::showFigures(const FigureWording& wording) {
     wording_ = wording;
-    const double n = index_;
-    const kymatiko::Refraction r = refraction();
+    const double n = state_.index();
+    const double incidence = state_.incidence();
+    const kymatiko::Refraction r = kymatiko::refract(kymatiko::radians(incidence), n);
     const kymatiko::Shares s = kymatiko::shares(kymatiko::fresnel(r, n));
     // The text of the load stands while it still gives the index.
     if (Label2->text() != texts::ratioOnLoad(n)) setLabel(Label2, texts::ratioOnChange(n));
@@ -250,8 +252,8 @@ void Rixotext::showFigures(const FigureWording& wording) {
     else Label6->hide();
     setLabel(Label5, texts::reflectedShare(wording.shares, s.reflected));
     setLabel(Label4, texts::refractedShare(wording.shares, s.refracted));
-    setLabel(Label1, wording.oneBlankBeforeRefraction ? texts::anglesWaves(incidenceDegrees(), r)
-                                                      : texts::anglesPanel(incidenceDegrees(), r));
+    setLabel(Label1, wording.oneBlankBeforeRefraction ? texts::anglesWaves(incidence, r)
+                                                      : texts::anglesPanel(incidence, r));
     const QStringList energy = texts::energyLines(r, n);
     setLabel(energyS, energy.value(0));
     setLabel(energyP, energy.value(1));
@@ -264,27 +266,22 @@ void Rixotext::showFigures(const FigureWording& wording) {
 }
 
 void Rixotext::n1overn2_Change() {
-    index_ = n1overn2->value() / 100.0;
-    if (index_ != 1.0) sameSpeeds_ = false;  // the pupil gave the media different speeds
     FigureWording wording = wording_;
     wording.critical = texts::CriticalWording::Panel;
-    valuesChanged(wording);
+    pendingWording_ = wording;
+    state_.setIndex(n1overn2->value() / 100.0);
+    pendingWording_.reset();
 }
 
-void Rixotext::newtongtimi_Change() {
-    setLabel(newtonText, texts::newtonValue(newtonValue()));
-    redrawCorpuscles();
-}
+void Rixotext::newtongtimi_Change() { state_.setNewtonValue(newtongtimi->value() * kymatiko::kNewtonValueScale); }
 
-void Rixotext::prosptosi_Change() {
-    valuesChanged({texts::CriticalWording::Panel, texts::ShareWording::Spaced, false});
-}
+void Rixotext::prosptosi_Change() { state_.setIncidence(prosptosi->value()); }
 
 void Rixotext::Command1_Click() {
     Rixo& rixo = form<Rixo>();
     Somata& somata = form<Somata>();
-    rixo.Timer1->setEnabled(false);
-    module1().speedRatio = 0.25;
+    rixo.stopAnimation();
+    state_.setSpeedRatio(0.25);
     // Both pictures must be on view for their timers to run.
     if (!rixo.isVisible()) showScreen(rixo);
     if (!somata.isVisible()) showScreen(somata);
@@ -294,13 +291,11 @@ void Rixotext::Command1_Click() {
     Timer1->bindTo(&rixo);
     Timer1->setInterval(10);
     Timer1->setEnabled(true);
-    rixo.Timer1->setInterval(10);
-    rixo.Timer1->setEnabled(true);
+    rixo.startAnimation();
 }
 
 void Rixotext::Timer1_Timer() {
-    Rixo& rixo = form<Rixo>();
-    if (!rixo.pulseStep()) {
+    if (!form<Rixo>().pulseStep()) {
         Timer1->setEnabled(false);  // the pulse has left the field
         return;
     }

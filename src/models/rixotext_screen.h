@@ -5,9 +5,10 @@
 #include <QScrollBar>
 #include <QWidget>
 
+#include <optional>
+
 #include "ui/caption_button.h"
-#include "models/corpuscles.h"
-#include "models/kymatiko.h"
+#include "models/interpretation_state.h"
 #include "models/model_texts.h"
 #include "models/model_widgets.h"
 
@@ -26,14 +27,55 @@ struct FigureWording {
 // the corpuscle screen; its button runs the waves and the corpuscles side
 // by side.
 //
-// The panel holds the one index and the one angle of the interpretation
-// screens: the wave screen, the corpuscle screen and the index-and-velocities
-// screen read them from here each time and change them only through
-// setIndex() and setIncidence(), so every window shows the same values.
+// The values are the interpretation's shared state: the bars set them there
+// and follow them when another window changes them, and the figures are
+// written again after every change.
 class Rixotext : public QWidget {
     Q_OBJECT
 public:
     Rixotext();
+
+    // The notes that the corpuscle screen writes on the panel.
+    enum class Note { LayerThickness, CriticalAngle, Text };
+    // Writes a note and shows it; an empty text hides it.
+    void showNote(Note note, const QString& text);
+
+    // Writes every figure of the panel — the ratio, the critical angle, the
+    // reflected and refracted shares and the angles — from the shared index
+    // and angle, in the wording given, and keeps the wording for later
+    // changes.
+    void showFigures(const FigureWording& wording);
+    const FigureWording& figureWording() const { return wording_; }
+
+    // Shows or hides Newton's scroll bar with its labels.
+    void showNewtonControls(bool visible);
+    // Whether the pupil wants the reflected wave drawn (REFLECTED WAVE).
+    bool reflectedWaveWanted() const;
+    // Stops the pulse of light along the rays.
+    void stopAnimation();
+
+    void Form_Load();
+    void n1overn2_Change();
+    void newtongtimi_Change();
+    void prosptosi_Change();
+    void Command1_Click();
+    void Timer1_Timer();
+
+protected:
+    // Closing the panel stops its pulse and puts the first corpuscle back.
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void createControls();
+    void createLabels();
+    void layOut();
+    void connectControls();
+    // Writes a label and shows it, or hides it when the text is empty.
+    static void setLabel(QLabel* label, const QString& text);
+    // The bars stand where the shared values are, without running their
+    // handlers again.
+    void followIndex(double n);
+    void followIncidence(int degrees);
 
     CaptionButton* Command1;   // WAVES AND PARTICLES
     FormTimer* Timer1;         // the pulse of light along the rays of the wave screen
@@ -57,68 +99,9 @@ public:
     QLabel* newtonText;        // Newton's value
     QLabel* newtonCaption;     // caption of Newton's scroll bar
 
-    // The values as the other screens read them. The index is the ratio
-    // bar's value / 100 unless a menu or a typed answer set it (the bar then
-    // stands as near it as it can).
-    double ratio() const { return index_; }
-    double incidenceDegrees() const { return prosptosi->value(); }
-    double newtonValue() const { return newtongtimi->value() * kymatiko::kNewtonValueScale; }  // Newton's pull
-    kymatiko::Refraction refraction() const;
-
-    // Changes of the index or the angle from the other screens: the panel's
-    // figures and every interpretation picture follow at once. A new index
-    // other than 1 gives the media different speeds, so it ends "the same
-    // speed in both media" below.
-    void setIndex(double n);
-    void setIncidence(int degrees);
-
-    // "The same speed in both media" (IDIA V): while it holds the index in
-    // use is 1 and the ray goes straight on. The index the speeds had is
-    // kept and is in use again once the speeds differ (METAVOLH V).
-    bool sameSpeeds() const { return sameSpeeds_; }
-    void setSameSpeeds(bool same);
-    // The index for when the speeds differ: the one in use, or the one kept
-    // while the speeds are the same.
-    double bendingIndex() const { return sameSpeeds_ ? bendingIndex_ : index_; }
-    // A typed index for the second medium: in use at once, or, while the
-    // speeds are the same, kept for when they differ.
-    void setBendingIndex(double n);
-
-    // Writes every figure of the panel — the ratio, the critical angle, the
-    // reflected and refracted shares and the angles — from the one index
-    // and angle, in the wording given, and keeps the wording for later
-    // changes.
-    void showFigures(const FigureWording& wording);
-    const FigureWording& figureWording() const { return wording_; }
-
-    // Shows or hides Newton's scroll bar with its labels.
-    void showNewtonControls(bool visible);
-    // Writes a label and shows it, or hides it when the text is empty.
-    static void setLabel(QLabel* label, const QString& text);
-
-    void Form_Load();
-    void n1overn2_Change();
-    void newtongtimi_Change();
-    void prosptosi_Change();
-    void Command1_Click();
-    void Timer1_Timer();
-
-protected:
-    // Closing the panel stops its pulse and puts the first corpuscle back.
-    void closeEvent(QCloseEvent* event) override;
-
-private:
-    // The corpuscle screen follows every change of the panel.
-    void redrawCorpuscles();
-    // The index or the angle changed: the other screens draw again first,
-    // then the panel writes its figures in its own wording.
-    void valuesChanged(const FigureWording& wording);
-
-    // Puts an index in use: the bar follows and every window draws again.
-    void useIndex(double n);
-
-    double index_ = 1.5;
-    bool sameSpeeds_ = false;
-    double bendingIndex_ = 1.5;
+    InterpretationState& state_;
     FigureWording wording_;
+    // The wording the panel's own change of a value asks for; without one
+    // the figures keep the wording they have.
+    std::optional<FigureWording> pendingWording_;
 };

@@ -21,9 +21,9 @@ kymatiko::CorpuscleModel Somata::newtonModel() const {
 
 void Somata::buildTrack(kymatiko::CorpuscleModel model) {
     model_ = model;
-    trackValues_ = readPanel();
-    track_ = kymatiko::corpuscleTrack(field(), kymatiko::radians(trackValues_.incidence), trackValues_.n, model,
-                                      trackValues_.pull);
+    trackStale_ = false;
+    track_ = kymatiko::corpuscleTrack(field(), kymatiko::radians(state_.incidence()), state_.index(), model,
+                                      state_.newtonValue());
 }
 
 // The beam: the same track shifted along the boundary, since the layers
@@ -47,14 +47,15 @@ void Somata::drawTrackPicture() {
             else canvas->line(p[k - 1].x + dx, p[k - 1].y, p[k].x + dx, p[k].y, kTrackColour);
         }
     }
-    canvas->setSummary(spoken::corpuscles(model_, trackValues_.incidence, trackValues_.n, track_));
+    const double n = state_.index();
+    canvas->setSummary(spoken::corpuscles(model_, state_.incidence(), n, track_));
     Rixotext& panel = form<Rixotext>();
     if (model_ == kymatiko::CorpuscleModel::Descartes) {
-        panel.Label7->hide();
+        panel.showNote(Rixotext::Note::LayerThickness, {});
     } else {
-        Rixotext::setLabel(panel.Label7, texts::layerThickness(track_.thickness));
-        if (const auto c = kymatiko::criticalAngleDegrees(trackValues_.n); c && kymatiko::intoLessDense(trackValues_.n))
-            Rixotext::setLabel(panel.Label6, texts::criticalAngle(texts::CriticalWording::NewtonLayer, *c));
+        panel.showNote(Rixotext::Note::LayerThickness, texts::layerThickness(track_.thickness));
+        if (const auto c = kymatiko::criticalAngleDegrees(n); c && kymatiko::intoLessDense(n))
+            panel.showNote(Rixotext::Note::CriticalAngle, texts::criticalAngle(texts::CriticalWording::NewtonLayer, *c));
     }
     // The construction checks itself once per picture; say so only once.
     if (track_.mismatch > 1e-4 && !warnedMismatch_) {
@@ -83,16 +84,13 @@ void Somata::drawNewtonConstruction() {
 }
 
 void Somata::showCriticalAngle(bool tickWording) {
-    Rixotext& panel = form<Rixotext>();
-    const double n = readPanel().n;
+    const double n = state_.index();
     const auto c = kymatiko::criticalAngleDegrees(n);
-    if (!c || !kymatiko::intoLessDense(n)) {
-        panel.Label6->hide();
-        return;
-    }
-    Rixotext::setLabel(panel.Label6, texts::criticalAngle(tickWording ? texts::CriticalWording::CorpuscleTick
-                                                                      : texts::CriticalWording::Corpuscles,
-                                                          *c));
+    form<Rixotext>().showNote(
+        Rixotext::Note::CriticalAngle,
+        c && kymatiko::intoLessDense(n)
+            ? texts::criticalAngle(tickWording ? texts::CriticalWording::CorpuscleTick : texts::CriticalWording::Corpuscles, *c)
+            : QString());
 }
 
 void Somata::hideCorpuscles() {
@@ -141,14 +139,13 @@ void Somata::SOMATIDIA_Click() {
 void Somata::xekina_Click() {
     Timer1->setEnabled(false);
     startCorpuscles(Mode::Descartes);
-    form<Rixotext>().Text1->setText(texts::nrefra(trackValues_.n));
+    form<Rixotext>().showNote(Rixotext::Note::Text, texts::nrefra(state_.index()));
     Timer2->setInterval(50);
     Timer2->setEnabled(true);
 }
 
 void Somata::corpuscleTick(int intervalMs) {
-    const PanelValues now = readPanel();
-    if (!(now == trackValues_)) {  // the panel moved: the new path from here on
+    if (trackStale_) {  // the values changed: the new path from here on
         buildTrack(model_ == kymatiko::CorpuscleModel::Descartes ? model_ : newtonModel());
         drawTrackPicture();
     }
@@ -170,6 +167,10 @@ void Somata::Timer2_Timer() { corpuscleTick(Timer2->interval()); }
 
 void Somata::STAMATHMA_Click() {
     resetFirstCorpuscle();
+    stopAnimation();
+}
+
+void Somata::stopAnimation() {
     Timer1->setEnabled(false);
     Timer2->setEnabled(false);
 }

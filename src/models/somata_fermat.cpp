@@ -33,7 +33,7 @@ kymatiko::SpeedLaw Somata::lawOfSpeeds() const {
     return descartes->isChecked() ? kymatiko::SpeedLaw::Descartes : kymatiko::SpeedLaw::Fermat;
 }
 
-kymatiko::Speeds Somata::speeds() const { return kymatiko::speedsFor(lawOfSpeeds(), readPanel().n); }
+kymatiko::Speeds Somata::speeds() const { return kymatiko::speedsFor(lawOfSpeeds(), state_.index()); }
 
 void Somata::showBodies(bool visible) {
     for (ShapeWidget* b : {fermat1, fermat2, fermat3}) b->setVisible(visible);
@@ -74,7 +74,7 @@ void Somata::showFermat() {
             drawFermatPicture(bodyCentre(Blue), kFermatPath);
             setFermatLabel(texts::leastTime(s.bestTime));
             const kymatiko::Point a = bodyCentre(Magenta), b = bodyCentre(Blue), c = bodyCentre(Green);
-            canvas->setSummary(spoken::fermat({lawOfSpeeds(), readPanel().n, speeds(), a, b, c, f.boundary(),
+            canvas->setSummary(spoken::fermat({lawOfSpeeds(), state_.index(), speeds(), a, b, c, f.boundary(),
                                                kymatiko::PathKind::Refraction,
                                                kymatiko::travelTime(a, b, c, f.boundary(), speeds()), s.bestTime}));
             return;
@@ -83,13 +83,13 @@ void Somata::showFermat() {
     }
     const kymatiko::Point a = bodyCentre(Magenta), b = bodyCentre(Blue), c = bodyCentre(Green);
     const kymatiko::PathTime t = kymatiko::travelTime(a, b, c, f.boundary(), speeds());
-    const kymatiko::PathKind kind = kymatiko::classifyPath(a, b, c, f.boundary(), readPanel().n, fermalaw->isChecked());
+    const kymatiko::PathKind kind = kymatiko::classifyPath(a, b, c, f.boundary(), state_.index(), fermalaw->isChecked());
     const QColor colour = kind == kymatiko::PathKind::Reflection   ? kHeroPath
                           : kind == kymatiko::PathKind::Refraction ? kFermatPath
                                                                    : kPlainPath;
     drawFermatPicture(b, colour);
     canvas->setSummary(
-        spoken::fermat({lawOfSpeeds(), readPanel().n, speeds(), a, b, c, f.boundary(), kind, t, std::nullopt}));
+        spoken::fermat({lawOfSpeeds(), state_.index(), speeds(), a, b, c, f.boundary(), kind, t, std::nullopt}));
     switch (fermatView_) {
     case FermatView::Instruction: setFermatLabel(texts::fermatInstruction()); break;
     case FermatView::TravelTime: setFermatLabel(texts::fermatTime(kind, t.time, t.distance())); break;

@@ -8,20 +8,36 @@
 
 #include "ui/forms.h"
 #include "ui/scroll_bars.h"
-#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "models/rixotext_screen.h"
-#include "core/physics.h"
 
 namespace {
 const QColor kSecondMedium(200, 150, 90);
 }  // namespace
 
-Somata::Somata() {
+Somata::Somata() : state_(sharedState<InterpretationState>()) {
     setObjectName(QStringLiteral("somata"));
     setWindowTitle(QStringLiteral("CORPUSCULAR AND FERMAT ΣΩMATIΔIA KAI FERMAT"));
     setFont(programFont(QStringLiteral("Arial Greek"), 9.0));
+    createDrawing();
+    createBodies();
+    createMenus();
+    Timer1 = new FormTimer(this, [this] { Timer1_Timer(); }, 10);
+    Timer2 = new FormTimer(this, [this] { Timer2_Timer(); }, 50);
+    Timer1->setObjectName(QStringLiteral("Timer1"));
+    Timer2->setObjectName(QStringLiteral("Timer2"));
+    connectMenus();
+    canvas->installEventFilter(this);
+    fermatscr->installEventFilter(this);
+    connect(&state_, &InterpretationState::indexChanged, this, &Somata::valuesChanged);
+    connect(&state_, &InterpretationState::incidenceChanged, this, &Somata::valuesChanged);
+    connect(&state_, &InterpretationState::newtonValueChanged, this, &Somata::valuesChanged);
 
+    resize(720, 560);
+    Form_Load();
+}
+
+void Somata::createDrawing() {
     canvas = new Canvas;
     canvas->setObjectName(QStringLiteral("corpuscleField"));
     canvas->setAccessibleName(QStringLiteral("Corpuscles and Fermat's principle  Σωμάτια και αρχή του Fermat"));
@@ -52,7 +68,9 @@ Somata::Somata() {
     layout->addWidget(fermatscr);
     layout->addWidget(Label1);
     setCentralWidget(central);
+}
 
+void Somata::createBodies() {
     fermat1 = new ShapeWidget(canvas, QColor(255, 0, 255), 16);
     fermat2 = new ShapeWidget(canvas, QColor(0, 0, 255), 16);
     fermat3 = new ShapeWidget(canvas, QColor(0, 255, 0), 16);
@@ -65,11 +83,13 @@ Somata::Somata() {
     for (int k = 0; k < kCorpuscles; ++k) {
         ShapeWidget* corpuscle = new ShapeWidget(canvas, QColor(220, 0, 0), 9);
         corpuscle->setAccessibleName(QStringLiteral("Corpuscle %1  Σωματίδιο %1").arg(k + 1));
+        corpuscle->setObjectName(QStringLiteral("soma"));
         corpuscle->hide();
         soma[static_cast<std::size_t>(k)] = corpuscle;
     }
+}
 
-    // --- menus ------------------------------------------------------------------
+void Somata::createMenus() {
     QMenuBar* bar = menuBar();
     auto named = [](QAction* a, const char* name) {
         a->setObjectName(QString::fromLatin1(name));
@@ -101,10 +121,9 @@ Somata::Somata() {
     }
     fermalaw->setChecked(true);
     neftonas->setChecked(true);
+}
 
-    Timer1 = new FormTimer(this, [this] { Timer1_Timer(); }, 10);
-    Timer2 = new FormTimer(this, [this] { Timer2_Timer(); }, 50);
-
+void Somata::connectMenus() {
     connect(xekina, &QAction::triggered, this, &Somata::xekina_Click);
     connect(fermat, &QAction::triggered, this, &Somata::fermat_Click);
     connect(descartes, &QAction::triggered, this, &Somata::descartes_Click);
@@ -115,19 +134,10 @@ Somata::Somata() {
     connect(SOMATIDIA, &QAction::triggered, this, &Somata::SOMATIDIA_Click);
     connect(STAMATHMA, &QAction::triggered, this, &Somata::STAMATHMA_Click);
     connect(fermatscr, &QScrollBar::valueChanged, this, &Somata::fermatscr_Change);
-    canvas->installEventFilter(this);
-    fermatscr->installEventFilter(this);
-
-    resize(720, 560);
-    Form_Load();
 }
 
 kymatiko::Field Somata::field() const { return kymatiko::fieldFor(canvas->width(), canvas->height()); }
 
-Somata::PanelValues Somata::readPanel() const {
-    const Rixotext& panel = form<Rixotext>();
-    return {panel.ratio(), panel.incidenceDegrees(), panel.newtonValue()};
-}
 
 void Somata::applyField() {
     const kymatiko::Field f = field();
@@ -148,7 +158,6 @@ void Somata::Form_Load() {
     showBodies(false);
     Label1->hide();
     applyField();
-    module1().pi = physics::kPi;
     buildTrack(newtonModel());
     showCriticalAngle(false);
     drawTrackPicture();
@@ -187,13 +196,16 @@ void Somata::lawChanged() {
     if (mode_ == Mode::Fermat) showFermat();  // the path with the new speeds
 }
 
-void Somata::panelChanged() {
+void Somata::valuesChanged() {
     if (mode_ == Mode::Fermat) {
         redrawFermat();
         return;
     }
     // A running animation picks the change up at its next tick.
-    if (Timer1->isRunning() || Timer2->isRunning()) return;
+    if (Timer1->isRunning() || Timer2->isRunning()) {
+        trackStale_ = true;
+        return;
+    }
     buildTrack(mode_ == Mode::Descartes ? kymatiko::CorpuscleModel::Descartes : newtonModel());
     showCriticalAngle(false);
     drawTrackPicture();

@@ -11,13 +11,14 @@
 #include "canvas/canvas.h"
 #include "models/corpuscles.h"
 #include "models/fermat.h"
+#include "models/interpretation_state.h"
 #include "models/model_widgets.h"
 
 // "somata": light as corpuscles (Newton's model with one layer or with
 // parallel layers, Descartes' model) and Fermat's principle of least time
 // with three movable bodies. The ratio of the indices, the angle and
-// Newton's value come from the control panel's scroll bars, read afresh at
-// every event; the figures go into the panel's labels.
+// Newton's value are the interpretation's shared ones, which the control
+// panel's scroll bars set; the figures go on the panel as its notes.
 //
 // The field is 1500 units shared between width and height as the window is
 // shaped, y upwards; the lower half is the second medium. The corpuscles
@@ -32,27 +33,8 @@ public:
 
     Somata();
 
-    Canvas* canvas;
-    QScrollBar* fermatscr;  // the blue body along the boundary, 0 … Max over the field's width
-    QLabel* Label1;         // times and instructions of the Fermat demonstration
-    FormTimer* Timer1;      // Newton's corpuscles, 10 ms
-    FormTimer* Timer2;      // Descartes' corpuscles, 50 ms
-    ShapeWidget* fermat1;   // magenta: start
-    ShapeWidget* fermat2;   // blue: on the boundary
-    ShapeWidget* fermat3;   // green: end
-    std::array<ShapeWidget*, kCorpuscles> soma{};
-
-    QAction* xekina;           // Descarte's
-    QAction* fermat;           // FERMAT'S PRINCIPLE
-    QMenu* lawMenu;
-    QAction* descartes;        // Νόμος διάθλασης Descartes
-    QAction* fermalaw;         // Νόμος διάθλασης Fermat
-    QAction* evresielaxistoy;  // FIND MINIMUM
-    QMenu* GENERAL;            // NEWTON
-    QAction* neftonas;         // NEWTON  ONE LAYER
-    QAction* NEWTON2STROMATA;  // NEWTON: PARALLEL
-    QAction* SOMATIDIA;        // PARTICLES
-    QAction* STAMATHMA;        // STOP
+    // What the screen draws, for tests and summaries.
+    const Canvas& drawing() const { return *canvas; }
 
     enum class Mode { Newton, Descartes, Fermat };
     Mode mode() const { return mode_; }
@@ -67,9 +49,10 @@ public:
     kymatiko::Speeds speeds() const;
     kymatiko::SpeedLaw lawOfSpeeds() const;  // the law item checked
 
-    // --- called by the control panel ------------------------------------------
-    void panelChanged();
+    // --- asked by the other interpretation screens -----------------------------
     void resetFirstCorpuscle();
+    // Stops both corpuscle animations.
+    void stopAnimation();
 
     // --- public procedures ------------------------------------------------------
     void DrawNewtonOneLayer();
@@ -102,11 +85,12 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    struct PanelValues {
-        double n = 1.5, incidence = 30.0, pull = 0.2;
-        bool operator==(const PanelValues&) const = default;
-    };
-    PanelValues readPanel() const;
+    void createDrawing();
+    void createBodies();
+    void createMenus();
+    void connectMenus();
+    // The shared index, angle or Newton's value changed: the picture follows.
+    void valuesChanged();
     void applyField();
     void drawMedium();
     QPointF toWidget(kymatiko::Point p) const;
@@ -142,10 +126,33 @@ private:
     void drawFermatPicture(kymatiko::Point blue, const QColor& pathColour);
     void redrawFermat();
 
+    Canvas* canvas;
+    QScrollBar* fermatscr;  // the blue body along the boundary, 0 … Max over the field's width
+    QLabel* Label1;         // times and instructions of the Fermat demonstration
+    FormTimer* Timer1;      // Newton's corpuscles, 10 ms
+    FormTimer* Timer2;      // Descartes' corpuscles, 50 ms
+    ShapeWidget* fermat1;   // magenta: start
+    ShapeWidget* fermat2;   // blue: on the boundary
+    ShapeWidget* fermat3;   // green: end
+    std::array<ShapeWidget*, kCorpuscles> soma{};
+
+    QAction* xekina;           // Descarte's
+    QAction* fermat;           // FERMAT'S PRINCIPLE
+    QMenu* lawMenu;
+    QAction* descartes;        // Νόμος διάθλασης Descartes
+    QAction* fermalaw;         // Νόμος διάθλασης Fermat
+    QAction* evresielaxistoy;  // FIND MINIMUM
+    QMenu* GENERAL;            // NEWTON
+    QAction* neftonas;         // NEWTON  ONE LAYER
+    QAction* NEWTON2STROMATA;  // NEWTON: PARALLEL
+    QAction* SOMATIDIA;        // PARTICLES
+    QAction* STAMATHMA;        // STOP
+
+    InterpretationState& state_;
     Mode mode_ = Mode::Newton;
     kymatiko::CorpuscleModel model_ = kymatiko::CorpuscleModel::NewtonOneLayer;
     kymatiko::Track track_;
-    PanelValues trackValues_;
+    bool trackStale_ = false;  // the values changed while the corpuscles ran
     long tick_ = 0;
     bool warnedMismatch_ = false;
     // Bodies as fractions of the field, so a resized window keeps them in place.

@@ -19,7 +19,6 @@
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolemy_geometry.h"
 #include "apparatus/ptolkam_screen.h"
-#include "core/shared_state.h"
 #include "canvas/qt_format.h"
 #include "history/historical_tables.h"
 #include "history/refraction_laws.h"
@@ -275,7 +274,7 @@ private slots:
         Rixo& rixo = form<Rixo>();
         rixo.aktina_Click();
         const kymatiko::Refraction r = rixo.refraction();
-        QString text = said(rixo.canvas);
+        QString text = said(&rixo.drawing());
         QVERIFY2(text.contains(QStringLiteral("n = ") + fmt(rixo.index(), "0.00")) &&
                      text.contains(QStringLiteral("incidence ") + deg(rixo.incidenceDegrees(), "0")) &&
                      text.contains(QStringLiteral("refraction ") + deg(kymatiko::degrees(r.refraction))),
@@ -283,25 +282,25 @@ private slots:
 
         Somata& s = form<Somata>();
         s.SOMATIDIA_Click();
-        text = said(s.canvas);
+        text = said(&s.drawing());
         QVERIFY2(text.startsWith(QLatin1String("Corpuscles, Newton's model")) &&
                      text.contains(QStringLiteral("refraction ") + deg(kymatiko::degrees(r.refraction))),
                  qPrintable(text));
         s.STAMATHMA_Click();
-        s.fermat->trigger();
+        s.fermat_Click();
         s.Form_MouseDown(Qt::LeftButton, Qt::ShiftModifier, s.field().width * 0.3, s.field().height * 0.9);
         const kymatiko::PathTime t = kymatiko::travelTime(s.bodyCentre(Somata::Magenta), s.bodyCentre(Somata::Blue),
                                                           s.bodyCentre(Somata::Green), s.field().boundary(), s.speeds());
-        text = said(s.canvas);
+        text = said(&s.drawing());
         QVERIFY2(text.startsWith(QLatin1String("Fermat's principle")) &&
                      text.contains(QStringLiteral("travel time ") + fmt(t.time, "0.00")) &&
-                     s.Label1->text().contains(fmt(t.time, "0.00")) && text.contains(QLatin1String("above the boundary")),
+                     s.findChild<QLabel*>("Label1")->text().contains(fmt(t.time, "0.00")) && text.contains(QLatin1String("above the boundary")),
                  qPrintable(text));
         s.evresielaxistoy_Click();
         const kymatiko::LeastTimeSearch least = kymatiko::findLeastTime(
             s.bodyCentre(Somata::Magenta), s.bodyCentre(Somata::Green), s.field().boundary(), s.speeds());
-        QVERIFY2(said(s.canvas).contains(QStringLiteral("Least time ") + fmt(least.bestTime, "0.00")), qPrintable(said(s.canvas)));
-        QVERIFY(s.fermatscr->accessibleDescription().startsWith(QLatin1String("blue body at x = ")));
+        QVERIFY2(said(&s.drawing()).contains(QStringLiteral("Least time ") + fmt(least.bestTime, "0.00")), qPrintable(said(&s.drawing())));
+        QVERIFY(s.findChild<QScrollBar*>("fermatscr")->accessibleDescription().startsWith(QLatin1String("blue body at x = ")));
     }
 
     // The mean-error graph says where the error is least, from its curve.

@@ -186,8 +186,10 @@ private slots:
         showInterpretationScreens();
         Somata& s = form<Somata>();
         QVERIFY(active(s));
-        s.fermat->trigger();
-        s.canvas->setFocus();
+        s.fermat_Click();
+        Canvas* canvas = s.findChild<Canvas*>("corpuscleField");
+        const QLabel* label = s.findChild<QLabel*>("Label1");
+        canvas->setFocus();
         struct Move {
             Qt::KeyboardModifiers keys;
             Somata::Body body;
@@ -197,16 +199,16 @@ private slots:
                               Move{Qt::ControlModifier, Somata::Green, Qt::Key_Up},
                               Move{Qt::ShiftModifier | Qt::ControlModifier, Somata::Blue, Qt::Key_Left}}) {
             const auto before = s.bodyCentre(m.body);
-            const QString time = s.Label1->text();
-            QTest::keyClick(s.canvas, m.arrow, m.keys);
+            const QString time = label->text();
+            QTest::keyClick(canvas, m.arrow, m.keys);
             const auto after = s.bodyCentre(m.body);
             QVERIFY2(before.x != after.x || before.y != after.y, qPrintable(QString::number(m.body)));
-            QVERIFY(s.Label1->text() != time && s.Label1->text().startsWith(QLatin1String("Time of movement")));
+            QVERIFY(label->text() != time && label->text().startsWith(QLatin1String("Time of movement")));
         }
         // The green body moved up: towards the top of the drawing.
-        const QPointF green = s.canvas->toLogical(s.bodyCentre(Somata::Green).x, s.bodyCentre(Somata::Green).y);
-        QTest::keyClick(s.canvas, Qt::Key_Up, Qt::ControlModifier);
-        QVERIFY(s.canvas->toLogical(s.bodyCentre(Somata::Green).x, s.bodyCentre(Somata::Green).y).y() < green.y());
+        const QPointF green = canvas->toLogical(s.bodyCentre(Somata::Green).x, s.bodyCentre(Somata::Green).y);
+        QTest::keyClick(canvas, Qt::Key_Up, Qt::ControlModifier);
+        QVERIFY(canvas->toLogical(s.bodyCentre(Somata::Green).x, s.bodyCentre(Somata::Green).y).y() < green.y());
     }
 
     // The bench's mouse by keys: the arrows move the pressed point and aim

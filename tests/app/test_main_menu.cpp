@@ -9,10 +9,10 @@
 #include "app/history_screen.h"
 #include "app/main_menu.h"
 #include "app/module1.h"
-#include "core/shared_state.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "semicircle/bench_state.h"
+#include "models/interpretation_state.h"
 #include "test_support.h"
 
 namespace {
@@ -38,12 +38,11 @@ private slots:
 
     void startUpSetsSharedValues() {
         ScreenTestScope scope;
-        module1() = SharedState{};
         const BenchState& bench = sharedState<BenchState>();
         sharedState<BenchState>().setXc(7);
-        module1().speedRatio = 3;
+        sharedState<InterpretationState>().setSpeedRatio(3);
         Main();
-        QCOMPARE(module1().speedRatio, 1.0);
+        QCOMPARE(sharedState<InterpretationState>().speedRatio(), 1.0);
         QVERIFY(bench.angleWithY() == 0.0 && bench.xc() == 0.0 && bench.yc() == 0.0 && bench.rayHeight() == 0.0);
         QCOMPARE(bench.indexN(), 1.5);
     }

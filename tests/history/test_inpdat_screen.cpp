@@ -12,7 +12,6 @@
 #include "ui/forms.h"
 #include "app/main_menu.h"
 #include "apparatus/alhaytham_screens.h"
-#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "history/data_state.h"
 #include "history/history_notes.h"
@@ -79,7 +78,6 @@ class TestInpdatScreen : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase() { installFontSubstitutions(); }
-    void init() { module1() = SharedState{}; }
 
     // INITIAL hides the screen and its graphs; END ends the program.
     void buttons() {

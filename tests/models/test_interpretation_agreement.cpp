@@ -1,22 +1,20 @@
 // The interpretation windows agree: one index and one angle shown alike by
-// the wave screen, the panel, the corpuscle screen and the index-and-
-// velocities screen, whatever command changed them; and the Fermat
-// demonstration keeps showing what its last command chose through the
-// resizes that showing and hiding its controls cause.
+// the wave screen, the panel with its scroll bars, the corpuscle screen and
+// the index-and-velocities screen, whatever command changed them; and the
+// Fermat demonstration keeps showing what its last command chose through
+// the resizes that showing and hiding its controls cause.
 #include <QtTest>
 
-#include <cmath>
+#include <QAction>
+#include <QScrollBar>
 
-#include "ui/forms.h"
-#include "app/main_menu.h"
-#include "core/shared_state.h"
+#include <algorithm>
+#include <functional>
+
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
 #include "models/epiloges_screen.h"
 #include "models/model_texts.h"
-#include "models/rixo_screen.h"
-#include "models/rixotext_screen.h"
-#include "models/somata_screen.h"
 #include "test_support.h"
 #include "interpretation_screens_support.h"
 
@@ -28,31 +26,34 @@ QString disagreement(const Screens& s, double n, int a) {
     const kymatiko::Refraction r = kymatiko::refract(kymatiko::radians(a), n);
     const QString refraction = r.totalReflection ? texts::totalReflectionNote() : fmt(kymatiko::degrees(r.refraction), "0.00");
     const kymatiko::Shares shares = kymatiko::shares(kymatiko::fresnel(r, n));
-    if (s.rixo.index() != n || s.rixo.incidenceDegrees() != a) wrong << "wave screen's values";
-    if (s.panel.ratio() != n || s.panel.incidenceDegrees() != a) wrong << "panel's values";
-    if (!s.panel.Label2->text().endsWith(fmt(n, "0.00"))) wrong << "panel ratio: " + s.panel.Label2->text();
-    if (!s.panel.Label1->text().contains(QStringLiteral("= ") + fmt(a, "0")) ||
-        !s.panel.Label1->text().contains(refraction))
-        wrong << "panel angles: " + s.panel.Label1->text();
-    if (!s.panel.Label5->text().endsWith(fmt(shares.reflected, "0.00")))
-        wrong << "panel reflected: " + s.panel.Label5->text();
-    if (!s.panel.Label4->text().endsWith(fmt(shares.refracted, "0.00")))
-        wrong << "panel refracted: " + s.panel.Label4->text();
-    // The energy lines beside them, on the panel and on the wave picture.
+    // The panel: its bars where the values are, and its figures.
+    const auto& ratioBar = child<QScrollBar>(s.panel, "n1overn2");
+    const int hundredths = std::clamp(qRound(n * 100.0), ratioBar.minimum(), ratioBar.maximum());
+    if (ratioBar.value() != hundredths || ratioBar.accessibleDescription() != "n2/n1 = " + fmt(n, "0.00"))
+        wrong << "ratio bar: " + QString::number(ratioBar.value()) + ", " + ratioBar.accessibleDescription();
+    if (child<QScrollBar>(s.panel, "prosptosi").value() != a) wrong << "angle bar";
+    if (!text(s.panel, "Label2").endsWith(fmt(n, "0.00"))) wrong << "panel ratio: " + text(s.panel, "Label2");
+    const QString angles = text(s.panel, "Label1");
+    if (!angles.contains(QStringLiteral("= ") + fmt(a, "0")) || !angles.contains(refraction))
+        wrong << "panel angles: " + angles;
+    if (!text(s.panel, "Label5").endsWith(fmt(shares.reflected, "0.00"))) wrong << "panel reflected: " + text(s.panel, "Label5");
+    if (!text(s.panel, "Label4").endsWith(fmt(shares.refracted, "0.00"))) wrong << "panel refracted: " + text(s.panel, "Label4");
+    // The energy lines, on the panel and on the wave picture, which also
+    // prints the index and the angles it was drawn with.
     const QStringList energy = texts::energyLines(r, n);
-    const QStringList printed = s.rixo.canvas->printedTexts();
-    if (energy.size() != 3 || s.panel.energyS->text() != energy[0] || s.panel.energyP->text() != energy[1] ||
-        s.panel.brewster->text() != energy[2])
-        wrong << "panel energy: " + s.panel.energyS->text();
+    const QStringList printed = s.rixo.drawing().printedTexts();
+    if (QStringList{text(s.panel, "energyS"), text(s.panel, "energyP"), text(s.panel, "brewster")} != energy)
+        wrong << "panel energy: " + text(s.panel, "energyS");
     for (const QString& e : energy)
         if (!printed.contains(e)) wrong << "wave picture energy: " + e;
-    // The wave picture prints the index and the angles it was drawn with.
     if (!printed.contains(texts::speedsLine(n))) wrong << "wave picture: " + printed.join(" | ");
     if (!printed.join(' ').contains(refraction)) wrong << "wave picture angle: " + printed.join(" | ");
-    // The corpuscles leave along the same refraction angle.
-    if (s.somata.track().totalReflection != r.totalReflection) wrong << "corpuscles";
-    if (Forms::instance().exists<Epiloges>() && !form<Epiloges>().summary->text().startsWith("n = " + fmt(n, "0.00")))
-        wrong << "index and velocities: " + form<Epiloges>().summary->text();
+    // The corpuscles leave along the same refraction angle and say the index.
+    if (s.somata.track().totalReflection != r.totalReflection ||
+        !s.somata.drawing().summary().contains("n2/n1 = " + fmt(n, "0.00")))
+        wrong << "corpuscles: " + s.somata.drawing().summary();
+    const QString summary = text(form<Epiloges>(), "summary");
+    if (!summary.startsWith("n = " + fmt(n, "0.00"))) wrong << "index and velocities: " + summary;
     return wrong.join("; ");
 }
 
@@ -63,131 +64,82 @@ class TestInterpretationAgreement : public QObject {
 private slots:
     void initTestCase() { installFontSubstitutions(); }
 
-    void everyWindowShowsTheOneIndexAndAngle() {
-        ScreenTestScope scope;
-        Screens s = openFromMenu();
-        QCOMPARE(disagreement(s, 1.5, 30), QString());
-        s.rixo.okitis2_Click();  // c=2
-        QCOMPARE(disagreement(s, 2.0, 30), QString());
-        QCOMPARE(s.panel.n1overn2->value(), 200);
-        s.rixo.epiloges_Click();
-        scope.dialogs().answers.push_back(QStringLiteral("1.33"));
-        s.rixo.deiktis_Click();  // GIVE INDEX on the wave screen
-        QCOMPARE(disagreement(s, 1.33, 30), QString());
-        QCOMPARE(s.panel.Label5->text(), QStringLiteral("REFLECTED Ανακλώμενο= ") +
-                                             fmt(kymatiko::shares(kymatiko::fresnel(s.panel.refraction(), 1.33)).reflected, "0.00"));
-        // The ray picture, then the speed menus: figures follow the picture.
-        s.rixo.okitismiso_Click();
-        s.rixo.aktina_Click();
-        s.rixo.okitis1_Click();
-        QCOMPARE(disagreement(s, 1.0, 30), QString());
-        QVERIFY(s.rixo.canvas->printedTexts().contains(QStringLiteral("REFLECTED Ανακλώμενο= 0.00")));
-        // Beyond the critical angle after the panel's own bar moved.
-        s.panel.prosptosi->setValue(60);
-        s.rixo.okitismiso_Click();
-        QCOMPARE(disagreement(s, 0.5, 60), QString());
-        // The index-and-velocities screen's typed index and its angle.
-        Epiloges& e = form<Epiloges>();
-        scope.dialogs().answers.push_back(QStringLiteral("1.2"));
-        e.deiktisdia_Click();
-        QCOMPARE(disagreement(s, 1.2, 29), QString());
-        QCOMPARE(s.panel.prosptosi->value(), 29);
-        e.samev_Click();  // the same speed in both media
-        QCOMPARE(disagreement(s, 1.0, 29), QString());
-        e.changev_Click();  // and the typed index again
-        QCOMPARE(disagreement(s, 1.2, 29), QString());
-        // The panel's bar drives the others.
-        s.rixo.TIMERSTART_Click();
-        s.panel.n1overn2->setValue(133);
-        QCOMPARE(disagreement(s, 1.33, 29), QString());
-    }
-
-    // IDIA V (the same speed in both media) and the other windows never
-    // contradict each other: a c= menu, the wave screen's typed index or the
-    // panel's bar gives the media different speeds, so the check moves to
-    // METAVOLH V with the ray they bend; METAVOLH V brings back the index
-    // the speeds had last. The screen's own typed index waits under IDIA V.
-    void sameSpeedsHoldUntilTheSpeedsChange() {
+    // Every command that changes the index or the angle, in turn; after
+    // each, every window shows the values. IDIA V (the same speed in both
+    // media) holds until a command gives the media different speeds, and
+    // METAVOLH V brings back the index the speeds had last; the screen's
+    // own typed index waits under IDIA V.
+    void everyCommandShowsTheOneIndexEverywhere() {
         ScreenTestScope scope;
         Screens s = openFromMenu();
         s.rixo.epiloges_Click();
         Epiloges& e = form<Epiloges>();
-        auto checkedSame = [&e](bool same) {
-            return e.samev->isChecked() == same && e.changev->isChecked() == !same &&
-                   e.summary->text().contains(same ? QStringLiteral("IDIA V") : QStringLiteral("METAVOLH V"));
+        auto answer = [&](const char* typed) { scope.dialogs().answers.push_back(QString::fromLatin1(typed)); };
+        auto ratioBar = [&](int value) { child<QScrollBar>(s.panel, "n1overn2").setValue(value); };
+        struct Step {
+            const char* command;
+            std::function<void()> act;
+            double n;
+            int angle;
+            bool same;
         };
-        e.samev_Click();
-        QCOMPARE(disagreement(s, 1.0, 30), QString());
-        QVERIFY(checkedSame(true));
-        s.rixo.okitis2_Click();  // c=2
-        QCOMPARE(disagreement(s, 2.0, 30), QString());
-        QVERIFY(checkedSame(false));
-        e.samev_Click();
-        e.changev_Click();  // the speeds of c=2 again, not those before IDIA V
-        QCOMPARE(disagreement(s, 2.0, 30), QString());
-        // c=1 is the same speed: IDIA V stands, and METAVOLH V still knows c=2.
-        e.samev_Click();
-        s.rixo.okitis1_Click();
-        QVERIFY(checkedSame(true));
-        scope.dialogs().answers.push_back(QStringLiteral("1.33"));
-        e.deiktisdia_Click();
-        QCOMPARE(disagreement(s, 1.0, 29), QString());
-        QVERIFY(checkedSame(true));
-        e.changev_Click();
-        QCOMPARE(disagreement(s, 1.33, 29), QString());
-        QVERIFY(checkedSame(false));
-        // The panel's bar and the wave screen's own question end IDIA V alike.
-        e.samev_Click();
-        s.panel.n1overn2->setValue(120);
-        QCOMPARE(disagreement(s, 1.2, 29), QString());
-        QVERIFY(checkedSame(false));
-        e.samev_Click();
-        scope.dialogs().answers.push_back(QStringLiteral("1,6"));
-        s.rixo.deiktis_Click();
-        QCOMPARE(disagreement(s, 1.6, 29), QString());
-        QVERIFY(checkedSame(false));
+        const std::vector<Step> steps{
+            {"start", [] {}, 1.5, 30, false},
+            {"c=2", [&] { s.rixo.okitis2_Click(); }, 2.0, 30, false},
+            {"c=0,5", [&] { s.rixo.okitismiso_Click(); }, 0.5, 30, false},
+            {"RAY, c=1", [&] { s.rixo.aktina_Click(); s.rixo.okitis1_Click(); }, 1.0, 30, false},
+            {"GIVE INDEX", [&] { answer("1.33"); s.rixo.deiktis_Click(); }, 1.33, 30, false},
+            {"ratio bar", [&] { ratioBar(120); }, 1.2, 30, false},
+            {"angle bar, c=0,5", [&] { child<QScrollBar>(s.panel, "prosptosi").setValue(60); s.rixo.okitismiso_Click(); },
+             0.5, 60, false},
+            {"WAVE, DEIKTHS", [&] { s.rixo.TIMERSTART_Click(); answer("1.2"); e.deiktisdia_Click(); }, 1.2, 29, false},
+            {"IDIA V", [&] { e.samev_Click(); }, 1.0, 29, true},
+            {"c=2", [&] { s.rixo.okitis2_Click(); }, 2.0, 29, false},
+            {"IDIA V, METAVOLH V", [&] { e.samev_Click(); e.changev_Click(); }, 2.0, 29, false},
+            {"IDIA V, c=1, DEIKTHS", [&] { e.samev_Click(); s.rixo.okitis1_Click(); answer("1.33"); e.deiktisdia_Click(); },
+             1.0, 29, true},
+            {"METAVOLH V", [&] { e.changev_Click(); }, 1.33, 29, false},
+            {"IDIA V, ratio bar", [&] { e.samev_Click(); ratioBar(120); }, 1.2, 29, false},
+            {"IDIA V, GIVE INDEX", [&] { e.samev_Click(); answer("1,6"); s.rixo.deiktis_Click(); }, 1.6, 29, false},
+        };
+        for (const Step& step : steps) {
+            step.act();
+            QVERIFY2(disagreement(s, step.n, step.angle).isEmpty(),
+                     qPrintable(QString::fromLatin1(step.command) + ": " + disagreement(s, step.n, step.angle)));
+            const bool checked = child<QAction>(e, step.same ? "samev" : "changev").isChecked() &&
+                                 !child<QAction>(e, step.same ? "changev" : "samev").isChecked();
+            QVERIFY2(checked && text(e, "summary").contains(step.same ? "IDIA V" : "METAVOLH V"), step.command);
+        }
+        QCOMPARE(s.state.speedRatio(), 1.0);  // the last menu was c=1
     }
 
-    // FERMAT'S PRINCIPLE shows its instruction and keeps it through the
-    // resizes that showing its bar and label bring.
-    void fermatShowsItsInstructionThroughResizes() {
+    // FERMAT'S PRINCIPLE shows its instruction, and FIND MINIMUM its least
+    // time, through the resizes that showing and hiding the bar and the
+    // label bring; once the pupil moves a body the time replaces the
+    // instruction, and stays.
+    void fermatKeepsItsViewThroughResizes() {
         ScreenTestScope scope;
         Screens s = openFromMenu();
+        auto& bar = child<QScrollBar>(s.somata, "fermatscr");
+        auto resized = [&](int width, int height) {
+            QCoreApplication::processEvents();
+            s.somata.resize(width, height);
+            QCoreApplication::processEvents();
+            return text(s.somata, "Label1");
+        };
         s.somata.fermat_Click();
-        QCoreApplication::processEvents();
-        s.somata.resize(760, 600);
-        QCoreApplication::processEvents();
-        QCOMPARE(s.somata.Label1->text(), texts::fermatInstruction());
-        QVERIFY(s.somata.fermatscr->isVisible());
-        // Once the pupil moves a body the time replaces it, and stays.
-        s.somata.fermatscr->setValue(300);
-        const QString time = s.somata.Label1->text();
-        QVERIFY(time.startsWith(QStringLiteral("Time of movement from  magenta")));
-        s.somata.resize(700, 560);
-        QCoreApplication::processEvents();
-        QVERIFY(s.somata.Label1->text().startsWith(QStringLiteral("Time of movement from  magenta")));
-    }
-
-    // FIND MINIMUM straight from the corpuscles shows the least time; after
-    // the corpuscles again, FERMAT'S PRINCIPLE starts afresh.
-    void leastTimeFromTheCorpusclesAndBack() {
-        ScreenTestScope scope;
-        Screens s = openFromMenu();
+        QCOMPARE(resized(760, 600), texts::fermatInstruction());
+        QVERIFY(bar.isVisible());
+        bar.setValue(300);
+        QVERIFY(resized(700, 560).startsWith(QStringLiteral("Time of movement from  magenta")));
+        // Straight from the corpuscles, and back.
         s.somata.SOMATIDIA_Click();
         s.somata.evresielaxistoy_Click();
-        QCoreApplication::processEvents();
-        s.somata.resize(760, 600);
-        QCoreApplication::processEvents();
-        QVERIFY2(s.somata.Label1->text().startsWith(QStringLiteral("LEAST TIMEΟ ΕΛΑΧΙΣΤΟΣ ΧΡΟΝΟΣ: ")),
-                 qPrintable(s.somata.Label1->text()));
-        QVERIFY(!s.somata.fermatscr->isVisible());
+        QVERIFY(resized(760, 600).startsWith(QStringLiteral("LEAST TIMEΟ ΕΛΑΧΙΣΤΟΣ ΧΡΟΝΟΣ: ")));
+        QVERIFY(!bar.isVisible());
         s.somata.SOMATIDIA_Click();
         s.somata.fermat_Click();
-        QCoreApplication::processEvents();
-        s.somata.resize(720, 560);
-        QCoreApplication::processEvents();
-        QCOMPARE(s.somata.Label1->text(), texts::fermatInstruction());
-        QVERIFY(s.somata.fermatscr->isVisible());
+        QCOMPARE(resized(720, 560), texts::fermatInstruction());
     }
 };
 

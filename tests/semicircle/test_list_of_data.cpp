@@ -7,7 +7,6 @@
 
 #include "ui/forms.h"
 #include "app/main_menu.h"
-#include "core/shared_state.h"
 #include "canvas/fonts.h"
 #include "history/data_state.h"
 #include "history/inpdat_screen.h"

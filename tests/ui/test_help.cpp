@@ -54,7 +54,7 @@ const std::vector<std::function<QWidget&()>>& screenOpeners() {
         [] () -> QWidget& { showInterpretationScreens(); return form<Rixo>(); },
         [] () -> QWidget& { return form<Rixotext>(); },
         [] () -> QWidget& { return form<Somata>(); },
-        [] () -> QWidget& { form<Rixo>().epiloges->trigger(); return form<Epiloges>(); },
+        [] () -> QWidget& { form<Rixo>().epiloges_Click(); return form<Epiloges>(); },
         [] () -> QWidget& { form<Diathlasimeleti>().Command4_Click(); return form<Storiopt>(); },
     };
     return openers;

@@ -125,7 +125,7 @@ int main(int argc, char** argv) {
     // and velocities.
     showInterpretationScreens();
     auto& panel = form<Rixotext>();
-    panel.prosptosi->setValue(40);
+    panel.findChild<QScrollBar*>("prosptosi")->setValue(40);
     panel.Command1_Click();
     for (int tick = 0; tick < 60; ++tick) panel.Timer1_Timer();
     shoot(form<Rixo>(), "wave_screen");
@@ -134,7 +134,7 @@ int main(int argc, char** argv) {
     corpuscles.fermat_Click();
     corpuscles.evresielaxistoy_Click();
     shoot(corpuscles, "corpuscles");
-    form<Rixo>().epiloges->trigger();
+    form<Rixo>().epiloges_Click();
     answers.answers = {QStringLiteral("1.5")};
     auto& choices = form<Epiloges>();
     choices.deiktisdia_Click();
