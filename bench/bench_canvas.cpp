@@ -1,22 +1,21 @@
 // How long the drawing surface takes for a whole figure on a full-HD screen,
 // against the bare clearing that every redraw starts with, and how long the
 // program takes from start to the main menu on the screen.
-#include <benchmark/benchmark.h>
-
 #include <QApplication>
 
+#include <benchmark/benchmark.h>
 #include <chrono>
 #include <cmath>
 #include <memory>
 #include <numbers>
 
-#include "ui/forms.h"
 #include "app/module1.h"
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
+#include "ui/forms.h"
 
 namespace {
 
@@ -68,7 +67,7 @@ void BM_FullRedraw(benchmark::State& state) {
     const double fullSeconds =
         std::chrono::duration<double>(Clock::now() - start).count() / static_cast<double>(state.iterations());
     state.counters["cls_us"] = clsSeconds * 1e6;
-    state.counters["x_cls"] = fullSeconds / clsSeconds;  // a full redraw in bare clears
+    state.counters["x_cls"] = fullSeconds / clsSeconds;              // a full redraw in bare clears
     state.counters["frame_%"] = fullSeconds / (1.0 / 60.0) * 100.0;  // share of a 60 Hz frame
 }
 BENCHMARK(BM_FullRedraw)->Unit(benchmark::kMicrosecond);

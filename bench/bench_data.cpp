@@ -3,27 +3,26 @@
 // table, each against a bare clearing of the two graph canvases it draws
 // on; what the fit's uncertainty adds to the analysis; the lab report of
 // Newton's table with Snell's law, made in memory and written to a file.
-#include <benchmark/benchmark.h>
-#include "screen_bench_main.h"
-
 #include <QApplication>
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <benchmark/benchmark.h>
 #include <cmath>
 #include <memory>
 
 #include "analysis/graph_screens.h"
-#include "ui/dialogs.h"
-#include "ui/forms.h"
 #include "app/main_menu.h"
-#include "ui/program_exit.h"
 #include "canvas/fonts.h"
+#include "core/least_squares.h"
 #include "history/data_pairs.h"
 #include "history/data_plots.h"
 #include "history/fit_statistics.h"
 #include "history/inpdat_screen.h"
-#include "core/least_squares.h"
+#include "screen_bench_main.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/program_exit.h"
 
 namespace {
 
@@ -89,7 +88,8 @@ std::vector<history::AnglePair> fullGridPairs() {
     std::vector<history::AnglePair> pairs;
     for (int k = 0; k < Inpdat::kRows; ++k) {
         const double i = 5 + 6 * k;
-        pairs.push_back({static_cast<float>(i), static_cast<float>(std::asin(std::sin(i * M_PI / 180.0) / 1.5) * 180.0 / M_PI)});
+        pairs.push_back(
+            {static_cast<float>(i), static_cast<float>(std::asin(std::sin(i * M_PI / 180.0) / 1.5) * 180.0 / M_PI)});
     }
     return pairs;
 }

@@ -3,14 +3,12 @@
 // or deliberately huge "fylaxi" may be. Time per write and the process's
 // peak memory should stay the same from 1 MiB to 4 GiB.
 #include <benchmark/benchmark.h>
-
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <unistd.h>
-
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <numbers>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include "semicircle/measurement_file.h"
 

@@ -1,21 +1,20 @@
 // How long the semicircle screens take to draw: a scroll bar's full redraw
 // of the bench against a bare clearing of the same canvas, the all-random
 // experiment, and the mean-error graph.
-#include <benchmark/benchmark.h>
-#include "screen_bench_main.h"
-
 #include <QApplication>
 
+#include <benchmark/benchmark.h>
 #include <cmath>
 #include <memory>
 
 #include "analysis/errors_screen.h"
+#include "app/main_menu.h"
+#include "canvas/fonts.h"
+#include "screen_bench_main.h"
+#include "semicircle/hmiky_screen.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
-#include "app/main_menu.h"
 #include "ui/program_exit.h"
-#include "canvas/fonts.h"
-#include "semicircle/hmiky_screen.h"
 
 namespace {
 

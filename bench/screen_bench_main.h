@@ -2,17 +2,16 @@
 // The set-up every screen benchmark shares: an offscreen application with
 // the program's fonts, dialogs answered by the given provider, no program
 // end, then Google Benchmark, then the screens given back.
-#include <benchmark/benchmark.h>
-
 #include <QApplication>
 
+#include <benchmark/benchmark.h>
 #include <memory>
 
 #include "app/routes.h"
+#include "canvas/fonts.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "ui/program_exit.h"
-#include "canvas/fonts.h"
 
 inline int runScreenBenchmarks(int argc, char** argv, std::unique_ptr<DialogProvider> answers) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

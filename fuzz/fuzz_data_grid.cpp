@@ -41,8 +41,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const history::TypedRow& row = rows[static_cast<std::size_t>(e.row - 1)];
         FUZZ_REQUIRE(e.text == (e.inRefraction ? row.refraction : row.incidence));
         const auto value = parseTypedNumber(e.text);
-        if (e.kind == history::TypedRowError::Kind::NotANumber) FUZZ_REQUIRE(!value);
-        else FUZZ_REQUIRE(value && std::fabs(*value) > 180.0);
+        if (e.kind == history::TypedRowError::Kind::NotANumber)
+            FUZZ_REQUIRE(!value);
+        else
+            FUZZ_REQUIRE(value && std::fabs(*value) > 180.0);
         return 0;
     }
     FUZZ_REQUIRE(reading.pairs.size() <= rows.size());

@@ -3,9 +3,6 @@
 // Then the writer over those bytes, against a plain model of what it must
 // leave: the records in their 128-byte slots, every other byte as it was.
 // Input: an optional first line with the typed position, then the file.
-#include <signal.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <climits>
@@ -15,8 +12,10 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <signal.h>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 #include <vector>
 
 #include "core/number_input.h"
@@ -107,7 +106,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (*value == std::floor(*value) && *value >= 1.0 && *value <= static_cast<double>(positions)) {
             const auto position = static_cast<long long>(*value);
             const auto record = recallMeasurementRecord(path, position);
-            FUZZ_REQUIRE(record && holds(*record, paddedAt(file, static_cast<std::size_t>(position - 1) * kRecordBytes)));
+            FUZZ_REQUIRE(record &&
+                         holds(*record, paddedAt(file, static_cast<std::size_t>(position - 1) * kRecordBytes)));
         }
     }
 

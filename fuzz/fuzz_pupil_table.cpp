@@ -25,9 +25,9 @@ bool angleText(const std::string& text) {
 // reverse or break the text around a quoted cell.
 bool fitToShow(const std::string& message) {
     if (message.size() > 500 || !isValidUtf8(message)) return false;
-    for (const std::string_view bad : {"\xE2\x80\xAA", "\xE2\x80\xAB", "\xE2\x80\xAC", "\xE2\x80\xAD",
-                                       "\xE2\x80\xAE", "\xE2\x81\xA6", "\xE2\x81\xA7", "\xE2\x81\xA8",
-                                       "\xE2\x81\xA9", "\xE2\x80\x8E", "\xE2\x80\x8F", "\xD8\x9C"})
+    for (const std::string_view bad :
+         {"\xE2\x80\xAA", "\xE2\x80\xAB", "\xE2\x80\xAC", "\xE2\x80\xAD", "\xE2\x80\xAE", "\xE2\x81\xA6",
+          "\xE2\x81\xA7", "\xE2\x81\xA8", "\xE2\x81\xA9", "\xE2\x80\x8E", "\xE2\x80\x8F", "\xD8\x9C"})
         if (message.find(bad) != std::string::npos) return false;
     return std::none_of(message.begin(), message.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; });
 }

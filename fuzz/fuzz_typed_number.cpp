@@ -3,8 +3,8 @@
 // decimal text (its decimal mark a point or a comma), and then the very
 // number the C library reads from it with the mark as a point.
 #include <algorithm>
-#include <cerrno>
 #include <cctype>
+#include <cerrno>
 #include <clocale>
 #include <cmath>
 #include <cstdint>

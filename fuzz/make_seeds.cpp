@@ -58,8 +58,9 @@ int main(int argc, char** argv) {
     put(file, "one_record", full.substr(0, 48));
 
     const fs::path number = corpus / "fuzz_typed_number";
-    const std::vector<std::string> typed{"1.5", " -12.25 ", "1,5", "1e999", "nan", "inf", "0", "-1", "+.5e-3",
-                                         "abc", "", "0x1p3", "5.", "1e-400", "--1", std::string(400, '9')};
+    const std::vector<std::string> typed{
+        "1.5",    " -12.25 ", "1,5", "1e999", "nan", "inf",    "0",   "-1",
+        "+.5e-3", "abc",      "",    "0x1p3", "5.",  "1e-400", "--1", std::string(400, '9')};
     for (std::size_t k = 0; k < typed.size(); ++k) put(number, "typed_" + std::to_string(k), typed[k]);
 
     // The grid: a historical table as the pupil would type it, and a row

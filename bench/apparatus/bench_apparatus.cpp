@@ -1,26 +1,25 @@
 // How long the historical instruments take to redraw after a change of a
 // control, each against a bare clearing of the same canvas (the counter
 // "x_cls" is the ratio), and the critical-angle guard from 88°.
-#include <benchmark/benchmark.h>
-#include "../screen_bench_main.h"
-
 #include <QApplication>
 #include <QRadioButton>
 #include <QScrollBar>
 
+#include <benchmark/benchmark.h>
 #include <chrono>
 #include <cmath>
 #include <memory>
 
+#include "../screen_bench_main.h"
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/apparatus_openers.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolkam_screen.h"
 #include "canvas/canvas.h"
+#include "canvas/fonts.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "ui/program_exit.h"
-#include "canvas/fonts.h"
 
 namespace {
 
@@ -125,8 +124,10 @@ void BM_PtolemyFittingSet(benchmark::State& state) {
     k.resize(1000, 760);
     QCoreApplication::processEvents();
     redrawAgainstCls(state, drawingOf(k), [&k](int step) {
-        if (step % 2 == 0) k.Option1_Click();
-        else k.Option2_Click();
+        if (step % 2 == 0)
+            k.Option1_Click();
+        else
+            k.Option2_Click();
     });
 }
 BENCHMARK(BM_PtolemyFittingSet)->Unit(benchmark::kMicrosecond);
@@ -140,6 +141,4 @@ BENCHMARK(BM_PtolemyFittingOtherStart)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    return runScreenBenchmarks(argc, argv, std::make_unique<ScriptedAnswer>());
-}
+int main(int argc, char** argv) { return runScreenBenchmarks(argc, argv, std::make_unique<ScriptedAnswer>()); }

@@ -4,26 +4,25 @@
 // (counter pct_interval, which must stay under 5). Then the missed ticks of
 // ten seconds of all four animations running together, and the resident
 // memory before and after ten minutes' worth of ticks (60,000 ticks of 10 ms).
-#include <benchmark/benchmark.h>
-#include "../screen_bench_main.h"
-
 #include <QApplication>
 #include <QElapsedTimer>
 
-#include <ctime>
+#include <benchmark/benchmark.h>
 #include <cmath>
+#include <ctime>
 #include <fstream>
 #include <memory>
 #include <unistd.h>
 
-#include "ui/dialogs.h"
-#include "ui/forms.h"
-#include "ui/program_exit.h"
+#include "../screen_bench_main.h"
 #include "canvas/fonts.h"
 #include "models/interpretation_openers.h"
 #include "models/rixo_screen.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/program_exit.h"
 
 namespace {
 
@@ -86,7 +85,8 @@ double clsMicroseconds(Canvas* canvas) {
 // microseconds of CPU time, against a cls of the canvas with its repaint, and for a
 // tick as a share of the timer's interval, with and without the repaint.
 template <typename Step, typename Prepare = void (*)()>
-void measure(benchmark::State& state, Canvas* canvas, Step step, int intervalMs = 0, Prepare prepare = [] {}) {
+void measure(
+    benchmark::State& state, Canvas* canvas, Step step, int intervalMs = 0, Prepare prepare = [] {}) {
     // The screens' own timers would tick inside processEvents and be
     // counted here: the steps are driven by hand instead.
     Rixo::stopInterpretationTimers();
@@ -115,34 +115,41 @@ void measure(benchmark::State& state, Canvas* canvas, Step step, int intervalMs 
 
 void BM_WaveTick(benchmark::State& state) {
     Screens& s = screens();
-    measure(state, s.rixoCanvas, [&] { s.rixo.Timer1_Timer(); }, 10, [&] {
-        // Enabled, so that the fronts are drawn, but never due.
-        s.rixoTimer->setInterval(1000000000);
-        s.rixoTimer->setEnabled(true);
-    });
+    measure(
+        state, s.rixoCanvas, [&] { s.rixo.Timer1_Timer(); }, 10,
+        [&] {
+            // Enabled, so that the fronts are drawn, but never due.
+            s.rixoTimer->setInterval(1000000000);
+            s.rixoTimer->setEnabled(true);
+        });
     s.rixoTimer->setInterval(10);
 }
 BENCHMARK(BM_WaveTick)->Unit(benchmark::kMicrosecond);
 
 void BM_PulseTick(benchmark::State& state) {
     Screens& s = screens();
-    measure(state, s.rixoCanvas, [&] {
-        if (!s.rixo.pulseStep()) s.rixo.pulseStep();  // round again when it has left the field
-    }, 10);
+    measure(
+        state, s.rixoCanvas,
+        [&] {
+            if (!s.rixo.pulseStep()) s.rixo.pulseStep();  // round again when it has left the field
+        },
+        10);
 }
 BENCHMARK(BM_PulseTick)->Unit(benchmark::kMicrosecond);
 
 void BM_NewtonCorpuscleTick(benchmark::State& state) {
     Screens& s = screens();
     s.somata.SOMATIDIA_Click();
-    measure(state, s.somataCanvas, [&] { s.somata.Timer1_Timer(); }, 10);
+    measure(
+        state, s.somataCanvas, [&] { s.somata.Timer1_Timer(); }, 10);
 }
 BENCHMARK(BM_NewtonCorpuscleTick)->Unit(benchmark::kMicrosecond);
 
 void BM_DescartesCorpuscleTick(benchmark::State& state) {
     Screens& s = screens();
     s.somata.xekina_Click();
-    measure(state, s.somataCanvas, [&] { s.somata.Timer2_Timer(); }, 50);
+    measure(
+        state, s.somataCanvas, [&] { s.somata.Timer2_Timer(); }, 50);
     s.somata.SOMATIDIA_Click();
 }
 BENCHMARK(BM_DescartesCorpuscleTick)->Unit(benchmark::kMicrosecond);
@@ -163,7 +170,8 @@ void BM_FermatScrollBar(benchmark::State& state) {
     Screens& s = screens();
     s.somata.fermat_Click();
     int value = 400;
-    measure(state, s.somataCanvas, [&] { s.somata.findChild<QScrollBar*>("fermatscr")->setValue(value = value == 400 ? 401 : 400); });
+    measure(state, s.somataCanvas,
+            [&] { s.somata.findChild<QScrollBar*>("fermatscr")->setValue(value = value == 400 ? 401 : 400); });
 }
 BENCHMARK(BM_FermatScrollBar)->Unit(benchmark::kMicrosecond);
 

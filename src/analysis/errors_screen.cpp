@@ -6,11 +6,11 @@
 
 #include <cmath>
 
-#include "ui/forms.h"
-#include "ui/window_keys.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
 #include "semicircle/bench_state.h"
+#include "ui/forms.h"
+#include "ui/window_keys.h"
 
 namespace {
 const QColor kAxisColour(0, 0, 0);
@@ -22,10 +22,11 @@ Errors::Errors() {
     setWindowTitle(QStringLiteral("Mean Error  Μέσο σφάλμα"));
     canvas = new Canvas(this);
     canvas->setObjectName(QStringLiteral("meanErrorGraph"));
-    canvas->setAccessibleName(
-        QStringLiteral("Mean error of the measured index against the radius  Μέσο σφάλμα του δείκτη ως προς την ακτίνα"));
-    canvas->setToolTip(QStringLiteral("Click or press Enter to draw again from the bench  "
-                                      "Κάνε κλικ ή πάτησε Enter για νέο σχέδιο από τον πάγκο"));
+    canvas->setAccessibleName(QStringLiteral(
+        "Mean error of the measured index against the radius  Μέσο σφάλμα του δείκτη ως προς την ακτίνα"));
+    canvas->setToolTip(
+        QStringLiteral("Click or press Enter to draw again from the bench  "
+                       "Κάνε κλικ ή πάτησε Enter για νέο σχέδιο από τον πάγκο"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(canvas);
@@ -144,12 +145,13 @@ void Errors::describeGraph() {
         if (!least || p.errorPercent < least->errorPercent) least = &p;
         if (!largest || p.errorPercent > largest->errorPercent) largest = &p;
     }
-    QString summary = QStringLiteral("Graph: mean error % of the measured index against the radius of the semicircle, "
-                                     "for n = %1, h = %2, xc = %3, yc = %4.")
+    QString summary = QStringLiteral(
+                          "Graph: mean error % of the measured index against the radius of the semicircle, "
+                          "for n = %1, h = %2, xc = %3, yc = %4.")
                           .arg(fmt(index_, "0.00"), fmt(rayHeight_, "0.00"), fmt(xc_, "0.00"), fmt(yc_, "0.00"));
     if (least && largest)
         summary += QStringLiteral(" Least %1 % at radius %2; largest %3 % at radius %4.")
-                       .arg(fmt(least->errorPercent, "0.00"), fmt(least->radius, "0"), fmt(largest->errorPercent, "0.00"),
-                            fmt(largest->radius, "0"));
+                       .arg(fmt(least->errorPercent, "0.00"), fmt(least->radius, "0"),
+                            fmt(largest->errorPercent, "0.00"), fmt(largest->radius, "0"));
     canvas->setSummary(summary);
 }

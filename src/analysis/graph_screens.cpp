@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
+#include "canvas/fonts.h"
 #include "ui/forms.h"
 #include "ui/window_keys.h"
 #include "ui/window_placement.h"
-#include "canvas/fonts.h"
 
 namespace {
 void prepareCanvas(Canvas& canvas) {
@@ -21,7 +21,8 @@ Incref::Incref() {
     setObjectName(QStringLiteral("incref"));
     canvas_ = new Canvas(this);
     canvas_->setObjectName(QStringLiteral("increfCanvas"));
-    canvas_->setAccessibleName(QStringLiteral("Refraction angle against incidence angle  Γωνία διάθλασης ως προς γωνία πρόσπτωσης"));
+    canvas_->setAccessibleName(
+        QStringLiteral("Refraction angle against incidence angle  Γωνία διάθλασης ως προς γωνία πρόσπτωσης"));
     prepareCanvas(*canvas_);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -52,7 +53,8 @@ Analysis::Analysis() {
 
     canvas_ = new Canvas(this);
     canvas_->setObjectName(QStringLiteral("analysisCanvas"));
-    canvas_->setAccessibleName(QStringLiteral("Sine of refraction against sine of incidence  Ημίτονο διάθλασης ως προς ημίτονο πρόσπτωσης"));
+    canvas_->setAccessibleName(
+        QStringLiteral("Sine of refraction against sine of incidence  Ημίτονο διάθλασης ως προς ημίτονο πρόσπτωσης"));
     prepareCanvas(*canvas_);
 
     auto* layout = new QVBoxLayout(this);
@@ -84,7 +86,8 @@ void Analysis::hideText() { Text1->hide(); }
 
 void placeGraphScreensBeside(const QWidget& owner) {
     const QRect area = availableArea(&owner);
-    const QRect data = owner.isVisible() ? outerRect(owner) : QRect(area.topLeft(), QSize(area.width() / 2, area.height()));
+    const QRect data =
+        owner.isVisible() ? outerRect(owner) : QRect(area.topLeft(), QSize(area.width() / 2, area.height()));
     // The two graphs share the free strip right of the data screen, one over
     // the other, when it is wide enough to read them; otherwise each goes
     // where it hides least of the data screen's grid, menus and buttons.

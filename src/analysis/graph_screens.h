@@ -47,10 +47,9 @@ private:
     Picture picture_ = Picture::Nothing;
 };
 
-// "analysis": a drawing screen for sin r against sin i (kSineGraphScale), with a text box Text1 for the history notes and the
-// explanations of the apparatus screens. The text box is hidden until a
-// screen puts a text into it; while it shows, it takes the upper part of the
-// window and the drawing the rest, so that a note's figure stays visible.
+// "analysis": a drawing screen for sin r against sin i (kSineGraphScale), with a text box Text1 for the history notes
+// and the explanations of the apparatus screens. The text box is hidden until a screen puts a text into it; while it
+// shows, it takes the upper part of the window and the drawing the rest, so that a note's figure stays visible.
 class Analysis : public QWidget {
     Q_OBJECT
 public:

@@ -58,8 +58,8 @@ QLabel* makeDifferenceTable(const QFont& font) {
                           row.secondDifference ? fromUtf8(history::formatDegrees(*row.secondDifference)) : QString()};
         html += QStringLiteral("<tr>");
         for (const QString& cell : cells)
-            html += QStringLiteral("<td align=\"center\">%1</td>").arg(cell.isEmpty() ? QStringLiteral("&nbsp;")
-                                                                                      : cell.toHtmlEscaped());
+            html += QStringLiteral("<td align=\"center\">%1</td>")
+                        .arg(cell.isEmpty() ? QStringLiteral("&nbsp;") : cell.toHtmlEscaped());
         html += QStringLiteral("</tr>");
         while (!cells.isEmpty() && cells.back().isEmpty()) cells.removeLast();
         spoken << cells.join(QStringLiteral(", "));
@@ -169,8 +169,7 @@ void HistoryPageView::addBlocks(const history::HistoryPage& page) {
         case history::BlockKind::Table:
             current->addWidget(keep(makeDifferenceTable(bodyFont_)), 0, Qt::AlignHCenter);
             break;
-        case history::BlockKind::Title:
-            break;
+        case history::BlockKind::Title: break;
         }
         previous = block.kind;
     }
@@ -233,8 +232,8 @@ void HistoryPageView::setSpacings() {
     for (std::size_t k = 0; k < pieces_.size(); ++k) {
         const bool headsColumn = k == 0 || k == split_;
         pieces_[k].box->layout()->setSpacing(spacing / 2);
-        pieces_[k].box->layout()->setContentsMargins(0, pieces_[k].opensSection && !headsColumn ? spacing / 2 : 0,
-                                                     0, 0);
+        pieces_[k].box->layout()->setContentsMargins(0, pieces_[k].opensSection && !headsColumn ? spacing / 2 : 0, 0,
+                                                     0);
     }
 }
 

@@ -15,8 +15,8 @@
 
 namespace {
 
-QAction* addMenuCommand(QMenuBar* bar, const QString& caption, const QKeySequence& shortcut,
-                        const QString& description, const QString& name) {
+QAction* addMenuCommand(QMenuBar* bar, const QString& caption, const QKeySequence& shortcut, const QString& description,
+                        const QString& name) {
     QAction* action = bar->addAction(caption);
     action->setObjectName(name);
     action->setShortcut(shortcut);

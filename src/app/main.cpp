@@ -3,16 +3,16 @@
 #include <cstdio>
 
 #include "app/command_line.h"
+#include "app/module1.h"
+#include "canvas/fonts.h"
+#include "core/version.h"
+#include "ui/figure_commands.h"
 #include "ui/focus_frame.h"
 #include "ui/forms.h"
-#include "ui/figure_commands.h"
 #include "ui/help_window.h"
 #include "ui/menu_keys.h"
-#include "app/module1.h"
-#include "core/version.h"
 #include "ui/window_access.h"
 #include "ui/window_keys.h"
-#include "canvas/fonts.h"
 
 int main(int argc, char* argv[]) {
     // Answered before any window system is needed, so it works over ssh too.

@@ -9,19 +9,19 @@
 #include <numbers>
 
 #include "analysis/errors_screen.h"
-#include "ui/caption_button.h"
-#include "ui/forms.h"
 #include "app/history_screen.h"
-#include "ui/program_exit.h"
-#include "ui/window_placement.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
+#include "core/physics.h"
 #include "history/data_screen_opener.h"
 #include "models/interpretation_openers.h"
 #include "semicircle/hmiky_screen.h"
-#include "core/physics.h"
+#include "ui/caption_button.h"
+#include "ui/forms.h"
+#include "ui/program_exit.h"
+#include "ui/window_placement.h"
 
 namespace {
 CaptionButton* makeButton(QWidget* parent, const QString& caption, const QString& fontName, const QString& name) {
@@ -85,7 +85,8 @@ void Diathlasimeleti::createButtons() {
 void Diathlasimeleti::createIllustration() {
     illustration_ = new Canvas(this);
     illustration_->setObjectName(QStringLiteral("illustration"));
-    illustration_->setAccessibleName(QStringLiteral("Refraction of a ray from air into glass  Διάθλαση ακτίνας από αέρα σε γυαλί"));
+    illustration_->setAccessibleName(
+        QStringLiteral("Refraction of a ray from air into glass  Διάθλαση ακτίνας από αέρα σε γυαλί"));
     drawIllustration();
 }
 
@@ -139,10 +140,10 @@ void Diathlasimeleti::drawIllustration() {
     };
     printBeside(10, {QStringLiteral("GLASS  ΓΥΑΛΙ"), QStringLiteral("n = ") + fmt(n, "0.0")});
     printBeside(-190, {QStringLiteral("sin i = n · sin r"), QStringLiteral("ημ i = n · ημ r")});
-    c.setSummary(QStringLiteral("A ray from air into glass (n = %1) bending towards the normal: incidence %2°, "
-                                "refraction %3°.")
-                     .arg(fmt(n, "0.0"), fmt(physics::degrees(incidence), "0"),
-                          fmt(physics::degrees(refraction), "0.00")));
+    c.setSummary(
+        QStringLiteral("A ray from air into glass (n = %1) bending towards the normal: incidence %2°, "
+                       "refraction %3°.")
+            .arg(fmt(n, "0.0"), fmt(physics::degrees(incidence), "0"), fmt(physics::degrees(refraction), "0.00")));
     redrawWhenResized(c, [this] { drawIllustration(); });
 }
 

@@ -3,14 +3,14 @@
 #include <cmath>
 
 #include "analysis/graph_screens.h"
-#include "ui/forms.h"
 #include "app/main_menu.h"
 #include "app/routes.h"
-#include "ui/window_placement.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
-#include "semicircle/bench_state.h"
 #include "models/interpretation_state.h"
+#include "semicircle/bench_state.h"
+#include "ui/forms.h"
+#include "ui/window_placement.h"
 
 void Main() {
     connectRoutes();

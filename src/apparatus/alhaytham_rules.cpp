@@ -1,7 +1,8 @@
 #include "apparatus/alhaytham_rules.h"
-#include "core/physics.h"
 
 #include <cmath>
+
+#include "core/physics.h"
 
 namespace alhaytham {
 

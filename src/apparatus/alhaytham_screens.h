@@ -78,7 +78,7 @@ private:
     void reprintRules();
 
     Canvas* checkGraph_;
-    QScrollBar* timidikti;    // index n in hundredths
+    QScrollBar* timidikti;  // index n in hundredths
     QLabel* Label1;
     CaptionButton* Command1;  // BACK TO HISTORICAL DATA
     CaptionButton* Command2;  // END

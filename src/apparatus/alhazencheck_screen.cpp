@@ -11,15 +11,15 @@
 #include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
 #include "canvas/canvas.h"
-#include "ui/caption_button.h"
-#include "ui/forms.h"
-#include "ui/program_exit.h"
-#include "ui/scroll_bars.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
-#include "ui/navigation.h"
 #include "core/physics.h"
+#include "ui/caption_button.h"
+#include "ui/forms.h"
+#include "ui/navigation.h"
+#include "ui/program_exit.h"
+#include "ui/scroll_bars.h"
 
 namespace {
 const QColor kBlack(0, 0, 0);
@@ -54,9 +54,10 @@ void showAlHaythamRules(bool rule5Violated, bool rule6Violated) {
         return broken ? QStringLiteral("broken by the index on the check screen, printed in ") + QLatin1String(colour)
                       : QStringLiteral("kept, printed in black");
     };
-    page.setSummary(QStringLiteral("Al Haytham's eight rules of refraction, one a line (rule (2) printed twice). Rule (5): "
-                                   "%1. Rule (6): %2.")
-                        .arg(state(rule5Violated, "red"), state(rule6Violated, "magenta")));
+    page.setSummary(
+        QStringLiteral("Al Haytham's eight rules of refraction, one a line (rule (2) printed twice). Rule (5): "
+                       "%1. Rule (6): %2.")
+            .arg(state(rule5Violated, "red"), state(rule6Violated, "magenta")));
 }
 
 void showAlHaythamRulesAsLastChecked() {

@@ -1,12 +1,12 @@
 #include "apparatus/apparatus_openers.h"
 
 #include "analysis/graph_screens.h"
-#include "ui/forms.h"
-#include "ui/window_placement.h"
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolkam_screen.h"
+#include "ui/forms.h"
 #include "ui/navigation.h"
+#include "ui/window_placement.h"
 
 namespace {
 // Over the data screen, where the pupil's eyes are.

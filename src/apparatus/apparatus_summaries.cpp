@@ -43,16 +43,18 @@ QString ptolemyInstrumentSummary(const PtolemyState& s) {
     QStringList lines;
     lines << QStringLiteral("Ptolemy's instrument: a graduated disc half in water, the body E at its centre.");
     if (s.requestedAngle != s.waterAngle)
-        lines << QStringLiteral("The angle in water was lowered from %1 to %2: beyond it the light from Z cannot leave "
-                                "the water.")
+        lines << QStringLiteral(
+                     "The angle in water was lowered from %1 to %2: beyond it the light from Z cannot leave "
+                     "the water.")
                      .arg(degreesText(s.requestedAngle, "0"), degreesText(s.waterAngle, "0"));
     lines << QStringLiteral("Target Z in water at %1 from the normal; the law of refraction puts it at %2 in air.")
                  .arg(degreesText(s.waterAngle, "0"), degreesText(s.expectedAngle));
     const double off = s.airAngle - s.expectedAngle;
-    const QString where = std::fabs(off) < 0.005
-                              ? QStringLiteral("exactly there")
-                              : QStringLiteral("%1 %2 it").arg(degreesText(std::fabs(off)),
-                                                               off > 0 ? QStringLiteral("beyond") : QStringLiteral("short of"));
+    const QString where =
+        std::fabs(off) < 0.005
+            ? QStringLiteral("exactly there")
+            : QStringLiteral("%1 %2 it")
+                  .arg(degreesText(std::fabs(off)), off > 0 ? QStringLiteral("beyond") : QStringLiteral("short of"));
     lines << QStringLiteral("Body H in air at %1 (from %2 to %3), %4.")
                  .arg(degreesText(s.airAngle), degreesText(s.airAngle - s.targetAngle / 2.0),
                       degreesText(s.airAngle + s.targetAngle / 2.0), where);
@@ -68,15 +70,16 @@ QString ptolemySightSummary(const std::optional<ptolemy::SightView>& view) {
     const double limit = ptolemy::kViewHalfHeight / ptolemy::kViewUnitsPerDegree;
     if (view->covered) return text + QStringLiteral("H covers Z: the bodies are aligned.");
     const double off = view->offsetDegrees;
-    text += QStringLiteral("Z is seen %1 %2 the line of sight").arg(degreesText(std::fabs(off)),
-                                                                    off > 0 ? QStringLiteral("above") : QStringLiteral("below"));
+    text += QStringLiteral("Z is seen %1 %2 the line of sight")
+                .arg(degreesText(std::fabs(off)), off > 0 ? QStringLiteral("above") : QStringLiteral("below"));
     if (std::fabs(off) > limit) text += QStringLiteral(", outside the view");
     return text + QStringLiteral("; H is on the line.");
 }
 
 QString alHaythamInstrumentSummary(double incidenceDegrees, double refractionDegrees, std::optional<double> stylus) {
-    QString text = QStringLiteral("Al Haytham's instrument: a beam enters the water at the centre of a graduated disc, "
-                                  "incidence %1, refraction %2 (water, n = 1.33).")
+    QString text = QStringLiteral(
+                       "Al Haytham's instrument: a beam enters the water at the centre of a graduated disc, "
+                       "incidence %1, refraction %2 (water, n = 1.33).")
                        .arg(degreesText(incidenceDegrees, "0"), degreesText(refractionDegrees, "0.0"));
     if (stylus)
         text += QStringLiteral("\nThe ruler lies along the refracted beam; the stylus stands at %1 of the radius.")
@@ -91,9 +94,10 @@ QString alHaythamCheckSummary(double n, const std::vector<alhaytham::CheckStep>&
     const QString direction = n > 1.0   ? QStringLiteral("from rare to dense")
                               : n < 1.0 ? QStringLiteral("from dense to rare")
                                         : QStringLiteral("between alike media");
-    lines << QStringLiteral("Check of Al Haytham's rules for n = %1 (%2): refraction (red), deviation (black), half "
-                            "the incidence (blue) and half the sum of incidence and deviation (magenta) against the "
-                            "incidence.")
+    lines << QStringLiteral(
+                 "Check of Al Haytham's rules for n = %1 (%2): refraction (red), deviation (black), half "
+                 "the incidence (blue) and half the sum of incidence and deviation (magenta) against the "
+                 "incidence.")
                  .arg(fmt(n, "0.00"), direction);
     if (steps.empty()) {
         lines << QStringLiteral("No curve: there is no refracted ray at any incidence.");
@@ -106,9 +110,9 @@ QString alHaythamCheckSummary(double n, const std::vector<alhaytham::CheckStep>&
                  .arg(degreesText(lastIncidence, "0"),
                       lastIncidence < 90.5 && n < 1.0 ? QStringLiteral(" (total reflection beyond)") : QString(),
                       degreesText(last.r2 * radToDeg, "0.0"), degreesText(last.d2 * radToDeg, "0.0"));
-    for (const auto& [flag, name] : {std::pair{&alhaytham::CheckStep::rule5Violated, QStringLiteral("Rule (5), d < i/2,")},
-                                     std::pair{&alhaytham::CheckStep::rule6Violated,
-                                               QStringLiteral("Rule (6), d < (i + d)/2,")}}) {
+    for (const auto& [flag, name] :
+         {std::pair{&alhaytham::CheckStep::rule5Violated, QStringLiteral("Rule (5), d < i/2,")},
+          std::pair{&alhaytham::CheckStep::rule6Violated, QStringLiteral("Rule (6), d < (i + d)/2,")}}) {
         const QString where = brokenAt(steps, flag);
         lines << name + (where.isEmpty() ? QStringLiteral(" holds at every incidence.")
                                          : QStringLiteral(" is broken ") + where + QStringLiteral(" (dotted curves)."));
@@ -124,8 +128,9 @@ QString ptolemyFittingSummary(const ptolemy_fit::DataSet& set, const std::vector
                       fmt(set.index, "0.0000"))
                  .arg(set.incidence.size());
     if (startPair && *startPair >= 0 && static_cast<std::size_t>(*startPair + 1) < set.incidence.size())
-        lines << QStringLiteral("Values adjusted from the pair %1 (%2 and %3): every difference 0.5° smaller than the one "
-                                "before.")
+        lines << QStringLiteral(
+                     "Values adjusted from the pair %1 (%2 and %3): every difference 0.5° smaller than the one "
+                     "before.")
                      .arg(*startPair)
                      .arg(degreesText(set.incidence[static_cast<std::size_t>(*startPair)], "0"),
                           degreesText(set.incidence[static_cast<std::size_t>(*startPair + 1)], "0"));
@@ -135,7 +140,8 @@ QString ptolemyFittingSummary(const ptolemy_fit::DataSet& set, const std::vector
     for (std::size_t k = 0; k < values.size() && k < set.incidence.size(); ++k) {
         ptolemy << QStringLiteral("%1 → %2").arg(degreesText(set.incidence[k], "0"), degreesText(values[k], "0.0"));
         if (k < snell.size() && snell[k]) {
-            expected << QStringLiteral("%1 → %2").arg(degreesText(set.incidence[k], "0"), degreesText(*snell[k], "0.0"));
+            expected << QStringLiteral("%1 → %2").arg(degreesText(set.incidence[k], "0"),
+                                                      degreesText(*snell[k], "0.0"));
             if (std::fabs(values[k] - *snell[k]) > std::fabs(worst)) {
                 worst = values[k] - *snell[k];
                 worstAt = set.incidence[k];
@@ -143,7 +149,8 @@ QString ptolemyFittingSummary(const ptolemy_fit::DataSet& set, const std::vector
         }
     }
     lines << QStringLiteral("Ptolemy's values (purple): ") + ptolemy.join(QStringLiteral(", ")) + QLatin1Char('.');
-    lines << QStringLiteral("Proportional law (green): r = %1·i.").arg(fmt(ptolemy_fit::proportionalRatio(set), "0.000"));
+    lines
+        << QStringLiteral("Proportional law (green): r = %1·i.").arg(fmt(ptolemy_fit::proportionalRatio(set), "0.000"));
     lines << QStringLiteral("Law of refraction (red): ") + expected.join(QStringLiteral(", ")) + QLatin1Char('.');
     if (!expected.isEmpty())
         lines << QStringLiteral("Ptolemy's values differ most from the law at %1: by %2.")

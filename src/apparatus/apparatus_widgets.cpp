@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/scroll_bars.h"
 #include "canvas/canvas.h"
+#include "ui/scroll_bars.h"
 
 namespace apparatus {
 
@@ -61,8 +61,9 @@ void setLabel(QLabel* label, const QString& text) {
 namespace apparatus {
 
 void fitCaptionHeight(QPushButton* button, int width) {
-    const QRect text = QFontMetrics(button->font()).boundingRect(QRect(0, 0, width - 14, 2000),
-                                                                 Qt::AlignCenter | Qt::TextWordWrap, button->text());
+    const QRect text =
+        QFontMetrics(button->font())
+            .boundingRect(QRect(0, 0, width - 14, 2000), Qt::AlignCenter | Qt::TextWordWrap, button->text());
     button->setMinimumHeight(text.height() + 20);
 }
 }  // namespace apparatus

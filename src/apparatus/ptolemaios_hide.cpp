@@ -6,8 +6,8 @@
 #include "analysis/graph_screens.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolemy_geometry.h"
-#include "ui/forms.h"
 #include "canvas/qt_format.h"
+#include "ui/forms.h"
 #include "ui/navigation.h"
 
 namespace {
@@ -89,11 +89,12 @@ void drawPtolemyDiagram(Canvas& canvas) {
     printCentred(canvas, 115 * std::sin(h), -115 * std::cos(h), QStringLiteral("H"));
     canvas.setFontBold(false);
     canvas.setFontSize(10.0);
-    canvas.setSummary(QStringLiteral("Diagram of Ptolemy's instrument: the graduated ring ABGD with E at its centre, A at "
-                                     "the top, G at the bottom; the water fills the lower half. Z on the arc DA in air "
-                                     "at %1 from EA; the line Z E H bends at the surface to H on the arc BG, %2 from "
-                                     "EG.")
-                          .arg(fmt(40.0, "0") + QStringLiteral("°"), fmt(ptolemy::degrees(h), "0.0") + QStringLiteral("°")));
+    canvas.setSummary(
+        QStringLiteral("Diagram of Ptolemy's instrument: the graduated ring ABGD with E at its centre, A at "
+                       "the top, G at the bottom; the water fills the lower half. Z on the arc DA in air "
+                       "at %1 from EA; the line Z E H bends at the surface to H on the arc BG, %2 from "
+                       "EG.")
+            .arg(fmt(40.0, "0") + QStringLiteral("°"), fmt(ptolemy::degrees(h), "0.0") + QStringLiteral("°")));
 }
 
 void Ptolemaios::Command1_Click() {

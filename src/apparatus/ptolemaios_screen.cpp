@@ -13,13 +13,13 @@
 #include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
 #include "canvas/canvas.h"
+#include "canvas/fonts.h"
+#include "canvas/qt_format.h"
 #include "ui/caption_button.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "ui/scroll_bars.h"
 #include "ui/window_placement.h"
-#include "canvas/fonts.h"
-#include "canvas/qt_format.h"
 
 using namespace ptolemy;
 
@@ -138,8 +138,7 @@ void Ptolemaios::createControls() {
     instrument_->setAccessibleName(QStringLiteral("Ptolemy's instrument  Η συσκευή του Πτολεμαίου"));
     instrument_->scale(kLeft, kTop, kRight, kBottom);
     instrument_->setFontName(QStringLiteral("TAHOMA"));
-    goniaprosptosis = apparatus::makeScrollBar(Qt::Horizontal, kMinWaterAngle, kMaxWaterAngle, 5, 30,
-                                               "goniaprosptosis",
+    goniaprosptosis = apparatus::makeScrollBar(Qt::Horizontal, kMinWaterAngle, kMaxWaterAngle, 5, 30, "goniaprosptosis",
                                                QStringLiteral("Angle in water  Γωνία στο νερό"));
     metatopisipar = apparatus::makeScrollBar(Qt::Horizontal, -200, 300, 20, 50, "metatopisipar",
                                              QStringLiteral("Position in air  Θέση στον αέρα"));
@@ -183,7 +182,8 @@ void Ptolemaios::describeBars() {
         return QStringLiteral("body in air = ") + fmt(air - target / 2.0, "0.00") + QStringLiteral("° to ") +
                fmt(air + target / 2.0, "0.00") + QStringLiteral("°");
     });
-    describeValue(*dgonia, [](int value) { return QStringLiteral("target's angle = ") + fmt(value / 2.0, "0.0") + "°"; });
+    describeValue(*dgonia,
+                  [](int value) { return QStringLiteral("target's angle = ") + fmt(value / 2.0, "0.0") + "°"; });
 }
 
 void Ptolemaios::connectControls() {
@@ -206,9 +206,11 @@ void Ptolemaios::Form_Load() {
     frame.setSize({std::min(area.width() / 2, std::max(minimumWidth(), height * 3 / 4)), height});
     placeWindow(*this, frame);
     DrawPtolemyApparatus();
-    apparatus::setLabel(Label1, QStringLiteral("ANGLE IN WATER γωνία στο νερό = ") + fmt(goniaprosptosis->value(), "0"));
+    apparatus::setLabel(Label1,
+                        QStringLiteral("ANGLE IN WATER γωνία στο νερό = ") + fmt(goniaprosptosis->value(), "0"));
     apparatus::setLabel(Label2, QStringLiteral("POSITION IN AIR θέση στον αέρα = ") + fmt(metatopisipar->value(), "0"));
-    apparatus::setLabel(Label3, QStringLiteral("ANGLE OF TARGET Γωνία στόχου =") + fmt(targetAngleOf(dgonia), "0.0") + "°");
+    apparatus::setLabel(Label3,
+                        QStringLiteral("ANGLE OF TARGET Γωνία στόχου =") + fmt(targetAngleOf(dgonia), "0.0") + "°");
 }
 
 void Ptolemaios::goniaprosptosis_Change() {
@@ -218,7 +220,8 @@ void Ptolemaios::goniaprosptosis_Change() {
 
 void Ptolemaios::metatopisipar_Change() {
     DrawPtolemyApparatus();
-    apparatus::setLabel(Label3, QStringLiteral("ANGLE OF TARGET Γωνία στόχου =") + fmt(targetAngleOf(dgonia), "0.0") + "°");
+    apparatus::setLabel(Label3,
+                        QStringLiteral("ANGLE OF TARGET Γωνία στόχου =") + fmt(targetAngleOf(dgonia), "0.0") + "°");
 }
 
 void Ptolemaios::dgonia_Change() {
@@ -285,14 +288,14 @@ void Ptolemaios::showBodyPosition(double air, double expected, double targetAngl
     const double low = air - targetAngle / 2.0;
     const double high = air + targetAngle / 2.0;
     if (covered_)
-        apparatus::setLabel(Label2, QStringLiteral("BODY'S POSITION IN  AIR θέση σώματος στον αέρα=") + fmt(low, "0.0") +
-                                        "°-" + fmt(high, "0.0") + "°" + QStringLiteral("αναμενόμενη =") +
-                                        fmt(expected, "0.0") + "°" + QStringLiteral("MEAN μέσος =") + fmt(air, "0.0") +
-                                        "°");
+        apparatus::setLabel(Label2, QStringLiteral("BODY'S POSITION IN  AIR θέση σώματος στον αέρα=") +
+                                        fmt(low, "0.0") + "°-" + fmt(high, "0.0") + "°" +
+                                        QStringLiteral("αναμενόμενη =") + fmt(expected, "0.0") + "°" +
+                                        QStringLiteral("MEAN μέσος =") + fmt(air, "0.0") + "°");
     else
-        apparatus::setLabel(Label2, QStringLiteral("BODY'S POSITION IN AIR θέση σώματος στον αέρα=") + fmt(low, "0.00") +
-                                        "°-" + fmt(high, "0.00") + "°" + QStringLiteral("EXPECTED αναμενόμενη =") +
-                                        fmt(expected, "0.0") + "°");
+        apparatus::setLabel(Label2, QStringLiteral("BODY'S POSITION IN AIR θέση σώματος στον αέρα=") +
+                                        fmt(low, "0.00") + "°-" + fmt(high, "0.00") + "°" +
+                                        QStringLiteral("EXPECTED αναμενόμενη =") + fmt(expected, "0.0") + "°");
 }
 
 void Ptolemaios::DrawPtolemyApparatus() {
@@ -316,8 +319,8 @@ void Ptolemaios::DrawPtolemyApparatus() {
     form<Emfanisi>().showSight(sight);
     instrument_->setForeColor(kBlack);
     drawDisc();  // the rim stays on top of the bodies
-    instrument_->setSummary(apparatus::ptolemyInstrumentSummary(
-        {goniaprosptosis->value(), w, expected, air, targetAngle, covered_}));
+    instrument_->setSummary(
+        apparatus::ptolemyInstrumentSummary({goniaprosptosis->value(), w, expected, air, targetAngle, covered_}));
     // The body in air follows the angle in water and the target's size.
     refreshValueDescription(*metatopisipar);
 

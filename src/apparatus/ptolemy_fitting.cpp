@@ -8,9 +8,7 @@
 namespace ptolemy_fit {
 
 const DataSet& waterSet() {
-    static const DataSet set{1.3333,
-                             {0, 10, 20, 30, 40, 50, 60, 70, 80},
-                             {0, 7.5, 15.5, 22.5, 29, 35, 40.5, 45, 50}};
+    static const DataSet set{1.3333, {0, 10, 20, 30, 40, 50, 60, 70, 80}, {0, 7.5, 15.5, 22.5, 29, 35, 40.5, 45, 50}};
     return set;
 }
 

@@ -1,8 +1,9 @@
 #include "apparatus/ptolemy_geometry.h"
-#include "core/physics.h"
 
 #include <algorithm>
 #include <cmath>
+
+#include "core/physics.h"
 
 namespace ptolemy {
 

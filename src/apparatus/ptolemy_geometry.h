@@ -14,7 +14,7 @@
 namespace ptolemy {
 
 constexpr double kDiscRadius = 150.0;
-constexpr double kBodySize = 3.0;      // the central body's edges lie this far from the centre
+constexpr double kBodySize = 3.0;  // the central body's edges lie this far from the centre
 constexpr double kWaterIndex = 1.33;
 constexpr int kMinWaterAngle = 1;
 constexpr int kMaxWaterAngle = 88;
@@ -85,9 +85,9 @@ struct Band {
     double bottom;
 };
 struct SightView {
-    Band target;       // the target Z, seen refracted
-    Band centralBody;  // E
-    Band airBody;      // H, always on the observer's line
+    Band target;           // the target Z, seen refracted
+    Band centralBody;      // E
+    Band airBody;          // H, always on the observer's line
     double offsetDegrees;  // how far the target is seen from the line of sight
     bool covered;          // H hides Z: the pupil found the alignment
 };

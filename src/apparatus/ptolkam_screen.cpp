@@ -11,14 +11,14 @@
 #include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
 #include "canvas/canvas.h"
-#include "ui/caption_button.h"
-#include "ui/dialogs.h"
-#include "ui/forms.h"
-#include "ui/window_placement.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
 #include "canvas/qt_format.h"
+#include "ui/caption_button.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
 #include "ui/navigation.h"
+#include "ui/window_placement.h"
 
 using namespace ptolemy_fit;
 
@@ -198,9 +198,10 @@ void Ptolkam::kripse_Click() {
 void Ptolkam::standardAdjustment() {
     const DataSet& set = chosenSet();
     apparatus::setLabel(Label1, QStringLiteral("n = ") + fmt(set.index, "0.0000"));
-    drawCurves(set, set.refraction,
-               {QStringLiteral("ANALOGY Σχέση αναλογίας"), QStringLiteral("  PTOLEMY'S MANIPULATION Προσαρμογή Πτολεμαίου"),
-                QStringLiteral("EXPECTED VALUES Πραγματικές τιμές")});
+    drawCurves(
+        set, set.refraction,
+        {QStringLiteral("ANALOGY Σχέση αναλογίας"), QStringLiteral("  PTOLEMY'S MANIPULATION Προσαρμογή Πτολεμαίου"),
+         QStringLiteral("EXPECTED VALUES Πραγματικές τιμές")});
     fittingGraph_->setSummary(apparatus::ptolemyFittingSummary(set, set.refraction, std::nullopt));
 }
 
@@ -216,9 +217,10 @@ void Ptolkam::alternativeAdjustment() {
     const std::vector<double> adjusted = adjustFromPair(set, answer.k);
     apparatus::setLabel(Label1, QStringLiteral("n = ") + fmt(set.index, "0.0000") + QStringLiteral("   k = ") +
                                     QString::number(answer.k));
-    drawCurves(set, adjusted,
-               {QStringLiteral(" ANALOGY Σχέση αναλογίας"), QStringLiteral("    PTOLEMY'S MANIPULATION Προσαρμογή Πτολεμαίου"),
-                QStringLiteral("  EXPECTGED  VALUES Πραγματικές τιμές")});
+    drawCurves(
+        set, adjusted,
+        {QStringLiteral(" ANALOGY Σχέση αναλογίας"), QStringLiteral("    PTOLEMY'S MANIPULATION Προσαρμογή Πτολεμαίου"),
+         QStringLiteral("  EXPECTGED  VALUES Πραγματικές τιμές")});
     printTable(set, adjusted);
     fittingGraph_->setSummary(apparatus::ptolemyFittingSummary(set, adjusted, answer.k));
 }

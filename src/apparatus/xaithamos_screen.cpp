@@ -13,14 +13,14 @@
 #include "apparatus/apparatus_summaries.h"
 #include "apparatus/apparatus_widgets.h"
 #include "canvas/canvas.h"
-#include "ui/caption_button.h"
-#include "ui/forms.h"
-#include "ui/scroll_bars.h"
-#include "ui/window_placement.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
-#include "ui/navigation.h"
 #include "core/physics.h"
+#include "ui/caption_button.h"
+#include "ui/forms.h"
+#include "ui/navigation.h"
+#include "ui/scroll_bars.h"
+#include "ui/window_placement.h"
 
 namespace {
 const QColor kBlack(0, 0, 0);
@@ -56,8 +56,9 @@ void Xaithamos::createControls() {
     instrument_->setFontSize(10.0);
     strefo = apparatus::makeScrollBar(Qt::Horizontal, 0, 80, 10, 30, "strefo",
                                       QStringLiteral("Angle of incidence  Γωνία πρόσπτωσης"));
-    timiepi = apparatus::makeScrollBar(Qt::Vertical, 0, 10, 2, 0, "timiepi",
-                                       QStringLiteral("Position of the stylus on the ruler  Θέση του στυλού στον κανόνα"));
+    timiepi =
+        apparatus::makeScrollBar(Qt::Vertical, 0, 10, 2, 0, "timiepi",
+                                 QStringLiteral("Position of the stylus on the ruler  Θέση του στυλού στον κανόνα"));
     Option1 = new QRadioButton(QStringLiteral("RULER IVISIBLEΚΑΝΟΝΑΣ ΑΟΡΑΤΟΣ"));
     Option1->setObjectName(QStringLiteral("Option1"));
     Option2 = new QRadioButton(QStringLiteral("RULER VISIBLE ΚΑΝΟΝΑΣ ΟΡΑΤΟΣ"));
@@ -84,8 +85,8 @@ void Xaithamos::layOut() {
     sidePanel->setLayout(side);
     // As wide as the longer option's whole caption, in the font's own units.
     const QMargins margins = side->contentsMargins();
-    sidePanel->setFixedWidth(std::max({190, Option1->sizeHint().width(), Option2->sizeHint().width()}) + margins.left() +
-                             margins.right());
+    sidePanel->setFixedWidth(std::max({190, Option1->sizeHint().width(), Option2->sizeHint().width()}) +
+                             margins.left() + margins.right());
 
     auto* top = new QHBoxLayout;
     top->addWidget(new apparatus::AspectHost(instrument_, 1.0), 1);
@@ -99,7 +100,8 @@ void Xaithamos::layOut() {
 }
 
 void Xaithamos::connectControls() {
-    describeValue(*strefo, [](int value) { return QStringLiteral("incidence = ") + fmt(value, "0") + QStringLiteral("°"); });
+    describeValue(*strefo,
+                  [](int value) { return QStringLiteral("incidence = ") + fmt(value, "0") + QStringLiteral("°"); });
     describeValue(*timiepi, [](int value) {
         return QStringLiteral("stylus = ") + fmt(value / 10.0, "0.0") + QStringLiteral(" of the radius");
     });
@@ -123,11 +125,13 @@ void Xaithamos::connectControls() {
 }
 
 void Xaithamos::Form_Load() {
-    apparatus::setLabel(Label1, QStringLiteral("INCIDENCE  ANGLE Γωνία πρόσπτωσης = ") + fmt(strefo->value(), "0") + "°");
+    apparatus::setLabel(Label1,
+                        QStringLiteral("INCIDENCE  ANGLE Γωνία πρόσπτωσης = ") + fmt(strefo->value(), "0") + "°");
 }
 
 void Xaithamos::strefo_Change() {
-    apparatus::setLabel(Label1, QStringLiteral("INCIDENCE ANGLE Γωνία πρόσπτωσης = ") + fmt(strefo->value(), "0") + "°");
+    apparatus::setLabel(Label1,
+                        QStringLiteral("INCIDENCE ANGLE Γωνία πρόσπτωσης = ") + fmt(strefo->value(), "0") + "°");
     DrawAlHaythamApparatus();
 }
 
@@ -150,8 +154,8 @@ void Xaithamos::timiepi_Change() {
 }
 
 void Xaithamos::showStylusPosition() {
-    apparatus::setLabel(Label2, QStringLiteral("POSITION OF STYLUSθέση στυλού = ") + fmt(timiepi->value() / 10.0, "0.0") +
-                                    QStringLiteral(" RAY ακτίνα"));
+    apparatus::setLabel(Label2, QStringLiteral("POSITION OF STYLUSθέση στυλού = ") +
+                                    fmt(timiepi->value() / 10.0, "0.0") + QStringLiteral(" RAY ακτίνα"));
 }
 
 // Water, lighter towards the surface, and the graduated disc: its rim, a
@@ -251,8 +255,9 @@ void Xaithamos::svise_Click() {
     // Clear of the rules page whose colours it asks the pupil to watch, and
     // of the explanation; over the data screen if nothing else is free.
     const QSize size = outerRect(check).size().boundedTo(outerRect(windowOf(Place::DataScreen)).size());
-    placeWindow(check, leastCoveringPlace(size, availableArea(&check),
-                                          {outerRect(form<Incref>()), outerRect(notes), outerRect(windowOf(Place::DataScreen))}));
+    placeWindow(check, leastCoveringPlace(
+                           size, availableArea(&check),
+                           {outerRect(form<Incref>()), outerRect(notes), outerRect(windowOf(Place::DataScreen))}));
     showScreen(check);
     check.checkChosenIndex();
 }

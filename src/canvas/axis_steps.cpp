@@ -91,8 +91,10 @@ AxisTicks axisTicks(double lo, double hi, std::optional<double> step, std::size_
     // Steps in whole tenths or hundredths are counted in those units, so that
     // 3 × 0.1 comes out as 0.3 and not 0.30000000000000004.
     double unit = 1.0;
-    if (ticks.format == AxisLabelFormat::OneDecimal) unit = 10.0;
-    else if (ticks.format == AxisLabelFormat::TwoDecimals) unit = 100.0;
+    if (ticks.format == AxisLabelFormat::OneDecimal)
+        unit = 10.0;
+    else if (ticks.format == AxisLabelFormat::TwoDecimals)
+        unit = 100.0;
     const double scaledStep = ticks.format == AxisLabelFormat::Scientific ? s : std::round(s * unit);
     if (ticks.format == AxisLabelFormat::Scientific) unit = 1.0;
 

@@ -84,9 +84,7 @@ void Canvas::line(double x1, double y1, double x2, double y2, std::optional<QCol
     currentY_ = y2;
 }
 
-void Canvas::lineTo(double x2, double y2, std::optional<QColor> colour) {
-    line(currentX_, currentY_, x2, y2, colour);
-}
+void Canvas::lineTo(double x2, double y2, std::optional<QColor> colour) { line(currentX_, currentY_, x2, y2, colour); }
 
 void Canvas::box(double x1, double y1, double x2, double y2, std::optional<QColor> colour) {
     BoxOp op{fracX(x1), fracY(y1), fracX(x2), fracY(y2), colour.value_or(state_.foreColor), false, state_};
@@ -112,8 +110,15 @@ void Canvas::filledBox(double x1, double y1, double x2, double y2, std::optional
 
 void Canvas::circle(double x, double y, double radius, std::optional<QColor> colour, std::optional<double> startAngle,
                     std::optional<double> endAngle, double aspect) {
-    CircleOp op{fracX(x), fracY(y), std::fabs(radius / userScale().width), colour.value_or(state_.foreColor),
-                startAngle, endAngle, aspect, state_, std::nullopt};
+    CircleOp op{fracX(x),
+                fracY(y),
+                std::fabs(radius / userScale().width),
+                colour.value_or(state_.foreColor),
+                startAngle,
+                endAngle,
+                aspect,
+                state_,
+                std::nullopt};
     if (!finite({x, y, radius, aspect, op.x, op.y, op.radius}) || (startAngle && !std::isfinite(*startAngle)) ||
         (endAngle && !std::isfinite(*endAngle)) || aspect <= 0.0) {
         skip();
@@ -126,7 +131,7 @@ void Canvas::circle(double x, double y, double radius, std::optional<QColor> col
 
 void Canvas::filledCircle(double x, double y, double radius, const QColor& colour) {
     CircleOp op{fracX(x), fracY(y), std::fabs(radius / userScale().width), colour, std::nullopt, std::nullopt, 1.0,
-                state_, colour};
+                state_,   colour};
     if (!finite({x, y, radius, op.x, op.y, op.radius})) {
         skip();
         return;

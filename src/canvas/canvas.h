@@ -3,8 +3,8 @@
 #include <QFont>
 #include <QFontMetricsF>
 #include <QImage>
-#include <QRectF>
 #include <QPointer>
+#include <QRectF>
 #include <QStringList>
 #include <QWidget>
 
@@ -156,9 +156,20 @@ public:
     // are painted at the present size, in widget pixels: each text's box and
     // the type size it is painted in, each line's ends, each filled disc's
     // bounding box. Empty once the record overflowed.
-    struct DrawnText { QString text; QRectF box; double points; QColor colour; };
-    struct DrawnLine { QPointF from, to; QColor colour; };
-    struct DrawnDisc { QRectF box; QColor colour; };
+    struct DrawnText {
+        QString text;
+        QRectF box;
+        double points;
+        QColor colour;
+    };
+    struct DrawnLine {
+        QPointF from, to;
+        QColor colour;
+    };
+    struct DrawnDisc {
+        QRectF box;
+        QColor colour;
+    };
     std::vector<DrawnText> drawnTexts() const;
     std::vector<DrawnLine> drawnLines() const;
     std::vector<DrawnDisc> drawnDiscs() const;
@@ -205,7 +216,10 @@ private:
     using Op = canvas_ops::Op;
 
     // A placed control, in area fractions like the drawing (0 = own size).
-    struct Placement { QPointer<QWidget> control; double left, top, width, height; };
+    struct Placement {
+        QPointer<QWidget> control;
+        double left, top, width, height;
+    };
 
     void record(Op op);
     // The present size of the area, for painting recorded operations.

@@ -1,10 +1,10 @@
-#include "canvas/canvas.h"
-
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QMetaObject>
 
 #include <algorithm>
+
+#include "canvas/canvas.h"
 
 // What a drawing tells a screen reader: the screen's summary of what the
 // figure shows, then the newest texts printed on it. A screen reader asks

@@ -1,5 +1,3 @@
-#include "canvas/canvas.h"
-
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
@@ -7,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "canvas/canvas.h"
 #include "canvas/canvas_limits.h"
 #include "canvas/figure_export.h"
 
@@ -157,4 +156,3 @@ void Canvas::renderFigure(QPainter& painter) const {
     }
     painter.restore();
 }
-

@@ -1,8 +1,7 @@
-#include "canvas/canvas.h"
-
 #include <algorithm>
 #include <cmath>
 
+#include "canvas/canvas.h"
 #include "canvas/canvas_limits.h"
 
 using namespace canvas_limits;
@@ -76,13 +75,9 @@ double Canvas::fracY(double y) const {
     return (y - s.top) / s.height;
 }
 
-QPointF Canvas::toLogical(double x, double y) const {
-    return {fracX(x) * areaWidth(), fracY(y) * areaHeight()};
-}
+QPointF Canvas::toLogical(double x, double y) const { return {fracX(x) * areaWidth(), fracY(y) * areaHeight()}; }
 
-QPointF Canvas::toDevice(double x, double y) const {
-    return toLogical(x, y) * image().devicePixelRatio();
-}
+QPointF Canvas::toDevice(double x, double y) const { return toLogical(x, y) * image().devicePixelRatio(); }
 
 QPointF Canvas::toUser(const QPointF& widgetPoint) const {
     const UserScale s = userScale();

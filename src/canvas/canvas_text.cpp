@@ -1,8 +1,7 @@
-#include "canvas/canvas.h"
-
 #include <algorithm>
 #include <cmath>
 
+#include "canvas/canvas.h"
 #include "canvas/canvas_limits.h"
 #include "canvas/fonts.h"
 

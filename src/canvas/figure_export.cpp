@@ -46,8 +46,9 @@ QImage figureImage(const Canvas& canvas, double scale) {
     // long side stays within what any screen or printer can use.
     constexpr double kLongestSide = 4096.0;
     s = std::min(s, kLongestSide / std::max(logical.width(), logical.height()));
-    QImage image(QSize(static_cast<int>(std::lround(logical.width() * s)), static_cast<int>(std::lround(logical.height() * s))),
-                 QImage::Format_ARGB32_Premultiplied);
+    QImage image(
+        QSize(static_cast<int>(std::lround(logical.width() * s)), static_cast<int>(std::lround(logical.height() * s))),
+        QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(s);
     image.fill(Qt::white);
     QPainter painter(&image);
@@ -113,8 +114,9 @@ QString saveFigureFile(const Canvas& canvas, const QString& path) {
         buffer.open(QIODevice::WriteOnly);
         if (!figureImage(canvas).save(&buffer, "PNG")) return QStringLiteral("the image could not be made");
     }
-    const FileWriteResult written = replaceFile(std::filesystem::path(QFile::encodeName(path).toStdString()),
-                                                std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+    const FileWriteResult written =
+        replaceFile(std::filesystem::path(QFile::encodeName(path).toStdString()),
+                    std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
     return written.ok ? QString() : QString::fromStdString(written.reason);
 }
 

@@ -1,9 +1,8 @@
 #pragma once
 #include <QByteArray>
 #include <QImage>
-#include <QString>
-
 #include <QRectF>
+#include <QString>
 
 #include <functional>
 

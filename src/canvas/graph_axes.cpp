@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr double kTickPixels = 3.0;   // half the length of a tick mark
+constexpr double kTickPixels = 3.0;      // half the length of a tick mark
 constexpr double kLabelGapPixels = 4.0;  // between a tick's end and its label
 const QColor kGridBlue(0, 0, 255);
 
@@ -86,8 +86,9 @@ std::vector<AxisLabel> axisLabels(const Canvas& canvas, const Ranges& r) {
     // under the axis on a small graph; the axes crossing there say it too.
     if (corner) {
         auto box = [&canvas](const AxisLabel& l) {
-            return QRectF(canvas.toLogical(l.x, l.y), QSizeF(canvas.textWidth(l.text) / std::fabs(canvas.userPerPixelX()),
-                                                             canvas.textHeight(l.text) / std::fabs(canvas.userPerPixelY())));
+            return QRectF(canvas.toLogical(l.x, l.y),
+                          QSizeF(canvas.textWidth(l.text) / std::fabs(canvas.userPerPixelX()),
+                                 canvas.textHeight(l.text) / std::fabs(canvas.userPerPixelY())));
         };
         const QRectF cornerBox = box(labels[*corner]).adjusted(1, 1, -1, -1);
         for (std::size_t k = 0; k < labels.size(); ++k)
@@ -103,7 +104,8 @@ std::vector<AxisLabel> axisLabels(const Canvas& canvas, const Ranges& r) {
 // canvas (left, top, right, bottom; 0 where it stays inside).
 QMarginsF overhang(const Canvas& canvas, const AxisLabel& label) {
     const QPointF at = canvas.toLogical(label.x, label.y);
-    const QPointF end = canvas.toLogical(canvas.scaleLeft() + canvas.scaleWidth(), canvas.scaleTop() + canvas.scaleHeight());
+    const QPointF end =
+        canvas.toLogical(canvas.scaleLeft() + canvas.scaleWidth(), canvas.scaleTop() + canvas.scaleHeight());
     const double w = canvas.textWidth(label.text) / std::fabs(canvas.userPerPixelX());
     const double h = canvas.textHeight(label.text) / std::fabs(canvas.userPerPixelY());
     return {std::max(0.0, -at.x()), std::max(0.0, -at.y()), std::max(0.0, at.x() + w - end.x()),
@@ -114,7 +116,8 @@ QMarginsF overhang(const Canvas& canvas, const AxisLabel& label) {
 
 void makeRoomForTextsFrom(Canvas& canvas, double x, const QStringList& texts) {
     double widest = 0.0;
-    for (const QString& text : texts) widest = std::max(widest, canvas.textWidth(text) / std::fabs(canvas.userPerPixelX()));
+    for (const QString& text : texts)
+        widest = std::max(widest, canvas.textWidth(text) / std::fabs(canvas.userPerPixelX()));
     for (int round = 0; round < 4; ++round) {
         const double end = canvas.toLogical(canvas.scaleLeft() + canvas.scaleWidth(), canvas.scaleTop()).x();
         // A little to spare: type drawn at another size is not measured exactly.
@@ -170,8 +173,7 @@ void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double
     const double down = canvas.userPerPixelY();
 
     // Grid first, so that the axes, ticks and labels stay on top of it.
-    const double yGridStep =
-        (yStep && std::isfinite(*yStep) && *yStep > 0.0) ? *yStep : derivedAxisStep(yMin, yMax);
+    const double yGridStep = (yStep && std::isfinite(*yStep) && *yStep > 0.0) ? *yStep : derivedAxisStep(yMin, yMax);
     const AxisTicks grid = axisTicks(yMin, yMax, yGridStep);
     for (double y : grid.values) {
         if (y >= yMax || y == axisY) continue;
@@ -238,9 +240,7 @@ namespace {
 // the canvas still holds what the last drawing left on it.
 class ResizeRedraw : public QObject {
 public:
-    explicit ResizeRedraw(Canvas& canvas) : QObject(&canvas), canvas_(canvas) {
-        canvas.installEventFilter(this);
-    }
+    explicit ResizeRedraw(Canvas& canvas) : QObject(&canvas), canvas_(canvas) { canvas.installEventFilter(this); }
 
     void keep(std::function<void()> draw) {
         draw_ = std::move(draw);

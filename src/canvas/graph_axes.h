@@ -1,8 +1,8 @@
 #pragma once
+#include <QStringList>
+
 #include <functional>
 #include <optional>
-
-#include <QStringList>
 
 class Canvas;
 
@@ -46,9 +46,9 @@ void makeRoomForTextsFrom(Canvas& canvas, double x, const QStringList& texts);
 // called after the scale is set and before anything is drawn, since what is
 // drawn stays where the scale of its moment put it.
 void makeRoomForAxisLabels(Canvas& canvas, double xMax, double xMin, double yMax, double yMin,
-                           std::optional<double> xLabelMax = std::nullopt, std::optional<double> yLabelMax = std::nullopt,
-                           std::optional<double> xStep = std::nullopt, std::optional<double> yStep = std::nullopt,
-                           double crossingMark = 0.0);
+                           std::optional<double> xLabelMax = std::nullopt,
+                           std::optional<double> yLabelMax = std::nullopt, std::optional<double> xStep = std::nullopt,
+                           std::optional<double> yStep = std::nullopt, double crossingMark = 0.0);
 
 // Moves the top edge of the canvas's user scale out, when needed, so that
 // at least `pixels` lie between it and y = graphTop: a band above the graph

@@ -4,6 +4,4 @@
 #include "core/number_format.h"
 
 // formatNumber for captions and labels.
-inline QString fmt(double value, const char* pattern) {
-    return QString::fromStdString(formatNumber(value, pattern));
-}
+inline QString fmt(double value, const char* pattern) { return QString::fromStdString(formatNumber(value, pattern)); }

@@ -49,8 +49,10 @@ bool clipToLimit(double& x1, double& y1, double& x2, double& y2) {
             continue;
         }
         const double u = q[i] / p[i];
-        if (p[i] < 0.0) u0 = std::max(u0, u);
-        else u1 = std::min(u1, u);
+        if (p[i] < 0.0)
+            u0 = std::max(u0, u);
+        else
+            u1 = std::min(u1, u);
         if (u0 > u1) return false;
     }
     // Each clipped end is reckoned from the nearer original end, which keeps
@@ -76,9 +78,12 @@ QPen makePen(const QColor& colour, const PenState& pen) {
     QPen p(colour);
     p.setWidthF(pen.drawWidth);
     p.setStyle(penStyleFor(pen.drawStyle));
-    if (p.style() != Qt::SolidLine) p.setCapStyle(Qt::FlatCap);  // keeps the gaps of dashes and dots open
-    else if (pen.drawWidth <= 1) p.setCapStyle(Qt::SquareCap);   // whole end pixels
-    else p.setCapStyle(Qt::RoundCap);
+    if (p.style() != Qt::SolidLine)
+        p.setCapStyle(Qt::FlatCap);  // keeps the gaps of dashes and dots open
+    else if (pen.drawWidth <= 1)
+        p.setCapStyle(Qt::SquareCap);  // whole end pixels
+    else
+        p.setCapStyle(Qt::RoundCap);
     p.setJoinStyle(Qt::RoundJoin);
     return p;
 }
@@ -88,8 +93,10 @@ void paintLine(QPainter& painter, const LineOp& o, double w, double h, qreal dpr
     if (!clipToLimit(x1, y1, x2, y2)) return;
     const double off = penOffset(o.pen.drawWidth, dpr);
     painter.setPen(makePen(o.colour, o.pen));
-    if (x1 == x2 && y1 == y2) painter.drawPoint(QPointF(x1 + off, y1 + off));
-    else painter.drawLine(QPointF(x1 + off, y1 + off), QPointF(x2 + off, y2 + off));
+    if (x1 == x2 && y1 == y2)
+        painter.drawPoint(QPointF(x1 + off, y1 + off));
+    else
+        painter.drawLine(QPointF(x1 + off, y1 + off), QPointF(x2 + off, y2 + off));
 }
 
 void paintBox(QPainter& painter, const BoxOp& o, double w, double h, qreal dpr) {
@@ -160,8 +167,10 @@ bool arcPath(QPainterPath& path, const CircleOp& o, const QRectF& rect, const QP
 void paintCircle(QPainter& painter, const CircleOp& o, double w, double h, qreal dpr) {
     double rx = o.radius * w;
     double ry = rx;
-    if (o.aspect < 1.0) ry = rx * o.aspect;
-    else if (o.aspect > 1.0) rx = ry / o.aspect;
+    if (o.aspect < 1.0)
+        ry = rx * o.aspect;
+    else if (o.aspect > 1.0)
+        rx = ry / o.aspect;
     const double off = penOffset(o.pen.drawWidth, dpr);
     const double cx = o.x * w + off;
     const double cy = o.y * h + off;
@@ -241,11 +250,16 @@ void paintOp(QPainter& painter, const Op& op, const ReplayArea& area) {
     std::visit(
         [&](const auto& o) {
             using T = std::decay_t<decltype(o)>;
-            if constexpr (std::is_same_v<T, LineOp>) paintLine(painter, o, w, h, dpr);
-            else if constexpr (std::is_same_v<T, BoxOp>) paintBox(painter, o, w, h, dpr);
-            else if constexpr (std::is_same_v<T, CircleOp>) paintCircle(painter, o, w, h, dpr);
-            else if constexpr (std::is_same_v<T, PointOp>) paintPoint(painter, o, w, h, dpr);
-            else if constexpr (std::is_same_v<T, TextOp>) paintText(painter, o, area, dpr);
+            if constexpr (std::is_same_v<T, LineOp>)
+                paintLine(painter, o, w, h, dpr);
+            else if constexpr (std::is_same_v<T, BoxOp>)
+                paintBox(painter, o, w, h, dpr);
+            else if constexpr (std::is_same_v<T, CircleOp>)
+                paintCircle(painter, o, w, h, dpr);
+            else if constexpr (std::is_same_v<T, PointOp>)
+                paintPoint(painter, o, w, h, dpr);
+            else if constexpr (std::is_same_v<T, TextOp>)
+                paintText(painter, o, area, dpr);
         },
         op);
 }

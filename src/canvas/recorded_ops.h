@@ -28,21 +28,44 @@ struct PenState {
     FillStyle fillStyle = FillStyle::Transparent;
 };
 
-struct LineOp { double x1, y1, x2, y2; QColor colour; PenState pen; };
-struct BoxOp { double x1, y1, x2, y2; QColor colour; bool filled; PenState pen; };
+struct LineOp {
+    double x1, y1, x2, y2;
+    QColor colour;
+    PenState pen;
+};
+struct BoxOp {
+    double x1, y1, x2, y2;
+    QColor colour;
+    bool filled;
+    PenState pen;
+};
 struct CircleOp {
     double x, y, radius;  // radius as a fraction of the area's width
-    QColor colour; std::optional<double> start, end; double aspect; PenState pen;
+    QColor colour;
+    std::optional<double> start, end;
+    double aspect;
+    PenState pen;
     std::optional<QColor> forcedFill;
 };
-struct PointOp { double x, y; QColor colour; PenState pen; };
+struct PointOp {
+    double x, y;
+    QColor colour;
+    PenState pen;
+};
 // Text keeps its point size when the area grows; when it shrinks below
 // the size the text was printed at, the text shrinks with it, so that
 // lines printed one under another do not run into each other, but never
 // below 8 points (or its own size, when it was printed smaller): smaller
 // type cannot be read from the back of a classroom. A picture that must
 // stay free of overlaps draws itself again at the new size instead.
-struct TextOp { double x, y; QString text; QFont font; QColor colour; double areaWidth, areaHeight; QColor halo; };
+struct TextOp {
+    double x, y;
+    QString text;
+    QFont font;
+    QColor colour;
+    double areaWidth, areaHeight;
+    QColor halo;
+};
 using Op = std::variant<LineOp, BoxOp, CircleOp, PointOp, TextOp>;
 
 // Where operations are painted: the area's size in logical pixels, and the

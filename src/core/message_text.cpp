@@ -66,9 +66,12 @@ std::string quotedForMessage(std::string_view text, std::size_t maxCharacters) {
     for (std::size_t at = 0; at < text.size();) {
         const Decoded d = decodeAt(text, at);
         std::string piece;
-        if (d.length == 0) piece = hex("\\x%02X", static_cast<unsigned char>(text[at]));
-        else if (shownAsEscape(d.point)) piece = hex("\\u%04X", static_cast<unsigned>(d.point));
-        else piece = std::string(text.substr(at, d.length));
+        if (d.length == 0)
+            piece = hex("\\x%02X", static_cast<unsigned char>(text[at]));
+        else if (shownAsEscape(d.point))
+            piece = hex("\\u%04X", static_cast<unsigned>(d.point));
+        else
+            piece = std::string(text.substr(at, d.length));
         const std::size_t width = d.length == 0 || shownAsEscape(d.point) ? piece.size() : 1;
         // Room for one more piece, and for the ellipsis if more would follow.
         const std::size_t next = at + (d.length == 0 ? 1 : d.length);

@@ -33,7 +33,12 @@ Decimal shortestDecimal(double magnitude) {
 // carry runs out of the string ("99" -> "00" and true).
 bool incrementDigits(std::string& digits) {
     for (auto it = digits.rbegin(); it != digits.rend(); ++it) {
-        if (*it == '9') { *it = '0'; } else { ++*it; return false; }
+        if (*it == '9') {
+            *it = '0';
+        } else {
+            ++*it;
+            return false;
+        }
     }
     return true;
 }
@@ -91,8 +96,8 @@ std::string formatNumber(double value, std::string_view pattern) {
     if (std::isnan(value)) return "NaN";
     if (std::isinf(value)) return value > 0 ? "∞" : "-∞";
 
-    const bool isScientific = pattern.find('e') != std::string_view::npos ||
-                              pattern.find('E') != std::string_view::npos;
+    const bool isScientific =
+        pattern.find('e') != std::string_view::npos || pattern.find('E') != std::string_view::npos;
     const auto point = pattern.find('.');
     int decimals = 0;
     if (point != std::string_view::npos) {
@@ -101,8 +106,7 @@ std::string formatNumber(double value, std::string_view pattern) {
     const double magnitude = std::fabs(value);
     std::string body = isScientific ? scientific(magnitude, decimals) : fixed(magnitude, decimals);
     // A value that rounds to zero is shown without a minus sign.
-    const bool allZero = body.find_first_of("123456789") == std::string::npos ||
-                         (isScientific && magnitude == 0.0);
+    const bool allZero = body.find_first_of("123456789") == std::string::npos || (isScientific && magnitude == 0.0);
     if (value < 0 && !allZero) body.insert(body.begin(), '-');
     return body;
 }

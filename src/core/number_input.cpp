@@ -25,7 +25,10 @@ std::optional<double> parseWithPoint(std::string_view text) {
     bool sawDigit = false;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
-        if (std::isdigit(static_cast<unsigned char>(c))) { sawDigit = true; continue; }
+        if (std::isdigit(static_cast<unsigned char>(c))) {
+            sawDigit = true;
+            continue;
+        }
         if (c == '.' || c == 'e' || c == 'E') continue;
         if ((c == '+' || c == '-') && (i == 0 || text[i - 1] == 'e' || text[i - 1] == 'E')) continue;
         return std::nullopt;

@@ -1,17 +1,16 @@
 #include "core/outside_files.h"
 
-#include <fcntl.h>
-#include <linux/fs.h>
-#include <sys/ioctl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -273,7 +272,6 @@ FileWriteResult replaceFile(const fs::path& requested, const FileFiller& fill) {
 }
 
 FileWriteResult replaceFile(const fs::path& target, std::string_view contents) {
-    return replaceFile(target, [contents](int temporary, int) {
-        return writeAllAt(temporary, contents.data(), contents.size(), 0);
-    });
+    return replaceFile(
+        target, [contents](int temporary, int) { return writeAllAt(temporary, contents.data(), contents.size(), 0); });
 }

@@ -16,7 +16,8 @@ using physics::kDegree;
 constexpr double kLargestAngle = 180.0;
 
 bool blank(const std::string& text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; });
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; });
 }
 
 }  // namespace

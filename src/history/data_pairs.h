@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "history/fit_statistics.h"
 #include "core/least_squares.h"
+#include "history/fit_statistics.h"
 
 namespace history {
 
@@ -24,9 +24,9 @@ struct TypedRow {
 // Why a typed table cannot be read.
 struct TypedRowError {
     enum class Kind { NotANumber, OutOfRange } kind;
-    int row;              // from 1
-    bool inRefraction;    // the refraction column (else incidence)
-    std::string text;     // what was typed
+    int row;            // from 1
+    bool inRefraction;  // the refraction column (else incidence)
+    std::string text;   // what was typed
 };
 
 // The pupil's pairs: rows from the first while its incidence box is not
@@ -49,12 +49,12 @@ std::vector<AnglePair> pairsFromLists(const std::vector<double>& incidence, cons
 // refraction angle below 90° enter the fit (an angle beyond 90° is a
 // mistaken extrapolation, not a measurement); every pair is plotted.
 struct SineFit {
-    std::vector<double> sinIncidence;   // one per pair
+    std::vector<double> sinIncidence;  // one per pair
     std::vector<double> sinRefraction;
     int fittedPairs = 0;
-    std::optional<FittedLine> line;     // none for fewer than two distinct sin i
-    std::optional<double> index;        // none when there is no line or its slope is 0
-    FitStatistics statistics;           // of the fitted pairs: u(n), r²
+    std::optional<FittedLine> line;  // none for fewer than two distinct sin i
+    std::optional<double> index;     // none when there is no line or its slope is 0
+    FitStatistics statistics;        // of the fitted pairs: u(n), r²
 };
 SineFit fitSines(const std::vector<AnglePair>& pairs, bool leavesDenserMedium);
 

@@ -159,8 +159,8 @@ double incidenceTitleTop(Canvas& c, double titlePixels) {
 }
 
 // The angle graph in words, for a screen reader.
-QString angleSummary(const std::vector<history::AnglePair>& pairs, const PlotStyle& style, const QString& refractionTitle,
-                     const QString& incidenceTitle, double top) {
+QString angleSummary(const std::vector<history::AnglePair>& pairs, const PlotStyle& style,
+                     const QString& refractionTitle, const QString& incidenceTitle, double top) {
     QStringList points;
     for (const auto& p : pairs)
         if (std::isfinite(p.incidence) && std::isfinite(p.refraction))
@@ -214,7 +214,8 @@ void drawAngleGraph(Canvas& c, const std::vector<history::AnglePair>& pairs, con
     printFitted(c, kIncidenceTitleLeft, incidenceTop, incidenceTitle, kIncidenceTitleWidth, kTitlePoints);
     if (!style.setLabel.isEmpty()) {
         c.setForeColor(style.colour);
-        printFitted(c, kTitleLeft, below + kBandGapPixels * down, style.setLabel, kRefractionTitleWidth, kTitlePoints + 2.0);
+        printFitted(c, kTitleLeft, below + kBandGapPixels * down, style.setLabel, kRefractionTitleWidth,
+                    kTitlePoints + 2.0);
     }
     c.setFontBold(false);
     c.setForeColor(Qt::black);
@@ -233,8 +234,9 @@ QString fitQualityText(const history::SineFit& fit, const char* indexFormat) {
                fmt(*s.indexError, indexFormat) + QStringLiteral(", r² = ") + fmt(*s.rSquared, "0.0000");
     if (s.points == 2)
         return QStringLiteral("n = ") + fmt(*fit.index, indexFormat) +
-               QStringLiteral(": two points, no uncertainty can be given  "
-                              "δύο σημεία, δεν ορίζεται αβεβαιότητα");
+               QStringLiteral(
+                   ": two points, no uncertainty can be given  "
+                   "δύο σημεία, δεν ορίζεται αβεβαιότητα");
     return {};
 }
 
@@ -356,7 +358,8 @@ void printSineTexts(Canvas& c, const SineGraphTexts& texts, const PlotStyle& sty
     const double down = pixelDown(c);
     c.setFontBold(true);
     c.setForeColor(Qt::black);
-    double next = printFitted(c, kTitleX, c.scaleTop() + kBandGapPixels * down, texts.index, kIndexWidth, kTitlePoints + 1.0);
+    double next =
+        printFitted(c, kTitleX, c.scaleTop() + kBandGapPixels * down, texts.index, kIndexWidth, kTitlePoints + 1.0);
     if (!texts.fitQuality.isEmpty()) {
         c.setFontBold(false);
         next = printFitted(c, kTitleX, next, texts.fitQuality, kIndexWidth, kTitlePoints);
@@ -387,14 +390,16 @@ void printSineTexts(Canvas& c, const SineGraphTexts& texts, const PlotStyle& sty
 // The graph in words, for a screen reader.
 QString sineSummary(const history::SineFit& fit, const PlotStyle& style, const SineGraphTexts& texts) {
     const std::size_t n = std::min(fit.sinIncidence.size(), fit.sinRefraction.size());
-    QString summary = QStringLiteral("Graph: %1 across against %2 up, both 0 to 1.1. %3 points%4. Dashed line n = 1.")
-                          .arg(texts.sinIncidenceTitle, texts.sinRefractionTitle)
-                          .arg(n)
-                          .arg(style.setLabel.isEmpty() ? QString() : QStringLiteral(" of ") + style.setLabel.trimmed());
+    QString summary =
+        QStringLiteral("Graph: %1 across against %2 up, both 0 to 1.1. %3 points%4. Dashed line n = 1.")
+            .arg(texts.sinIncidenceTitle, texts.sinRefractionTitle)
+            .arg(n)
+            .arg(style.setLabel.isEmpty() ? QString() : QStringLiteral(" of ") + style.setLabel.trimmed());
     if (fit.line)
-        summary += QStringLiteral(" Fitted line: sin r = %1 sin i %2 %3. %4")
-                       .arg(fmt(fit.line->slope, "0.000"), fit.line->intercept < 0 ? QStringLiteral("-") : QStringLiteral("+"),
-                            fmt(std::fabs(fit.line->intercept), "0.000"), texts.index.trimmed());
+        summary +=
+            QStringLiteral(" Fitted line: sin r = %1 sin i %2 %3. %4")
+                .arg(fmt(fit.line->slope, "0.000"), fit.line->intercept < 0 ? QStringLiteral("-") : QStringLiteral("+"),
+                     fmt(std::fabs(fit.line->intercept), "0.000"), texts.index.trimmed());
     return summary;
 }
 

@@ -78,7 +78,8 @@ struct FittedText {
 
 // Lays the text out no wider than maxWidth user units in the given type
 // size (kSmallestPoints when a smaller one is asked for), smaller if needed,
-// but never below kSmallestPoints: beyond that it goes onto more lines. Leaves the canvas's type size at the size chosen.
+// but never below kSmallestPoints: beyond that it goes onto more lines. Leaves the canvas's type size at the size
+// chosen.
 FittedText fitText(Canvas& canvas, const QString& text, double maxWidth, double points);
 
 // The height in pixels of the text so laid out, in the canvas's font.

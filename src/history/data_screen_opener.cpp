@@ -1,12 +1,11 @@
 #include "history/data_screen_opener.h"
 
-
 #include <algorithm>
 
 #include "analysis/graph_screens.h"
+#include "history/inpdat_screen.h"
 #include "ui/forms.h"
 #include "ui/window_placement.h"
-#include "history/inpdat_screen.h"
 
 void openDataScreen() {
     Inpdat& data = form<Inpdat>();

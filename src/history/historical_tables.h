@@ -17,8 +17,8 @@ enum class Observer { Ptolemy, AlHaytham, Newton, Witelo };
 // first; the odd historical figures are kept as they were recorded.
 struct HistoricalTable {
     TableId id;
-    std::string itemName;       // the menu item's name
-    std::string menuCaption;    // the menu item's caption
+    std::string itemName;     // the menu item's name
+    std::string menuCaption;  // the menu item's caption
     Observer observer;
     std::vector<double> incidence;
     std::vector<double> refraction;

@@ -3,13 +3,13 @@
 #include <cmath>
 
 #include "analysis/graph_screens.h"
-#include "ui/dialogs.h"
-#include "ui/forms.h"
-#include "core/number_input.h"
 #include "canvas/qt_format.h"
+#include "core/number_input.h"
 #include "history/data_plots.h"
 #include "history/data_state.h"
 #include "history/inpdat_screen.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
 
 using history::AnglePair;
 using history::TableId;
@@ -23,12 +23,14 @@ QString typedRowMessage(const history::TypedRowError& e) {
     const QString columnEn = e.inRefraction ? QStringLiteral("refraction") : QStringLiteral("incidence");
     const QString columnEl = e.inRefraction ? QStringLiteral("διάθλαση") : QStringLiteral("πρόσπτωση");
     if (e.kind == history::TypedRowError::Kind::NotANumber)
-        return QStringLiteral("Row %1, %2: \"%3\" is not a number (write e.g. 30, 19.5 or 19,5).  "
-                              "Γραμμή %1, %4: το \"%3\" δεν είναι αριθμός (γράψε π.χ. 30, 19.5 ή 19,5).")
+        return QStringLiteral(
+                   "Row %1, %2: \"%3\" is not a number (write e.g. 30, 19.5 or 19,5).  "
+                   "Γραμμή %1, %4: το \"%3\" δεν είναι αριθμός (γράψε π.χ. 30, 19.5 ή 19,5).")
             .arg(e.row)
             .arg(columnEn, typed, columnEl);
-    return QStringLiteral("Row %1, %2: %3 is not an angle between -180 and 180 degrees.  "
-                          "Γραμμή %1, %4: το %3 δεν είναι γωνία μεταξύ -180 και 180 μοιρών.")
+    return QStringLiteral(
+               "Row %1, %2: %3 is not an angle between -180 and 180 degrees.  "
+               "Γραμμή %1, %4: το %3 δεν είναι γωνία μεταξύ -180 και 180 μοιρών.")
         .arg(e.row)
         .arg(columnEn, typed, columnEl);
 }
@@ -58,14 +60,14 @@ struct Inpdat::AnalysisTexts {
 
 QAction* Inpdat::dataItem(TableId id) const {
     switch (id) {
-        case TableId::Ptolemy: return Ptolemy;
-        case TableId::ptolemy2: return ptolemy2;
-        case TableId::Alhazen: return Alhazen;
-        case TableId::Alhazen2: return Alhazen2;
-        case TableId::Newt: return Newt;
-        case TableId::newt2: return newt2;
-        case TableId::Vitello_Glass: return Vitello_Glass;
-        case TableId::Vitello_water: return Vitello_water;
+    case TableId::Ptolemy: return Ptolemy;
+    case TableId::ptolemy2: return ptolemy2;
+    case TableId::Alhazen: return Alhazen;
+    case TableId::Alhazen2: return Alhazen2;
+    case TableId::Newt: return Newt;
+    case TableId::newt2: return newt2;
+    case TableId::Vitello_Glass: return Vitello_Glass;
+    case TableId::Vitello_water: return Vitello_water;
     }
     return nullptr;
 }
@@ -126,8 +128,8 @@ bool Inpdat::analyse(const std::vector<AnglePair>& pairs, const AnalysisTexts& t
     const QString source = historicalDataFlag && !Label3->text().isEmpty()
                                ? Label3->text()
                                : QStringLiteral("Typed by the pupil  Μετρήσεις του μαθητή");
-    lastAnalysis_ = Analysed{fit,    texts.style, sineTexts, texts.indexFormat, source, {}, texts.refractionTitle,
-                             texts.incidenceTitle, {}};
+    lastAnalysis_ = Analysed{
+        fit, texts.style, sineTexts, texts.indexFormat, source, {}, texts.refractionTitle, texts.incidenceTitle, {}};
     return true;
 }
 

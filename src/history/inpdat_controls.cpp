@@ -98,7 +98,8 @@ QGridLayout* Inpdat::createButtons(QWidget* central) {
     svinograf = new QCheckBox(QStringLiteral("ERASE Σβήσε γρα φικές"), central);
     svinograf->setObjectName(QStringLiteral("svinograf"));
     svinograf->setAccessibleName(svinograf->text());
-    svinograf->setToolTip(QStringLiteral("A model draws the data again first  Ένα μοντέλο σχεδιάζει πρώτα ξανά τα δεδομένα"));
+    svinograf->setToolTip(
+        QStringLiteral("A model draws the data again first  Ένα μοντέλο σχεδιάζει πρώτα ξανά τα δεδομένα"));
 
     auto* buttons = new QGridLayout;
     buttons->addWidget(Command1, 0, 0);
@@ -131,7 +132,8 @@ void Inpdat::orderKeyboard() {
             previous = w;
         }
     }
-    for (QWidget* w : std::initializer_list<QWidget*>{Command1, Command4, Command2, Command3, svinograf, List1, List2}) {
+    for (QWidget* w :
+         std::initializer_list<QWidget*>{Command1, Command4, Command2, Command3, svinograf, List1, List2}) {
         setTabOrder(previous, w);
         previous = w;
     }

@@ -6,15 +6,15 @@
 #include <cmath>
 
 #include "analysis/graph_screens.h"
-#include "ui/dialogs.h"
-#include "ui/forms.h"
-#include "core/number_input.h"
-#include "ui/window_placement.h"
 #include "canvas/qt_format.h"
+#include "core/number_input.h"
 #include "history/data_plots.h"
 #include "history/inpdat_screen.h"
 #include "history/note_figures.h"
 #include "semicircle/measurement_file.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/window_placement.h"
 
 namespace {
 
@@ -103,8 +103,9 @@ void Inpdat::recallSetup() {
     if (answer.trimmed().isEmpty()) return;  // Cancel
     const auto value = parseTypedNumber(answer.toStdString());
     if (!value || *value != std::floor(*value) || *value < 1.0 || *value > static_cast<double>(positions)) {
-        messageBox(QStringLiteral("Give a whole position number from 1 to %1.  Δώσε έναν ακέραιο αριθμό θέσης από 1 έως %1.")
-                       .arg(positions));
+        messageBox(
+            QStringLiteral("Give a whole position number from 1 to %1.  Δώσε έναν ακέραιο αριθμό θέσης από 1 έως %1.")
+                .arg(positions));
         return;
     }
     const auto position = static_cast<long long>(*value);

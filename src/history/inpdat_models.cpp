@@ -5,15 +5,15 @@
 
 #include "analysis/graph_screens.h"
 #include "canvas/graph_axes.h"
-#include "ui/dialogs.h"
-#include "ui/forms.h"
-#include "ui/index_prompt.h"
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"
 #include "history/data_state.h"
 #include "history/inpdat_screen.h"
 #include "history/law_labels.h"
 #include "history/refraction_laws.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/index_prompt.h"
 
 namespace {
 
@@ -91,11 +91,17 @@ void Inpdat::Kepler_Click() {
         constexpr double aboveAxisPixels = 6.0;  // a tick's half length (3), the ground's rim (2) and one to spare
         const double top = std::max(13.0, height + aboveAxisPixels * std::fabs(c.userPerPixelY()));
         const double bottom = std::min(6.0, top - height);
-        return LawLabel{fitted.lines, fitted.points, kKeplerRed, kKeplerGround, 23.0, top,
+        return LawLabel{fitted.lines,
+                        fitted.points,
+                        kKeplerRed,
+                        kKeplerGround,
+                        23.0,
+                        top,
                         QRectF(QPointF(23.0, top), QPointF(100.0, bottom))};
     };
-    figure.spoken = QStringLiteral("Kepler's model, k = %1: the red line r = k·i from (0°, 0°) to (100°, %2°), fitted "
-                                   "to the %3 pairs below 45°.")
+    figure.spoken = QStringLiteral(
+                        "Kepler's model, k = %1: the red line r = k·i from (0°, 0°) to (100°, %2°), fitted "
+                        "to the %3 pairs below 45°.")
                         .arg(fmt(k, "0.00"), fmt(100 * k, "0.0"))
                         .arg(model.runLength);
     lawDrawn(QStringLiteral("Kepler's model  Μοντέλο Kepler: r = ") + fmt(k, "0.00") + QStringLiteral("·i"),
@@ -150,7 +156,12 @@ LawFigure snellFigure(double index, bool leavesDenserMedium) {
     figure.label = [index](Canvas& c) {
         c.setFontBold(true);
         const FittedText fitted = fitText(c, QStringLiteral("n=") + fmt(index, "0.00"), 16.0, labelPoints(c));
-        return LawLabel{fitted.lines, fitted.points, Qt::black, kSnellGround, 80.0, 70.0,
+        return LawLabel{fitted.lines,
+                        fitted.points,
+                        Qt::black,
+                        kSnellGround,
+                        80.0,
+                        70.0,
                         QRectF(QPointF(77.0, 70.0), QPointF(97.0, 65.0))};
     };
     figure.spoken = spokenSnell(index, leavesDenserMedium);
@@ -162,9 +173,10 @@ LawFigure snellFigure(double index, bool leavesDenserMedium) {
 void Inpdat::Snell_1_Click() {
     const double fitted = sharedState<DataState>().dataIndex();
     if (!std::isfinite(fitted) || !history::usableIndex(fitted)) {
-        messageBox(QStringLiteral("There is no index from the data yet: press \"Data Analysis\" or choose a table first.  "
-                                  "Δεν υπάρχει ακόμη δείκτης από τα δεδομένα: πάτησε \"Data Analysis\" ή διάλεξε "
-                                  "πρώτα έναν πίνακα."));
+        messageBox(
+            QStringLiteral("There is no index from the data yet: press \"Data Analysis\" or choose a table first.  "
+                           "Δεν υπάρχει ακόμη δείκτης από τα δεδομένα: πάτησε \"Data Analysis\" ή διάλεξε "
+                           "πρώτα έναν πίνακα."));
         return;
     }
     if (!redrawDataIfAsked()) return;

@@ -5,13 +5,13 @@
 #include <QFileInfo>
 
 #include "analysis/graph_screens.h"
-#include "ui/dialogs.h"
-#include "ui/forms.h"
 #include "core/message_text.h"
 #include "core/outside_files.h"
 #include "history/data_state.h"
 #include "history/inpdat_screen.h"
 #include "history/lab_report.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
 
 namespace {
 
@@ -23,7 +23,8 @@ void Inpdat::labReport() {
     QString path = saveFileDialog(QStringLiteral("Lab report (PDF)  Αναφορά εργαστηρίου (PDF)"),
                                   QStringLiteral("PDF document (*.pdf)"), QStringLiteral("lab-report.pdf"));
     if (path.isEmpty()) return;
-    if (QFileInfo(path).suffix().compare(QLatin1String("pdf"), Qt::CaseInsensitive) != 0) path += QStringLiteral(".pdf");
+    if (QFileInfo(path).suffix().compare(QLatin1String("pdf"), Qt::CaseInsensitive) != 0)
+        path += QStringLiteral(".pdf");
     writeLabReport(path);
 }
 
@@ -34,9 +35,10 @@ bool Inpdat::writeLabReport(const QString& path) {
     const Canvas& sines = *form<Analysis>().canvas();
     if (!lastAnalysis_ || form<Incref>().picture() != Picture::AngleGraph ||
         form<Analysis>().picture() != Picture::SineGraph) {
-        messageBox(QStringLiteral("Analyse the data first (Data Analysis or a historical table): the report shows "
-                                  "the analysis and its graphs.  Ανάλυσε πρώτα τα δεδομένα (Data Analysis ή ένας "
-                                  "ιστορικός πίνακας): η αναφορά δείχνει την ανάλυση και τα γραφήματά της."));
+        messageBox(
+            QStringLiteral("Analyse the data first (Data Analysis or a historical table): the report shows "
+                           "the analysis and its graphs.  Ανάλυσε πρώτα τα δεδομένα (Data Analysis ή ένας "
+                           "ιστορικός πίνακας): η αναφορά δείχνει την ανάλυση και τα γραφήματά της."));
         return false;
     }
     LabReport report;

@@ -8,15 +8,15 @@
 #include <algorithm>
 
 #include "analysis/graph_screens.h"
+#include "apparatus/apparatus_openers.h"
+#include "canvas/fonts.h"
+#include "canvas/qt_format.h"
+#include "models/interpretation_openers.h"
+#include "models/rixo_screen.h"
 #include "ui/forms.h"
 #include "ui/navigation.h"
 #include "ui/program_exit.h"
 #include "ui/window_placement.h"
-#include "apparatus/apparatus_openers.h"
-#include "canvas/qt_format.h"
-#include "canvas/fonts.h"
-#include "models/interpretation_openers.h"
-#include "models/rixo_screen.h"
 
 namespace {
 
@@ -26,14 +26,14 @@ const QColor kTypedRow(255, 205, 205);
 // pupil's keys: Enter, Home, the four arrows.
 int classicKeyCode(int qtKey) {
     switch (qtKey) {
-        case Qt::Key_Return:
-        case Qt::Key_Enter: return 13;
-        case Qt::Key_Home: return 36;
-        case Qt::Key_Left: return 37;
-        case Qt::Key_Up: return 38;
-        case Qt::Key_Right: return 39;
-        case Qt::Key_Down: return 40;
-        default: return 0;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return 13;
+    case Qt::Key_Home: return 36;
+    case Qt::Key_Left: return 37;
+    case Qt::Key_Up: return 38;
+    case Qt::Key_Right: return 39;
+    case Qt::Key_Down: return 40;
+    default: return 0;
     }
 }
 
@@ -113,16 +113,16 @@ void Inpdat::Text1_Change(int index) {
 void Inpdat::Text1_KeyDown(int index, int keyCode) {
     if (index < 0 || index >= kRows) return;
     switch (keyCode) {
-        case 13:
-        case 40: Text1[(index + 1) % kRows]->setFocus(); break;
-        case 38: Text1[(index + kRows - 1) % kRows]->setFocus(); break;
-        case 39: Refr[index]->setFocus(); break;
-        case 36:
-            Text1[0]->setFocus();
-            uncheckAirDataItems();
-            drawingColour_ = Qt::black;
-            break;
-        default: break;
+    case 13:
+    case 40: Text1[(index + 1) % kRows]->setFocus(); break;
+    case 38: Text1[(index + kRows - 1) % kRows]->setFocus(); break;
+    case 39: Refr[index]->setFocus(); break;
+    case 36:
+        Text1[0]->setFocus();
+        uncheckAirDataItems();
+        drawingColour_ = Qt::black;
+        break;
+    default: break;
     }
 }
 
@@ -133,12 +133,12 @@ void Inpdat::Refr_KeyDown(int index, int keyCode) {
     List2->hide();
     Label3->hide();
     switch (keyCode) {
-        case 13:
-        case 40: Refr[(index + 1) % kRows]->setFocus(); break;
-        case 38: Refr[(index + kRows - 1) % kRows]->setFocus(); break;
-        case 37: Text1[index]->setFocus(); break;
-        case 36: Refr[0]->setFocus(); break;
-        default: break;
+    case 13:
+    case 40: Refr[(index + 1) % kRows]->setFocus(); break;
+    case 38: Refr[(index + kRows - 1) % kRows]->setFocus(); break;
+    case 37: Text1[index]->setFocus(); break;
+    case 36: Refr[0]->setFocus(); break;
+    default: break;
     }
 }
 

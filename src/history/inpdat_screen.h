@@ -13,13 +13,13 @@
 #include <vector>
 
 #include "canvas/canvas.h"
-#include "ui/caption_button.h"
 #include "history/data_pairs.h"
 #include "history/data_plots.h"
 #include "history/historical_tables.h"
 #include "history/history_notes.h"
 #include "history/law_labels.h"
 #include "semicircle/bench_series.h"
+#include "ui/caption_button.h"
 
 // "inpdat": the data screen. The pupil types measured angle pairs into a
 // 14-row grid or loads a historical table, has them analysed (refraction
@@ -83,11 +83,11 @@ public:
     void residuals_Toggled();
     void showNote(int noteIndex);  // one of the HISTORY NOTES items
     void empiricalFit();
-    void recallSetup();            // the recall reader
-    void readStoredSetups();       // the sequential reader
-    void openTable();              // asks for a CSV file and fills the grid from it
-    void saveTable();              // asks for a file name and writes the pairs
-    void labReport();              // asks for a file name and writes the report
+    void recallSetup();       // the recall reader
+    void readStoredSetups();  // the sequential reader
+    void openTable();         // asks for a CSV file and fills the grid from it
+    void saveTable();         // asks for a file name and writes the pairs
+    void labReport();         // asks for a file name and writes the report
     // The three without the file dialog; false after a message.
     bool openTableFile(const QString& path);
     bool saveTableFile(const QString& path);
@@ -126,7 +126,7 @@ private:
     void createModelsMenu();
     void createHistoireMenu();
     void createNotesMenu();
-    void createFileMenu();    // the bench's measurement file, the pupil's tables, the report
+    void createFileMenu();  // the bench's measurement file, the pupil's tables, the report
     void createInstrumentsMenu();
     QAction* dataItem(history::TableId id) const;
     void loadTable(history::TableId id);
@@ -162,17 +162,17 @@ private:
 
     std::array<QLineEdit*, kRows> Text1{};  // incidence angles
     std::array<QLineEdit*, kRows> Refr{};   // refraction angles
-    QLabel* Label1;  // "INCIDENCE Πρόσπτωσης"
-    QLabel* Label2;  // "REFRACTION Διάθλασης"
-    QLabel* Label3;  // the loaded table's name
-    QListWidget* List1;  // a table's incidence angles, after a heading
-    QListWidget* List2;  // its refraction angles
-    CaptionButton* Command1;  // Data Analysis
-    CaptionButton* Command2;  // INITIAL
-    CaptionButton* Command3;  // END
-    CaptionButton* Command4;  // INTERPRETATION OF LAW
-    QCheckBox* svinograf;     // redraw the data before a model
-    Canvas* fileView;         // where the measurement file's readers print
+    QLabel* Label1;                         // "INCIDENCE Πρόσπτωσης"
+    QLabel* Label2;                         // "REFRACTION Διάθλασης"
+    QLabel* Label3;                         // the loaded table's name
+    QListWidget* List1;                     // a table's incidence angles, after a heading
+    QListWidget* List2;                     // its refraction angles
+    CaptionButton* Command1;                // Data Analysis
+    CaptionButton* Command2;                // INITIAL
+    CaptionButton* Command3;                // END
+    CaptionButton* Command4;                // INTERPRETATION OF LAW
+    QCheckBox* svinograf;                   // redraw the data before a model
+    Canvas* fileView;                       // where the measurement file's readers print
 
     QMenu* Models;
     QAction* Kepler;

@@ -3,11 +3,11 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "ui/dialogs.h"
 #include "core/message_text.h"
 #include "core/outside_files.h"
 #include "history/inpdat_screen.h"
 #include "history/pupil_table.h"
+#include "ui/dialogs.h"
 
 namespace {
 
@@ -18,12 +18,13 @@ QString fromUtf8(const std::string& text) { return QString::fromUtf8(text.data()
 // The file's name as a message may quote it.
 QString shownName(const QString& path) { return fromUtf8(quotedForMessage(QFileInfo(path).fileName().toStdString())); }
 
-std::filesystem::path nativePath(const QString& path) { return std::filesystem::path(QFile::encodeName(path).toStdString()); }
+std::filesystem::path nativePath(const QString& path) {
+    return std::filesystem::path(QFile::encodeName(path).toStdString());
+}
 
 QString fileError(const QString& path, const history::TableFileError& e) {
     const QString name = shownName(path);
-    if (e.line == 0)
-        return QStringLiteral("%1: %2  %1: %3").arg(name, fromUtf8(e.english), fromUtf8(e.greek));
+    if (e.line == 0) return QStringLiteral("%1: %2  %1: %3").arg(name, fromUtf8(e.english), fromUtf8(e.greek));
     return QStringLiteral("%1, line %2: %3  %1, γραμμή %2: %4")
         .arg(name)
         .arg(e.line)

@@ -58,7 +58,8 @@ private:
 };
 
 // A graph replayed into a box of the page, keeping the canvas's proportions.
-double drawGraph(Page& page, const Canvas& canvas, const QString& caption, double leftMm, double topMm, double widthMm) {
+double drawGraph(Page& page, const Canvas& canvas, const QString& caption, double leftMm, double topMm,
+                 double widthMm) {
     const QSizeF size = QSizeF(canvas.size()).expandedTo(QSizeF(1, 1));
     const double heightMm = widthMm * size.height() / size.width();
     QPainter& p = page.painter();

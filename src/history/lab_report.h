@@ -15,12 +15,12 @@ class Canvas;
 // both graphs replayed from what their canvases recorded (lines stay lines,
 // texts stay selectable text) and the table of pairs.
 struct LabReport {
-    QString date;                  // as printed
-    QString source;                // the table's name, or that the pupil typed the pairs
+    QString date;    // as printed
+    QString source;  // the table's name, or that the pupil typed the pairs
     std::vector<history::AnglePair> pairs;
     history::SineFit fit;
-    QString indexFormat;           // "0.000" for a table, "0.0000" for typed pairs
-    QStringList laws;              // the laws drawn over the data, in order
+    QString indexFormat;  // "0.000" for a table, "0.0000" for typed pairs
+    QStringList laws;     // the laws drawn over the data, in order
     const Canvas* angleGraph = nullptr;
     QString angleGraphTitle;
     const Canvas* sineGraph = nullptr;

@@ -6,8 +6,8 @@
 
 #include "canvas/canvas.h"
 #include "canvas/graph_axes.h"
-#include "history/data_plots.h"
 #include "core/physics.h"
+#include "history/data_plots.h"
 
 namespace {
 
@@ -71,7 +71,8 @@ double captions(Canvas& c, const Frame& f, const std::vector<std::string>& lines
     c.setForeColor(Qt::black);
     double y = top;
     for (const std::string& line : lines) {
-        const double end = printFitted(c, kCaptionLeft, y, fromUtf8(line), f.right - kCaptionLeft - 1.0, kCaptionPoints);
+        const double end =
+            printFitted(c, kCaptionLeft, y, fromUtf8(line), f.right - kCaptionLeft - 1.0, kCaptionPoints);
         y = std::min(y - 4.5, end - c.textHeight() * 0.4);
     }
     return y;
@@ -146,10 +147,10 @@ void newton(Canvas& c, const Frame& f) {
     c.line(2, layerTop, 58, layerTop, kGrey);
     for (const double incidence : {20.0, 45.0, 65.0}) {
         const double sinI = std::sin(incidence * kDegree);
-        const double vx = sinI;                          // kept across the layer
-        const double vy1 = std::cos(incidence * kDegree);  // downwards, in air
+        const double vx = sinI;                             // kept across the layer
+        const double vy1 = std::cos(incidence * kDegree);   // downwards, in air
         const double vy2 = std::sqrt(n * n - sinI * sinI);  // downwards, in glass
-        const double px = 22.0;  // where every ray meets the layer
+        const double px = 22.0;                             // where every ray meets the layer
         const double rise = std::min(24.0, (px - 2.0) / std::tan(incidence * kDegree));
         c.setDrawWidth(2);
         c.line(px - rise * std::tan(incidence * kDegree), layerTop + rise, px, layerTop, kRay);
@@ -176,9 +177,7 @@ void newton(Canvas& c, const Frame& f) {
     printFitted(c, 40, 50, QStringLiteral("AIR  Αέρας"), 17, kCaptionPoints);
     printFitted(c, 44, 12, QStringLiteral("GLASS  Γυαλί"), 14, kCaptionPoints);
     const double next = captions(c, f, history::figureCaptions(history::NoteFigure::Newton), f.top - 3);
-    captions(c, f,
-             {"The thin layer: the glass attracts the corpuscle",
-              "Λεπτό στρώμα: το γυαλί έλκει το σωματίδιο"},
+    captions(c, f, {"The thin layer: the glass attracts the corpuscle", "Λεπτό στρώμα: το γυαλί έλκει το σωματίδιο"},
              std::min(f.top - 12, next));
 }
 
@@ -237,11 +236,11 @@ void drawNoteFigure(Canvas& canvas, history::NoteFigure figure) {
     canvas.setDrawWidth(1);
     canvas.setDrawStyle(DrawStyle::Solid);
     switch (figure) {
-        case history::NoteFigure::Fermat: fermat(canvas, frame); break;
-        case history::NoteFigure::Hero: hero(canvas, frame); break;
-        case history::NoteFigure::Newton: newton(canvas, frame); break;
-        case history::NoteFigure::Ptolemy: ptolemy(canvas, frame); break;
-        case history::NoteFigure::None: break;
+    case history::NoteFigure::Fermat: fermat(canvas, frame); break;
+    case history::NoteFigure::Hero: hero(canvas, frame); break;
+    case history::NoteFigure::Newton: newton(canvas, frame); break;
+    case history::NoteFigure::Ptolemy: ptolemy(canvas, frame); break;
+    case history::NoteFigure::None: break;
     }
     canvas.setFontBold(false);
     canvas.setForeColor(Qt::black);

@@ -73,8 +73,7 @@ TableFileReading parseTableFile(std::string_view text) {
         }
     }
     while (!lines.empty() && trim(lines.back()).empty()) lines.pop_back();
-    if (lines.empty())
-        return fail(errorAt(0, "The file is empty.", "Το αρχείο είναι κενό."));
+    if (lines.empty()) return fail(errorAt(0, "The file is empty.", "Το αρχείο είναι κενό."));
 
     for (std::size_t k = 0; k < lines.size(); ++k) {
         const int lineNo = static_cast<int>(k) + 1;
@@ -95,10 +94,11 @@ TableFileReading parseTableFile(std::string_view text) {
             continue;  // the header row
         }
         if (cells.size() != 2)
-            return fail(errorAt(lineNo, "This row must have two cells, incidence and refraction, but has " +
-                                            std::to_string(cells.size()) + ".",
-                                "Η γραμμή πρέπει να έχει δύο κελιά, πρόσπτωση και διάθλαση, αλλά έχει " +
-                                    std::to_string(cells.size()) + "."));
+            return fail(errorAt(
+                lineNo,
+                "This row must have two cells, incidence and refraction, but has " + std::to_string(cells.size()) + ".",
+                "Η γραμμή πρέπει να έχει δύο κελιά, πρόσπτωση και διάθλαση, αλλά έχει " + std::to_string(cells.size()) +
+                    "."));
         const auto incidence = angleCell(cells[0], semicolons);
         const std::optional<std::string> refraction =
             cells[1].empty() ? std::optional<std::string>("") : angleCell(cells[1], semicolons);

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <numbers>
 
-#include "core/number_format.h"
 #include "core/least_squares.h"
+#include "core/number_format.h"
 #include "core/physics.h"
 
 namespace history {

@@ -83,8 +83,10 @@ Leg oneLayerLeg(Point hit, double v, double u, double n, double pull, double thi
     const double disc = u * u + 2.0 * g * thickness;
     double down = 0.0;
     if (disc >= 0.0) down = 2.0 * thickness / (u + std::sqrt(disc));  // time to the bottom of the layer
-    if (totalReflection && g < 0.0) down = std::min(disc >= 0.0 ? down : u / -g, u / -g);
-    else if (disc < 0.0) down = u / -g;
+    if (totalReflection && g < 0.0)
+        down = std::min(disc >= 0.0 ? down : u / -g, u / -g);
+    else if (disc < 0.0)
+        down = u / -g;
     return {hit, v, -u, 0.0, -g, down};
 }
 
@@ -114,8 +116,7 @@ void parallelLayerLegs(std::vector<Leg>& legs, Track& track, Point hit, double s
 Track corpuscleTrack(const Field& field, double incidenceRadians, double n, CorpuscleModel model, double pull) {
     Track track;
     const Refraction r = refract(incidenceRadians, n);
-    if (!r.valid || !std::isfinite(pull) || pull <= 0.0 || !(field.width > 0.0) || !(field.height > 0.0))
-        return track;
+    if (!r.valid || !std::isfinite(pull) || pull <= 0.0 || !(field.width > 0.0) || !(field.height > 0.0)) return track;
     track.totalReflection = r.totalReflection;
     const double v1 = kCorpuscleSpeed;
     const double si = std::sin(r.incidence), ci = std::cos(r.incidence);

@@ -37,21 +37,20 @@ double newtonLayerThickness(double n, double pull, double speed = kCorpuscleSpee
 enum class CorpuscleModel { Descartes, NewtonOneLayer, NewtonParallelLayers };
 
 struct Track {
-    std::vector<Point> points;    // one per time step, at most kPathCapacity
+    std::vector<Point> points;  // one per time step, at most kPathCapacity
     bool totalReflection = false;
-    double thickness = 0.0;       // of Newton's layer (0 for Descartes)
+    double thickness = 0.0;  // of Newton's layer (0 for Descartes)
     // Parallel layers: the largest gap between where the stepping reached a
     // face of a layer and where the line-crossing helper puts it. Anything
     // above 0.0001 means the construction went wrong.
     double mismatch = 0.0;
-    std::vector<double> faces;    // y of the faces of the layers, top first
+    std::vector<double> faces;  // y of the faces of the layers, top first
 };
 
 // The track of a corpuscle that reaches the point of incidence of the field
 // at the incidence angle (radians) with the ratio n; `pull` is Newton's a.
 // Unusable numbers give an empty track.
-Track corpuscleTrack(const Field& field, double incidenceRadians, double n, CorpuscleModel model,
-                     double pull = 0.2);
+Track corpuscleTrack(const Field& field, double incidenceRadians, double n, CorpuscleModel model, double pull = 0.2);
 
 // Where corpuscle k of a stream stands after `tick` ticks of a timer whose
 // interval is `intervalMs`: index tick·(interval/40) − k·spacing of the

@@ -2,18 +2,18 @@
 
 #include <QMenuBar>
 
+#include "canvas/fonts.h"
+#include "canvas/qt_format.h"
+#include "models/interpretation_state.h"
+#include "models/rixo_screen.h"
+#include "models/rixotext_screen.h"
+#include "models/somata_screen.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "ui/index_prompt.h"
+#include "ui/navigation.h"
 #include "ui/program_exit.h"
 #include "ui/window_placement.h"
-#include "canvas/fonts.h"
-#include "canvas/qt_format.h"
-#include "ui/navigation.h"
-#include "models/rixo_screen.h"
-#include "models/interpretation_state.h"
-#include "models/rixotext_screen.h"
-#include "models/somata_screen.h"
 
 Epiloges::Epiloges() {
     setObjectName(QStringLiteral("epiloges"));
@@ -85,7 +85,9 @@ std::vector<QRect> Epiloges::areasToKeepClear() {
     // the windows: the earlier an area, the more covering it costs.
     std::vector<QRect> areas;
     Forms& forms = Forms::instance();
-    auto onScreen = [](const QWidget* w, const QRect& local) { return QRect(w->mapToGlobal(local.topLeft()), local.size()); };
+    auto onScreen = [](const QWidget* w, const QRect& local) {
+        return QRect(w->mapToGlobal(local.topLeft()), local.size());
+    };
     const bool waves = forms.exists<Rixo>() && form<Rixo>().isVisible();
     const bool panelUp = forms.exists<Rixotext>() && form<Rixotext>().isVisible();
     const bool corpuscles = forms.exists<Somata>() && form<Somata>().isVisible();

@@ -18,7 +18,7 @@ public:
     Epiloges();
 
     static constexpr double kBaseLength = 200.0;  // field units, the rays' vertical reach
-    static constexpr int kStartAngle = 30;         // degrees, lowered by one before the waves start
+    static constexpr int kStartAngle = 30;        // degrees, lowered by one before the waves start
     // The index and the angle in use: the interpretation's shared ones.
     double index() const;
     double incidenceDegrees() const;

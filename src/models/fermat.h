@@ -27,9 +27,9 @@ Speeds speedsFor(SpeedLaw law, double n, double upper = kUpperSpeed);
 double speedAt(const Speeds& speeds, double y, double boundaryY);
 
 struct PathTime {
-    double d1 = 0.0;     // from a to b
-    double d2 = 0.0;     // from b to c
-    double time = 0.0;   // d1 / (speed on a's side) + d2 / (speed on c's side)
+    double d1 = 0.0;    // from a to b
+    double d2 = 0.0;    // from b to c
+    double time = 0.0;  // d1 / (speed on a's side) + d2 / (speed on c's side)
     double distance() const { return d1 + d2; }
 };
 PathTime travelTime(Point a, Point b, Point c, double boundaryY, const Speeds& speeds);
@@ -53,7 +53,7 @@ PathKind classifyPath(Point a, Point b, Point c, double boundaryY, double n, boo
 // first wins.
 struct LeastTimeSearch {
     static constexpr int kCandidates = 500;
-    std::array<double, kCandidates + 1> x{};     // 1-based, as the pupil counts
+    std::array<double, kCandidates + 1> x{};  // 1-based, as the pupil counts
     std::array<double, kCandidates + 1> time{};
     int best = 0;  // 0 when no candidate had a usable time
     double bestX = 0.0;

@@ -1,10 +1,10 @@
 #include "models/interpretation_openers.h"
 
-#include "ui/forms.h"
-#include "ui/window_placement.h"
 #include "models/rixo_screen.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
+#include "ui/forms.h"
+#include "ui/window_placement.h"
 
 namespace {
 

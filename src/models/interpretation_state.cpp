@@ -49,12 +49,16 @@ void InterpretationState::setSameSpeeds(bool same) {
     if (same) bendingIndex_ = index_;
     emit sameSpeedsChanged(same);
     const double n = same ? 1.0 : bendingIndex_;
-    if (n != index_) useIndex(n);
-    else emit figuresDue();
+    if (n != index_)
+        useIndex(n);
+    else
+        emit figuresDue();
 }
 
 void InterpretationState::setBendingIndex(double n) {
     if (!usable(n)) return;
-    if (sameSpeeds_) bendingIndex_ = n;
-    else setIndex(n);
+    if (sameSpeeds_)
+        bendingIndex_ = n;
+    else
+        setIndex(n);
 }

@@ -11,12 +11,12 @@
 class InterpretationState : public QObject {
     Q_OBJECT
 public:
-    static constexpr int kMinIncidence = 0;   // degrees, the panel's bar
+    static constexpr int kMinIncidence = 0;  // degrees, the panel's bar
     static constexpr int kMaxIncidence = 89;
 
     // n2/n1, the index of the lower medium over that of the upper one.
     double index() const { return index_; }
-    int incidence() const { return incidence_; }  // degrees
+    int incidence() const { return incidence_; }         // degrees
     double newtonValue() const { return newtonValue_; }  // Newton's pull
     // c = c1/c2 as the wave screen's menus last set it; the panel's WAVES
     // AND PARTICLES sets it to 0.25.

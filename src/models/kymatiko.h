@@ -49,11 +49,11 @@ inline double arcSine(double x) { return physics::clampedArcSine(x); }
 // Refraction at the boundary for an incidence angle (radians, from the
 // normal) and the ratio n.
 struct Refraction {
-    bool valid = false;          // n and the angle were usable numbers
-    double incidence = 0.0;      // radians
-    double sinR = 0.0;           // sin i / n
+    bool valid = false;      // n and the angle were usable numbers
+    double incidence = 0.0;  // radians
+    double sinR = 0.0;       // sin i / n
     bool totalReflection = false;
-    double refraction = 0.0;     // radians; 0 after a total reflection
+    double refraction = 0.0;  // radians; 0 after a total reflection
 };
 Refraction refract(double incidenceRadians, double n);
 using physics::degrees;

@@ -39,9 +39,12 @@ QString criticalAngle(double n) {
 QString corpuscles(kymatiko::CorpuscleModel model, double incidenceDegrees, double n, const kymatiko::Track& track) {
     QString name;
     switch (model) {
-    case kymatiko::CorpuscleModel::Descartes: name = QStringLiteral("Descartes' model: the speed changes at the boundary"); break;
+    case kymatiko::CorpuscleModel::Descartes:
+        name = QStringLiteral("Descartes' model: the speed changes at the boundary");
+        break;
     case kymatiko::CorpuscleModel::NewtonOneLayer:
-        name = QStringLiteral("Newton's model with one layer of thickness %1 under the boundary").arg(fmt(track.thickness, "0.0"));
+        name = QStringLiteral("Newton's model with one layer of thickness %1 under the boundary")
+                   .arg(fmt(track.thickness, "0.0"));
         break;
     case kymatiko::CorpuscleModel::NewtonParallelLayers:
         name = QStringLiteral("Newton's model with %1 parallel layers, %2 thick in all")
@@ -58,8 +61,9 @@ QString corpuscles(kymatiko::CorpuscleModel model, double incidenceDegrees, doub
 
 QString fermat(const FermatPicture& p) {
     QStringList lines;
-    lines << QStringLiteral("Fermat's principle: light from the magenta body to the green one through the blue body; "
-                            "speeds by %1's law, %2 above the boundary and %3 below (n = %4).")
+    lines << QStringLiteral(
+                 "Fermat's principle: light from the magenta body to the green one through the blue body; "
+                 "speeds by %1's law, %2 above the boundary and %3 below (n = %4).")
                  .arg(p.law == kymatiko::SpeedLaw::Descartes ? QStringLiteral("Descartes") : QStringLiteral("Fermat"),
                       fmt(p.speeds.upper, "0.00"), fmt(p.speeds.lower, "0.00"), fmt(p.n, "0.00"));
     lines << QStringLiteral("Magenta body at %1, %2; blue at %3, %4; green at %5, %6.")
@@ -73,12 +77,15 @@ QString fermat(const FermatPicture& p) {
     QString kind;
     switch (p.kind) {
     case kymatiko::PathKind::Plain: kind = QStringLiteral("The path is drawn black"); break;
-    case kymatiko::PathKind::Reflection: kind = QStringLiteral("The path is drawn red: a reflection, Hero's law"); break;
+    case kymatiko::PathKind::Reflection:
+        kind = QStringLiteral("The path is drawn red: a reflection, Hero's law");
+        break;
     case kymatiko::PathKind::Refraction:
         kind = QStringLiteral("The path is drawn green: a refraction, an example of Fermat's principle");
         break;
     }
-    lines << kind + QStringLiteral("; travel time %1, length %2.").arg(fmt(p.time.time, "0.00"), fmt(p.time.distance(), "0.00"));
+    lines << kind + QStringLiteral("; travel time %1, length %2.")
+                        .arg(fmt(p.time.time, "0.00"), fmt(p.time.distance(), "0.00"));
     return lines.join(QLatin1Char('\n'));
 }
 

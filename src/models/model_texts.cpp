@@ -7,9 +7,7 @@ namespace texts {
 
 QString ratioOnLoad(double n) { return QStringLiteral("n2 του κάτω διά n1 του πάνω: n2/n1 = ") + fmt(n, "0.00"); }
 
-QString ratioOnChange(double n) {
-    return QStringLiteral("n2 του κάτω δια του n1 του πάνω: n2/n1 = ") + fmt(n, "0.00");
-}
+QString ratioOnChange(double n) { return QStringLiteral("n2 του κάτω δια του n1 του πάνω: n2/n1 = ") + fmt(n, "0.00"); }
 
 QString newtonValue(double value) { return QStringLiteral("Σταθερά Newton= ") + fmt(value, "0.00"); }
 

@@ -20,13 +20,13 @@ QString layerThickness(double thickness);
 
 // --- critical angle, in the wording of each place ----------------------------
 enum class CriticalWording {
-    RayRoutine,    // "κρίσιμη γωνία= "
-    NewtonLayer,   // "κρίσιμη γωνία = "
-    Panel,         // "Κρίσιμη γωνία= "
-    PanelTimer,    // "Κρίσιμη γωνία ="
-    Corpuscles,    // "CRITICAL ANGLE Κρίσιμη γωνία ="
-    CorpuscleTick, // "CRITICAL  ANGLE Κρίσιμη γωνία ="
-    RayPicture,    // "criticalγωνία ="
+    RayRoutine,     // "κρίσιμη γωνία= "
+    NewtonLayer,    // "κρίσιμη γωνία = "
+    Panel,          // "Κρίσιμη γωνία= "
+    PanelTimer,     // "Κρίσιμη γωνία ="
+    Corpuscles,     // "CRITICAL ANGLE Κρίσιμη γωνία ="
+    CorpuscleTick,  // "CRITICAL  ANGLE Κρίσιμη γωνία ="
+    RayPicture,     // "criticalγωνία ="
 };
 QString criticalAngle(CriticalWording wording, double degrees);
 

@@ -1,8 +1,8 @@
 #include "models/model_widgets.h"
 
 #include <QEvent>
-#include <QPainter>
 #include <QPaintEvent>
+#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -42,15 +42,16 @@ void FormTimer::setInterval(int ms) { timer_.setInterval(std::max(1, ms)); }
 // A minimised window still counts as visible to Qt, but nobody sees it:
 // an animation for it would only burn the processor.
 bool FormTimer::screensVisible() const {
-    return std::all_of(screens_.begin(), screens_.end(), [](const QPointer<QWidget>& s) {
-        return s && s->isVisible() && !s->window()->isMinimized();
-    });
+    return std::all_of(screens_.begin(), screens_.end(),
+                       [](const QPointer<QWidget>& s) { return s && s->isVisible() && !s->window()->isMinimized(); });
 }
 
 void FormTimer::sync() {
     const bool run = enabled_ && screensVisible();
-    if (run && !timer_.isActive()) timer_.start();
-    else if (!run && timer_.isActive()) timer_.stop();
+    if (run && !timer_.isActive())
+        timer_.start();
+    else if (!run && timer_.isActive())
+        timer_.stop();
 }
 
 bool FormTimer::eventFilter(QObject* watched, QEvent* event) {
@@ -148,8 +149,10 @@ void appendOutside(const QLineF& line, const QRectF& box, std::vector<QLineF>& o
     auto limit = [&](double towards, double room) {  // towards·t ≤ room
         if (towards == 0.0) return room >= 0.0;
         const double t = room / towards;
-        if (towards > 0.0) leave = std::min(leave, t);
-        else enter = std::max(enter, t);
+        if (towards > 0.0)
+            leave = std::min(leave, t);
+        else
+            enter = std::max(enter, t);
         return true;
     };
     const bool crosses = limit(-d.x(), line.p1().x() - box.left()) && limit(d.x(), box.right() - line.p1().x()) &&

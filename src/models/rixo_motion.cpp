@@ -13,7 +13,7 @@ namespace {
 
 constexpr double kWaveStepPerTick = 1.0;  // field units the incident wave moves per tick
 constexpr double kWavelength = 40.0;
-constexpr int kPulseLength = 12;          // points of the path the travelling stretch covers
+constexpr int kPulseLength = 12;  // points of the path the travelling stretch covers
 
 // The shade of a front for an amplitude share: strong waves solid, weak ones faint.
 QColor shaded(QColor c, double amplitude) {
@@ -69,7 +69,8 @@ void Rixo::updatePulse() {
     std::vector<MovingLayer::Stroke> strokes{stretch(paths_.incident, pulse_, kIncident)};
     if (pulse_ >= incident) {
         const int beyond = pulse_ - incident + 1;
-        if (reflectedWaveWanted() && std::fabs(kymatiko::fresnel(refraction(), index()).rs) >= kymatiko::kVisibleReflection)
+        if (reflectedWaveWanted() &&
+            std::fabs(kymatiko::fresnel(refraction(), index()).rs) >= kymatiko::kVisibleReflection)
             strokes.push_back(stretch(paths_.reflected, beyond, kReflected));
         strokes.push_back(stretch(paths_.refracted, beyond, kRefracted));
     }

@@ -4,13 +4,13 @@
 #include <cmath>
 
 #include "canvas/qt_format.h"
-#include "ui/forms.h"
 #include "models/energy_shares.h"
 #include "models/model_texts.h"
 #include "models/note_lines.h"
 #include "models/rixo_look.h"
 #include "models/rixo_screen.h"
 #include "models/rixotext_screen.h"
+#include "ui/forms.h"
 
 using namespace rixo_look;
 
@@ -120,7 +120,8 @@ void Rixo::summarise(const kymatiko::Refraction& r) {
     QStringList lines{QStringLiteral("Waves at the boundary: index n = %1, incidence %2°, %3.")
                           .arg(fmt(index(), "0.00"), fmt(incidenceDegrees(), "0"),
                                r.totalReflection ? QStringLiteral("total reflection")
-                                                 : QStringLiteral("refraction ") + fmt(kymatiko::degrees(r.refraction), "0.00") + "°")};
+                                                 : QStringLiteral("refraction ") +
+                                                       fmt(kymatiko::degrees(r.refraction), "0.00") + "°")};
     lines << texts::energyLines(r, index());
     canvas->setSummary(lines.join(QLatin1Char('\n')));
 }
@@ -174,7 +175,8 @@ void Rixo::drawStraightRay() {
     // incident ray, from edge to edge: what light would do if nothing
     // changed at the boundary.
     const kymatiko::Field f = field();
-    const double si = std::sin(kymatiko::radians(incidenceDegrees())), ci = std::cos(kymatiko::radians(incidenceDegrees()));
+    const double si = std::sin(kymatiko::radians(incidenceDegrees())),
+                 ci = std::cos(kymatiko::radians(incidenceDegrees()));
     const kymatiko::Point from = kymatiko::edgeOfField(f, f.hit(), -si, ci);
     const kymatiko::Point to = kymatiko::edgeOfField(f, f.hit(), si, -ci);
     canvas->setDrawWidth(2);
@@ -182,7 +184,8 @@ void Rixo::drawStraightRay() {
     canvas->setDrawWidth(1);
     const kymatiko::Refraction straight = kymatiko::refract(kymatiko::radians(incidenceDegrees()), 1.0);
     moving->setKeepClear(printNotes({texts::rayPictureAngles(incidenceDegrees(), straight)}));
-    canvas->setSummary(QStringLiteral("The ray straight on through the boundary, incidence %1°.").arg(fmt(incidenceDegrees(), "0")));
+    canvas->setSummary(
+        QStringLiteral("The ray straight on through the boundary, incidence %1°.").arg(fmt(incidenceDegrees(), "0")));
     moving->clearAll();
 }
 

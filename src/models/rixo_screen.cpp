@@ -4,15 +4,15 @@
 #include <QMenu>
 #include <QMenuBar>
 
-#include "ui/forms.h"
-#include "ui/index_prompt.h"
-#include "ui/navigation.h"
-#include "ui/program_exit.h"
 #include "canvas/fonts.h"
 #include "models/epiloges_screen.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
+#include "ui/forms.h"
+#include "ui/index_prompt.h"
+#include "ui/navigation.h"
+#include "ui/program_exit.h"
 
 Rixo::Rixo() : state_(sharedState<InterpretationState>()) {
     setObjectName(QStringLiteral("rixo"));
@@ -20,7 +20,8 @@ Rixo::Rixo() : state_(sharedState<InterpretationState>()) {
     setFont(programFont(QStringLiteral("Arial Greek"), 9.0));
     createDrawing();
     createMenus();
-    Timer1 = new FormTimer(this, [this] { Timer1_Timer(); }, 10);
+    Timer1 = new FormTimer(
+        this, [this] { Timer1_Timer(); }, 10);
     Timer1->setObjectName(QStringLiteral("Timer1"));
     connectMenus();
     canvas->installEventFilter(this);

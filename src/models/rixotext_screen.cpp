@@ -1,22 +1,22 @@
 #include "models/rixotext_screen.h"
 
 #include <QCloseEvent>
-#include <QSignalBlocker>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <cmath>
 
-#include "ui/forms.h"
-#include "ui/scroll_bars.h"
-#include "canvas/qt_format.h"
 #include "canvas/fonts.h"
+#include "canvas/qt_format.h"
 #include "models/corpuscles.h"
 #include "models/model_texts.h"
 #include "models/rixo_screen.h"
 #include "models/somata_screen.h"
+#include "ui/forms.h"
+#include "ui/scroll_bars.h"
 
 namespace {
 
@@ -50,7 +50,8 @@ Rixotext::Rixotext() : state_(sharedState<InterpretationState>()) {
     createControls();
     createLabels();
     layOut();
-    Timer1 = new FormTimer(this, [this] { Timer1_Timer(); }, 10);
+    Timer1 = new FormTimer(
+        this, [this] { Timer1_Timer(); }, 10);
     Timer1->setObjectName(QStringLiteral("Timer1"));
     connectControls();
     resize(1000, 260);
@@ -65,8 +66,8 @@ void Rixotext::createControls() {
 
     const int pull = static_cast<int>(std::lround(state_.newtonValue() / kymatiko::kNewtonValueScale));
     newtongtimi = makeBar(5, 100, pull, 5, "newtongtimi", QStringLiteral("Newton's value  Σταθερά του Newton"));
-    n1overn2 = makeBar(50, 250, 150, 10, "n1overn2",
-                       QStringLiteral("Ratio of the indices n2/n1  Λόγος των δεικτών n2/n1"));
+    n1overn2 =
+        makeBar(50, 250, 150, 10, "n1overn2", QStringLiteral("Ratio of the indices n2/n1  Λόγος των δεικτών n2/n1"));
     prosptosi = makeBar(InterpretationState::kMinIncidence, InterpretationState::kMaxIncidence, state_.incidence(), 5,
                         "prosptosi", QStringLiteral("Angle of incidence  Γωνία πρόσπτωσης"));
     followIndex(state_.index());
@@ -162,11 +163,10 @@ void Rixotext::connectControls() {
     });
     connect(&state_, &InterpretationState::indexChanged, this, &Rixotext::followIndex);
     connect(&state_, &InterpretationState::incidenceChanged, this, &Rixotext::followIncidence);
-    connect(&state_, &InterpretationState::newtonValueChanged, this,
-            [this](double pull) {
-                setLabel(newtonText, texts::newtonValue(pull));
-                refreshValueDescription(*newtongtimi);
-            });
+    connect(&state_, &InterpretationState::newtonValueChanged, this, [this](double pull) {
+        setLabel(newtonText, texts::newtonValue(pull));
+        refreshValueDescription(*newtongtimi);
+    });
     connect(&state_, &InterpretationState::figuresDue, this, [this] {
         const FigureWording wording = pendingWording_.value_or(wording_);
         pendingWording_.reset();
@@ -190,8 +190,10 @@ void Rixotext::showNote(Note note, const QString& text) {
         return;
     }
     QLabel* label = note == Note::LayerThickness ? Label7 : Label6;
-    if (text.isEmpty()) label->hide();  // the last text stays for when it is shown again
-    else setLabel(label, text);
+    if (text.isEmpty())
+        label->hide();  // the last text stays for when it is shown again
+    else
+        setLabel(label, text);
 }
 
 void Rixotext::showNewtonControls(bool visible) {
@@ -249,11 +251,12 @@ void Rixotext::showFigures(const FigureWording& wording) {
     const std::optional<double> c = kymatiko::criticalAngleDegrees(n);
     if (c && (wording.critical == texts::CriticalWording::Panel || kymatiko::intoLessDense(n)))
         setLabel(Label6, texts::criticalAngle(wording.critical, *c));
-    else Label6->hide();
+    else
+        Label6->hide();
     setLabel(Label5, texts::reflectedShare(wording.shares, s.reflected));
     setLabel(Label4, texts::refractedShare(wording.shares, s.refracted));
-    setLabel(Label1, wording.oneBlankBeforeRefraction ? texts::anglesWaves(incidence, r)
-                                                      : texts::anglesPanel(incidence, r));
+    setLabel(Label1,
+             wording.oneBlankBeforeRefraction ? texts::anglesWaves(incidence, r) : texts::anglesPanel(incidence, r));
     const QStringList energy = texts::energyLines(r, n);
     setLabel(energyS, energy.value(0));
     setLabel(energyP, energy.value(1));

@@ -7,10 +7,10 @@
 
 #include <optional>
 
-#include "ui/caption_button.h"
 #include "models/interpretation_state.h"
 #include "models/model_texts.h"
 #include "models/model_widgets.h"
+#include "ui/caption_button.h"
 
 // How the panel's figures are worded: each command that writes them keeps
 // its own wording, and a later change of the index or the angle rewrites
@@ -77,27 +77,27 @@ private:
     void followIndex(double n);
     void followIncidence(int degrees);
 
-    CaptionButton* Command1;   // WAVES AND PARTICLES
-    FormTimer* Timer1;         // the pulse of light along the rays of the wave screen
-    QScrollBar* newtongtimi;   // Newton's value, 5 … 100 (a hundred times the pull)
-    QScrollBar* n1overn2;      // n2/n1 × 100
-    QScrollBar* prosptosi;     // angle of incidence, degrees
-    QLineEdit* Text1;          // free text
-    QCheckBox* reflected;      // REFLECTED WAVE
-    QLabel* Label7;            // layer thickness
-    QLabel* Label6;            // critical angle
-    QLabel* Label5;            // reflected share
-    QLabel* Label4;            // refracted share
-    QLabel* Label1;            // the angles
-    QLabel* Label2;            // the ratio
-    QLabel* Label3;            // "REFLECTED WAVE ANAKΛΩMENO KYMA"
+    CaptionButton* Command1;  // WAVES AND PARTICLES
+    FormTimer* Timer1;        // the pulse of light along the rays of the wave screen
+    QScrollBar* newtongtimi;  // Newton's value, 5 … 100 (a hundred times the pull)
+    QScrollBar* n1overn2;     // n2/n1 × 100
+    QScrollBar* prosptosi;    // angle of incidence, degrees
+    QLineEdit* Text1;         // free text
+    QCheckBox* reflected;     // REFLECTED WAVE
+    QLabel* Label7;           // layer thickness
+    QLabel* Label6;           // critical angle
+    QLabel* Label5;           // reflected share
+    QLabel* Label4;           // refracted share
+    QLabel* Label1;           // the angles
+    QLabel* Label2;           // the ratio
+    QLabel* Label3;           // "REFLECTED WAVE ANAKΛΩMENO KYMA"
     // Beside the amplitude figures of Label5 and Label4, which do not add up
     // to 100: how the energy divides, for s and p light, and Brewster's angle.
     QLabel* energyS;
     QLabel* energyP;
     QLabel* brewster;
-    QLabel* newtonText;        // Newton's value
-    QLabel* newtonCaption;     // caption of Newton's scroll bar
+    QLabel* newtonText;     // Newton's value
+    QLabel* newtonCaption;  // caption of Newton's scroll bar
 
     InterpretationState& state_;
     FigureWording wording_;

@@ -2,12 +2,12 @@
 // the streams of corpuscles and their timers.
 #include <cmath>
 
-#include "ui/dialogs.h"
-#include "ui/forms.h"
 #include "models/model_summaries.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
 
 namespace {
 const QColor kTrackColour(0, 0, 255);
@@ -43,8 +43,10 @@ void Somata::drawTrackPicture() {
         const double dx = streamOffset(stream);
         const auto& p = track_.points;
         for (std::size_t k = 1; k < p.size(); ++k) {
-            if (points) canvas->pset(p[k].x + dx, p[k].y, kTrackColour);
-            else canvas->line(p[k - 1].x + dx, p[k - 1].y, p[k].x + dx, p[k].y, kTrackColour);
+            if (points)
+                canvas->pset(p[k].x + dx, p[k].y, kTrackColour);
+            else
+                canvas->line(p[k - 1].x + dx, p[k - 1].y, p[k].x + dx, p[k].y, kTrackColour);
         }
     }
     const double n = state_.index();
@@ -55,7 +57,8 @@ void Somata::drawTrackPicture() {
     } else {
         panel.showNote(Rixotext::Note::LayerThickness, texts::layerThickness(track_.thickness));
         if (const auto c = kymatiko::criticalAngleDegrees(n); c && kymatiko::intoLessDense(n))
-            panel.showNote(Rixotext::Note::CriticalAngle, texts::criticalAngle(texts::CriticalWording::NewtonLayer, *c));
+            panel.showNote(Rixotext::Note::CriticalAngle,
+                           texts::criticalAngle(texts::CriticalWording::NewtonLayer, *c));
     }
     // The construction checks itself once per picture; say so only once.
     if (track_.mismatch > 1e-4 && !warnedMismatch_) {
@@ -79,8 +82,10 @@ void Somata::DrawNewtonParallelLayers() {
 }
 
 void Somata::drawNewtonConstruction() {
-    if (NEWTON2STROMATA->isChecked()) DrawNewtonParallelLayers();
-    else DrawNewtonOneLayer();
+    if (NEWTON2STROMATA->isChecked())
+        DrawNewtonParallelLayers();
+    else
+        DrawNewtonOneLayer();
 }
 
 void Somata::showCriticalAngle(bool tickWording) {
@@ -89,7 +94,8 @@ void Somata::showCriticalAngle(bool tickWording) {
     form<Rixotext>().showNote(
         Rixotext::Note::CriticalAngle,
         c && kymatiko::intoLessDense(n)
-            ? texts::criticalAngle(tickWording ? texts::CriticalWording::CorpuscleTick : texts::CriticalWording::Corpuscles, *c)
+            ? texts::criticalAngle(
+                  tickWording ? texts::CriticalWording::CorpuscleTick : texts::CriticalWording::Corpuscles, *c)
             : QString());
 }
 

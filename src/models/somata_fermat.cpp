@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/forms.h"
 #include "models/model_summaries.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
+#include "ui/forms.h"
 
 namespace {
 const QColor kPlainPath(0, 0, 0);
@@ -25,7 +25,8 @@ void Somata::setBodyCentre(Body body, kymatiko::Point p) {
     const kymatiko::Field f = field();
     if (!std::isfinite(p.x) || !std::isfinite(p.y)) return;
     // Bodies stay within the field, so they can always be seen and clicked.
-    bodies_[static_cast<std::size_t>(body)] = {std::clamp(p.x / f.width, 0.0, 1.0), std::clamp(p.y / f.height, 0.0, 1.0)};
+    bodies_[static_cast<std::size_t>(body)] = {std::clamp(p.x / f.width, 0.0, 1.0),
+                                               std::clamp(p.y / f.height, 0.0, 1.0)};
     placeBodies();
 }
 
@@ -83,7 +84,8 @@ void Somata::showFermat() {
     }
     const kymatiko::Point a = bodyCentre(Magenta), b = bodyCentre(Blue), c = bodyCentre(Green);
     const kymatiko::PathTime t = kymatiko::travelTime(a, b, c, f.boundary(), speeds());
-    const kymatiko::PathKind kind = kymatiko::classifyPath(a, b, c, f.boundary(), state_.index(), fermalaw->isChecked());
+    const kymatiko::PathKind kind =
+        kymatiko::classifyPath(a, b, c, f.boundary(), state_.index(), fermalaw->isChecked());
     const QColor colour = kind == kymatiko::PathKind::Reflection   ? kHeroPath
                           : kind == kymatiko::PathKind::Refraction ? kFermatPath
                                                                    : kPlainPath;
@@ -128,10 +130,14 @@ void Somata::Form_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers shift,
     if (mode_ != Mode::Fermat || button != Qt::LeftButton) return;
     const bool withShift = shift.testFlag(Qt::ShiftModifier);
     const bool withControl = shift.testFlag(Qt::ControlModifier);
-    if (withShift && withControl) setBodyCentre(Blue, {x, y});
-    else if (withShift) setBodyCentre(Magenta, {x, y});
-    else if (withControl) setBodyCentre(Green, {x, y});
-    else return;
+    if (withShift && withControl)
+        setBodyCentre(Blue, {x, y});
+    else if (withShift)
+        setBodyCentre(Magenta, {x, y});
+    else if (withControl)
+        setBodyCentre(Green, {x, y});
+    else
+        return;
     showTravelTime();
 }
 

@@ -6,10 +6,10 @@
 #include <QMouseEvent>
 #include <QVBoxLayout>
 
-#include "ui/forms.h"
-#include "ui/scroll_bars.h"
 #include "canvas/fonts.h"
 #include "models/rixotext_screen.h"
+#include "ui/forms.h"
+#include "ui/scroll_bars.h"
 
 namespace {
 const QColor kSecondMedium(200, 150, 90);
@@ -22,8 +22,10 @@ Somata::Somata() : state_(sharedState<InterpretationState>()) {
     createDrawing();
     createBodies();
     createMenus();
-    Timer1 = new FormTimer(this, [this] { Timer1_Timer(); }, 10);
-    Timer2 = new FormTimer(this, [this] { Timer2_Timer(); }, 50);
+    Timer1 = new FormTimer(
+        this, [this] { Timer1_Timer(); }, 10);
+    Timer2 = new FormTimer(
+        this, [this] { Timer2_Timer(); }, 50);
     Timer1->setObjectName(QStringLiteral("Timer1"));
     Timer2->setObjectName(QStringLiteral("Timer2"));
     connectMenus();
@@ -43,19 +45,19 @@ void Somata::createDrawing() {
     canvas->setAccessibleName(QStringLiteral("Corpuscles and Fermat's principle  Σωμάτια και αρχή του Fermat"));
     canvas->setFontName(QStringLiteral("Arial Greek"));
     canvas->setMinimumSize(1, 1);
-    fermatscr = createScrollBar(
-        {.orientation = Qt::Horizontal,
-         .minimum = 0,
-         .maximum = 1000,
-         .value = 500,
-         .smallChange = 1,
-         .largeChange = 20,
-         .objectName = "fermatscr",
-         .accessibleName = QStringLiteral("Blue body along the boundary  Το μπλε σώμα πάνω στη διαχωριστική επιφάνεια")});
+    fermatscr = createScrollBar({.orientation = Qt::Horizontal,
+                                 .minimum = 0,
+                                 .maximum = 1000,
+                                 .value = 500,
+                                 .smallChange = 1,
+                                 .largeChange = 20,
+                                 .objectName = "fermatscr",
+                                 .accessibleName = QStringLiteral(
+                                     "Blue body along the boundary  Το μπλε σώμα πάνω στη διαχωριστική επιφάνεια")});
     describeValue(*fermatscr, [this](int value) {
         return QStringLiteral("blue body at x = ") +
-               QString::number(qRound(field().width * value / fermatscr->maximum())) +
-               QStringLiteral(" of ") + QString::number(qRound(field().width));
+               QString::number(qRound(field().width * value / fermatscr->maximum())) + QStringLiteral(" of ") +
+               QString::number(qRound(field().width));
     });
     Label1 = new QLabel;
     Label1->setObjectName(QStringLiteral("Label1"));
@@ -137,7 +139,6 @@ void Somata::connectMenus() {
 }
 
 kymatiko::Field Somata::field() const { return kymatiko::fieldFor(canvas->width(), canvas->height()); }
-
 
 void Somata::applyField() {
     const kymatiko::Field f = field();

@@ -136,8 +136,8 @@ private:
     ShapeWidget* fermat3;   // green: end
     std::array<ShapeWidget*, kCorpuscles> soma{};
 
-    QAction* xekina;           // Descarte's
-    QAction* fermat;           // FERMAT'S PRINCIPLE
+    QAction* xekina;  // Descarte's
+    QAction* fermat;  // FERMAT'S PRINCIPLE
     QMenu* lawMenu;
     QAction* descartes;        // Νόμος διάθλασης Descartes
     QAction* fermalaw;         // Νόμος διάθλασης Fermat

@@ -17,15 +17,18 @@ struct Constraint {
 std::optional<Segment> clipLine(Point p0, Point q, double lo, double hi, std::initializer_list<Constraint> extra,
                                 const Field& field) {
     auto apply = [&](double alpha, double beta) {
-        if (alpha > 0.0) hi = std::min(hi, beta / alpha);
-        else if (alpha < 0.0) lo = std::max(lo, beta / alpha);
-        else if (beta < 0.0) hi = lo - 1.0;  // never holds
+        if (alpha > 0.0)
+            hi = std::min(hi, beta / alpha);
+        else if (alpha < 0.0)
+            lo = std::max(lo, beta / alpha);
+        else if (beta < 0.0)
+            hi = lo - 1.0;  // never holds
     };
     for (const Constraint& c : extra) apply(c.alpha, c.beta);
-    apply(-q.x, p0.x);                 // x ≥ 0
-    apply(q.x, field.width - p0.x);    // x ≤ width
-    apply(-q.y, p0.y);                 // y ≥ 0
-    apply(q.y, field.height - p0.y);   // y ≤ height
+    apply(-q.x, p0.x);                // x ≥ 0
+    apply(q.x, field.width - p0.x);   // x ≤ width
+    apply(-q.y, p0.y);                // y ≥ 0
+    apply(q.y, field.height - p0.y);  // y ≤ height
     if (!(hi > lo)) return std::nullopt;
     return Segment{{p0.x + lo * q.x, p0.y + lo * q.y}, {p0.x + hi * q.x, p0.y + hi * q.y}};
 }

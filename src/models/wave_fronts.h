@@ -21,10 +21,10 @@ struct WaveFronts {
 };
 
 struct WaveSettings {
-    double phase = 0.0;           // how far the incident wave has moved, field units
-    double wavelength = 40.0;     // in the upper medium
-    double beamHalfWidth = 120.0; // of the incident (and reflected) beam
-    bool reflected = true;        // draw the reflected wave
+    double phase = 0.0;            // how far the incident wave has moved, field units
+    double wavelength = 40.0;      // in the upper medium
+    double beamHalfWidth = 120.0;  // of the incident (and reflected) beam
+    bool reflected = true;         // draw the reflected wave
 };
 
 // The fronts within the field, clipped to the beams and to their own side

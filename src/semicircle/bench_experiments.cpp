@@ -1,9 +1,10 @@
 #include "semicircle/bench_experiments.h"
-#include "core/physics.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+
+#include "core/physics.h"
 
 namespace {
 
@@ -47,10 +48,10 @@ double tiltDegreesOf(const BenchControls& c) { return c.angle / 10.0; }
 double rayHeightOf(const BenchControls& c) { return c.hvalue / 10.0; }
 double indexOf(const BenchControls& c) { return c.indexn / 10.0; }
 
-BenchControls controlsShowing(double radius, double xc, double yc, double tiltDegrees, double rayHeight,
-                              double index) {
-    return {roundedControl(radius),          roundedControl(xc * 5.0),        roundedControl(yc * 5.0),
-            roundedControl(tiltDegrees * 10.0), roundedControl(rayHeight * 10.0), roundedControl(index * 10.0)};
+BenchControls controlsShowing(double radius, double xc, double yc, double tiltDegrees, double rayHeight, double index) {
+    return {roundedControl(radius),           roundedControl(xc * 5.0),
+            roundedControl(yc * 5.0),         roundedControl(tiltDegrees * 10.0),
+            roundedControl(rayHeight * 10.0), roundedControl(index * 10.0)};
 }
 
 RandomSetup drawRandomSetup(BenchRandom& random, const BenchControls& current) {

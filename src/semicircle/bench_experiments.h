@@ -24,12 +24,12 @@ RaysSeries runIncidenceSeries(const Block& block, double rayHeight);
 
 // The bench controls, in their own integer units.
 struct BenchControls {
-    int radius = 100;     // HScroll1: bench units
-    int xcoor = 0;        // fifths of a unit
+    int radius = 100;  // HScroll1: bench units
+    int xcoor = 0;     // fifths of a unit
     int ycoor = 0;
-    int angle = 0;        // tilt, tenths of a degree
-    int hvalue = 0;       // ray height, tenths of a unit
-    int indexn = 15;      // index, tenths
+    int angle = 0;    // tilt, tenths of a degree
+    int hvalue = 0;   // ray height, tenths of a unit
+    int indexn = 15;  // index, tenths
 };
 // The shared values the controls stand for.
 double radiusOf(const BenchControls& c);
@@ -40,8 +40,7 @@ double rayHeightOf(const BenchControls& c);
 double indexOf(const BenchControls& c);
 // The controls that show the given values, each rounded to a whole step
 // (halves away from zero).
-BenchControls controlsShowing(double radius, double xc, double yc, double tiltDegrees, double rayHeight,
-                              double index);
+BenchControls controlsShowing(double radius, double xc, double yc, double tiltDegrees, double rayHeight, double index);
 
 // "ALL RANDOM": ray height, centre x, centre y from three draws of 2u − 1
 // and the tilt from 11u − 5 degrees, turned into radians at once. The

@@ -24,9 +24,9 @@ struct Block {
     double xc = 0.0;
     double yc = 0.0;
     double radius = 100.0;
-    double tilt = 0.0;        // radians
-    int direction = 0;        // 0 none chosen, 1 left, 2 right
-    double index = 1.5;       // refractive index of the block
+    double tilt = 0.0;   // radians
+    int direction = 0;   // 0 none chosen, 1 left, 2 right
+    double index = 1.5;  // refractive index of the block
 };
 
 // The two end points of the flat face: centre ± radius·(−sin tilt, cos tilt).

@@ -12,11 +12,11 @@ public:
     BenchRandom();
     explicit BenchRandom(Timer timer);
 
-    double uniform();           // reseed, then u in [0, 1)
-    double rayHeightValue();    // 2u − 1
-    double centreXValue();      // 2u − 1
-    double centreYValue();      // 2u − 1
-    double tiltValue();         // 11u − 5 (degrees)
+    double uniform();         // reseed, then u in [0, 1)
+    double rayHeightValue();  // 2u − 1
+    double centreXValue();    // 2u − 1
+    double centreYValue();    // 2u − 1
+    double tiltValue();       // 11u − 5 (degrees)
 
 private:
     void reseed();

@@ -1,8 +1,9 @@
 #include "semicircle/bench_series.h"
-#include "core/physics.h"
 
 #include <cmath>
 #include <numbers>
+
+#include "core/physics.h"
 
 namespace {
 

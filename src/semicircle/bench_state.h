@@ -18,10 +18,10 @@ public:
     double indexN() const { return indexN_; }                      // refractive index of the block
     double xc() const { return xc_; }                              // centre of the flat face
     double yc() const { return yc_; }
-    double rayHeight() const { return rayHeight_; }                // the ray's y at x = 0
+    double rayHeight() const { return rayHeight_; }                   // the ray's y at x = 0
     int semicircleDirection() const { return semicircleDirection_; }  // 0 none yet, 1 left, 2 right
-    double measuredIndex() const { return measuredIndex_; }        // of the last ray that measured one
-    double exitRayAngle() const { return exitRayAngle_; }          // radians from the horizontal
+    double measuredIndex() const { return measuredIndex_; }           // of the last ray that measured one
+    double exitRayAngle() const { return exitRayAngle_; }             // radians from the horizontal
 
     void setSemicircleRadius(double value) { assign(semicircleRadius_, value); }
     void setIncidenceAngle(double value) { assign(incidenceAngle_, value); }

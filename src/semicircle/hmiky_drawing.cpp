@@ -5,11 +5,11 @@
 #include <cmath>
 #include <numbers>
 
-#include "ui/forms.h"
 #include "canvas/qt_format.h"
+#include "core/physics.h"
 #include "semicircle/hmiky_look.h"
 #include "semicircle/hmiky_screen.h"
-#include "core/physics.h"
+#include "ui/forms.h"
 
 // The bench's shared values and its drawing: every picture is kept, so a
 // resized bench draws it again.
@@ -36,7 +36,7 @@ void Hmiky::followState() {
     const BenchControls c = s.controls();
     // A bar that moves runs its handler, which writes the bar's whole step
     // back: the bars never hold a value the pupil could not set.
-    const std::pair<QScrollBar*, int> shown[] = {{HScroll1, c.radius}, {xcoor, c.xcoor}, {ycoor, c.ycoor},
+    const std::pair<QScrollBar*, int> shown[] = {{HScroll1, c.radius}, {xcoor, c.xcoor},   {ycoor, c.ycoor},
                                                  {angle, c.angle},     {hvalue, c.hvalue}, {Indexn, c.indexn}};
     for (const auto& [bar, value] : shown) bar->setValue(value);
     if (s.semicircleDirection() == 1) moredens->setChecked(true);
@@ -140,7 +140,8 @@ namespace {
 // A drawn piece of a ray by its slope, as a protractor laid along the
 // bench's x axis would read it.
 QString slopeOf(const Segment& s) {
-    const double degrees = std::atan2(std::fabs(s.to.y - s.from.y), std::fabs(s.to.x - s.from.x)) * 180.0 / physics::kPi;
+    const double degrees =
+        std::atan2(std::fabs(s.to.y - s.from.y), std::fabs(s.to.x - s.from.x)) * 180.0 / physics::kPi;
     return fmt(degrees, "0.00") + QStringLiteral("°");
 }
 
@@ -154,12 +155,16 @@ void Hmiky::describeTrace(const Block& block, const RayTrace& trace) {
     QStringList lines = canvas->summary().isEmpty() ? QStringList() : canvas->summary().split(QLatin1Char('\n'));
     if (lines.isEmpty())
         lines << QStringLiteral("Semicircle of radius %1, centre xc = %2, yc = %3, index n = %4.")
-                     .arg(fmt(block.radius, "0"), fmt(block.xc, "0.00"), fmt(block.yc, "0.00"), fmt(block.index, "0.00"));
-    const auto rays = std::count_if(lines.begin(), lines.end(), [](const QString& l) { return l.startsWith(QLatin1String("Ray ")); });
+                     .arg(fmt(block.radius, "0"), fmt(block.xc, "0.00"), fmt(block.yc, "0.00"),
+                          fmt(block.index, "0.00"));
+    const auto rays =
+        std::count_if(lines.begin(), lines.end(), [](const QString& l) { return l.startsWith(QLatin1String("Ray ")); });
     if (rays >= kDescribedRays) {
         const QString more = QStringLiteral("More rays: ");
-        if (!lines.last().startsWith(more)) lines << more + QStringLiteral("1");
-        else lines.last() = more + QString::number(lines.last().mid(more.size()).toInt() + 1);
+        if (!lines.last().startsWith(more))
+            lines << more + QStringLiteral("1");
+        else
+            lines.last() = more + QString::number(lines.last().mid(more.size()).toInt() + 1);
         canvas->setSummary(lines.join(QLatin1Char('\n')));
         return;
     }
@@ -219,8 +224,10 @@ void Hmiky::redraw(const QStringList& notes) {
     }
     paint([this, block, trace, notes] {
         drawBench(block);
-        if (trace) drawTrace(block, *trace);
-        else drawDirectionHint();
+        if (trace)
+            drawTrace(block, *trace);
+        else
+            drawDirectionHint();
         printNotes(notes);
     });
 }

@@ -4,15 +4,15 @@
 #include <cmath>
 #include <filesystem>
 
-#include "ui/dialogs.h"
-#include "ui/forms.h"
-#include "core/message_text.h"
-#include "semicircle/bench_state.h"
 #include "canvas/qt_format.h"
+#include "core/message_text.h"
 #include "semicircle/bench_routes.h"
+#include "semicircle/bench_state.h"
 #include "semicircle/hmiky_look.h"
 #include "semicircle/hmiky_screen.h"
 #include "semicircle/measurement_file.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
 
 // The experiments of the bench's menus: a direction for the block, parallel
 // beams, the critical angle, random set-ups, the comparison with Snell's
@@ -47,7 +47,8 @@ std::optional<Segment> expectedRay(const RayTrace& trace, std::optional<double> 
     const double dy = last->segment.to.y - last->segment.from.y;
     const double r = degreesToRadians(*expected);
     const Point from{0.0, rayHeight};
-    const Point to{(dx < 0 ? -1.0 : 1.0) * std::cos(r) * 190.0, rayHeight + (dy < 0 ? -1.0 : 1.0) * std::sin(r) * 190.0};
+    const Point to{(dx < 0 ? -1.0 : 1.0) * std::cos(r) * 190.0,
+                   rayHeight + (dy < 0 ? -1.0 : 1.0) * std::sin(r) * 190.0};
     return Segment{from, to};
 }
 
@@ -139,7 +140,8 @@ void Hmiky::allrandom_Click() {
     const QStringList lines{QStringLiteral("ANGLE φ=") + fmt(s.angleWithY(), "0.00"),
                             QStringLiteral("MEAN VALUE OF INDEX Μέσος όρος δείκτη= ") + mean,
                             QStringLiteral("h= ") + fmt(s.rayHeight(), "0.00"),
-                            QStringLiteral("xc = ") + fmt(s.xc(), "0.00"), QStringLiteral("yc = ") + fmt(s.yc(), "0.00")};
+                            QStringLiteral("xc = ") + fmt(s.xc(), "0.00"),
+                            QStringLiteral("yc = ") + fmt(s.yc(), "0.00")};
     paint([this, block, series, lines] {
         drawBench(block);
         if (!hasDirection(block)) drawDirectionHint();
@@ -155,10 +157,10 @@ void Hmiky::sygr_Click() {
 
     std::vector<RayTrace> traces;
     std::vector<Segment> expectedRays;
-    QStringList table{QStringLiteral("COMPARISON WITH SNELL'S LAW"), QStringLiteral("Σύγκριση με το νόμο του Snell"),
-                      rowText(QStringLiteral("i°"), QStringLiteral("r° meas"), QStringLiteral("r° Snell"),
-                              QStringLiteral("n meas")),
-                      rowText(QString(), QStringLiteral("μέτρηση"), QStringLiteral("Snell"), QStringLiteral("μέτρηση"))};
+    QStringList table{
+        QStringLiteral("COMPARISON WITH SNELL'S LAW"), QStringLiteral("Σύγκριση με το νόμο του Snell"),
+        rowText(QStringLiteral("i°"), QStringLiteral("r° meas"), QStringLiteral("r° Snell"), QStringLiteral("n meas")),
+        rowText(QString(), QStringLiteral("μέτρηση"), QStringLiteral("Snell"), QStringLiteral("μέτρηση"))};
     for (double incidence : measurementIncidences()) {
         const RayTrace trace = traceRay(block, s.rayHeight(), incidence);
         keepMeasurement(trace);
@@ -167,8 +169,10 @@ void Hmiky::sygr_Click() {
         if (std::optional<Segment> ray = expectedRay(trace, expected, s.rayHeight())) expectedRays.push_back(*ray);
 
         QString measured = QStringLiteral("-");
-        if (trace.totalReflection) measured = QStringLiteral("tot.ref");
-        else if (trace.exitRayAngle) measured = fmt(radiansToDegrees(*trace.exitRayAngle), "0.00");
+        if (trace.totalReflection)
+            measured = QStringLiteral("tot.ref");
+        else if (trace.exitRayAngle)
+            measured = fmt(radiansToDegrees(*trace.exitRayAngle), "0.00");
         const QString snell = expected ? fmt(*expected, "0.00") : QStringLiteral("tot.ref");
         const QString index = trace.measuredIndex ? fmt(*trace.measuredIndex, "0.000") : QStringLiteral("-");
         table.append(rowText(fmt(incidence, "0.0"), measured, snell, index));
@@ -207,9 +211,7 @@ void Hmiky::drawComparison(const Block& block, const std::vector<RayTrace>& trac
     canvas->setForeColor(kBlack);
 }
 
-void Hmiky::Optimize_Click() {
-    benchRoutes().showMeanError();
-}
+void Hmiky::Optimize_Click() { benchRoutes().showMeanError(); }
 
 void Hmiky::fylaxe_Click() {
     const std::vector<MeasurementRecord> records = runMeasurementSeries(state().block(), state().rayHeight());

@@ -1,16 +1,16 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/dialogs.h"
-#include "ui/forms.h"
-#include "ui/navigation.h"
-#include "core/number_input.h"
-#include "ui/program_exit.h"
 #include "canvas/qt_format.h"
+#include "core/number_input.h"
+#include "core/physics.h"
 #include "semicircle/bench_routes.h"
 #include "semicircle/hmiky_look.h"
 #include "semicircle/hmiky_screen.h"
-#include "core/physics.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/navigation.h"
+#include "ui/program_exit.h"
 
 using namespace bench_look;
 
@@ -97,8 +97,10 @@ void Hmiky::Command1_Click() {
                             QStringLiteral("xc=") + fmt(s.xc(), "0.00"), QStringLiteral("yc=") + fmt(s.yc(), "0.00")};
     paint([this, block, trace, lines] {
         drawBench(block, false);
-        if (trace) drawTrace(block, *trace, kGivenIncident, kGivenOther);
-        else drawDirectionHint();
+        if (trace)
+            drawTrace(block, *trace, kGivenIncident, kGivenOther);
+        else
+            drawDirectionHint();
         printNotes(lines);
     });
 }
@@ -128,12 +130,13 @@ void Hmiky::Command4_Click() {
     for (const SeriesRay& ray : series.rays) keepMeasurement(ray.trace);
     series_.recordSweep(block, series);
     seriesChanged();
-    const QStringList lines{QStringLiteral("ANGLE φ=") + fmt(s.angleWithY(), "0.00"),
-                            QStringLiteral("MEAN VALUE OF INDEX Μέσος όρος δείκτη διάθλασης"),
-                            series.meanIndex ? fmt(*series.meanIndex, "0.0000")
-                                             : QStringLiteral("no ray measured  καμία μέτρηση"),
-                            QStringLiteral("h= ") + fmt(s.rayHeight(), "0.00"),
-                            QStringLiteral("xc = ") + fmt(s.xc(), "0.00"), QStringLiteral("yc = ") + fmt(s.yc(), "0.00")};
+    const QStringList lines{
+        QStringLiteral("ANGLE φ=") + fmt(s.angleWithY(), "0.00"),
+        QStringLiteral("MEAN VALUE OF INDEX Μέσος όρος δείκτη διάθλασης"),
+        series.meanIndex ? fmt(*series.meanIndex, "0.0000") : QStringLiteral("no ray measured  καμία μέτρηση"),
+        QStringLiteral("h= ") + fmt(s.rayHeight(), "0.00"),
+        QStringLiteral("xc = ") + fmt(s.xc(), "0.00"),
+        QStringLiteral("yc = ") + fmt(s.yc(), "0.00")};
     paint([this, block, series, lines] {
         drawBench(block);
         for (const SeriesRay& ray : series.rays) drawTrace(block, ray.trace);
@@ -163,8 +166,10 @@ void Hmiky::Form_MouseDown(double x, double y) {
     paint([this, block, aimed, x, y] {
         drawBench(block);
         canvas->circle(x, y, 5);
-        if (aimed) drawTrace(block, *aimed);
-        else drawDirectionHint();
+        if (aimed)
+            drawTrace(block, *aimed);
+        else
+            drawDirectionHint();
     });
 }
 

@@ -10,7 +10,7 @@ namespace bench_look {
 
 inline const QColor kBlack(0, 0, 0);
 inline const QColor kBlockFill(205, 235, 255);
-inline const QColor kRayColour(0, 200, 0);      // incident and emerging rays
+inline const QColor kRayColour(0, 200, 0);       // incident and emerging rays
 inline const QColor kInsideColour(0, 200, 100);  // inside the block and reflected
 inline const QColor kGivenIncident(0, 0, 255);   // the ray of a typed incidence angle
 inline const QColor kGivenOther(0, 255, 0);

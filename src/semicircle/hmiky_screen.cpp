@@ -16,9 +16,9 @@
 #include <functional>
 #include <utility>
 
-#include "ui/scroll_bars.h"
-#include "canvas/qt_format.h"
 #include "canvas/fonts.h"
+#include "canvas/qt_format.h"
+#include "ui/scroll_bars.h"
 
 namespace {
 
@@ -72,8 +72,8 @@ Hmiky::Hmiky() {
     setCentralWidget(central);
 
     // The keyboard walks the scroll bars row by row, then the buttons.
-    QWidget* order[] = {HScroll1, aktis, xcoor, ycoor, angle, gon, hvalue, Indexn,
-                        Command1, Command4, listOfData, Command2, Command3, cmdend};
+    QWidget* order[] = {HScroll1, aktis,    xcoor,    ycoor,      angle,    gon,      hvalue,
+                        Indexn,   Command1, Command4, listOfData, Command2, Command3, cmdend};
     for (std::size_t i = 0; i + 1 < std::size(order); ++i) setTabOrder(order[i], order[i + 1]);
 
     createMenus();
@@ -102,8 +102,8 @@ void Hmiky::createButtons() {
         return b;
     };
     Command1 = button(QStringLiteral("GIVE INCIDENCE ANGLE      Δώσε γωνία Πρόσπτωσης"), "Command1");
-    Command4 = button(QStringLiteral("RAYS FOR incidence = 0° to 90°      Ακτίνες για Γωνίες πρόσπτωσης  0-90°"),
-                      "Command4");
+    Command4 =
+        button(QStringLiteral("RAYS FOR incidence = 0° to 90°      Ακτίνες για Γωνίες πρόσπτωσης  0-90°"), "Command4");
     Command4->setFont(programFont(QStringLiteral("Courier New"), 9.0, true));
     Command2 = button(QStringLiteral("erase ΚΑΘΑΡΙΣΕ"), "Command2");
     Command3 = button(QStringLiteral("BACK ΠΙΣΩ"), "Command3");
@@ -121,13 +121,13 @@ void Hmiky::createScrollBars() {
                              QStringLiteral("x of the centre of the semicircle  x του κέντρου του ημικυκλίου")});
     ycoor = createScrollBar({Qt::Horizontal, -125, 125, c.ycoor, 1, 25, "ycoor",
                              QStringLiteral("y of the centre of the semicircle  y του κέντρου του ημικυκλίου")});
-    angle = createScrollBar({Qt::Horizontal, -900, 900, c.angle, 10, 100, "angle",
-                             QStringLiteral(
-                                 "Angle of the diameter with the Y axis  Γωνία της διαμέτρου με τον άξονα Y")});
+    angle =
+        createScrollBar({Qt::Horizontal, -900, 900, c.angle, 10, 100, "angle",
+                         QStringLiteral("Angle of the diameter with the Y axis  Γωνία της διαμέτρου με τον άξονα Y")});
     hvalue = createScrollBar({Qt::Horizontal, -250, 250, c.hvalue, 5, 50, "hvalue",
                               QStringLiteral("Height of the ray, y(0)  Ύψος της ακτίνας, y(0)")});
-    Indexn = createScrollBar({Qt::Horizontal, 5, 30, c.indexn, 1, 5, "Indexn",
-                              QStringLiteral("Refractive index n  Δείκτης διάθλασης n")});
+    Indexn = createScrollBar(
+        {Qt::Horizontal, 5, 30, c.indexn, 1, 5, "Indexn", QStringLiteral("Refractive index n  Δείκτης διάθλασης n")});
     // A screen reader hears each bar's value as the labels show it.
     const std::pair<QScrollBar*, std::function<QString()>> shown[] = {
         {HScroll1, [this] { return QStringLiteral("radius = ") + fmt(radiusOf(controls()), "0"); }},

@@ -12,11 +12,11 @@
 #include <functional>
 
 #include "canvas/canvas.h"
-#include "ui/caption_button.h"
 #include "semicircle/bench_experiments.h"
 #include "semicircle/bench_random.h"
 #include "semicircle/bench_series.h"
 #include "semicircle/bench_state.h"
+#include "ui/caption_button.h"
 // The list of data belongs with the bench: whatever hides the bench can
 // hide the list too.
 #include "semicircle/list_of_data_screen.h"
@@ -164,25 +164,25 @@ private:
     QScrollBar* hvalue;    // height of the ray, its y at x = 0
     QScrollBar* Indexn;    // refractive index
 
-    QLineEdit* aktis;   // the radius
-    QLineEdit* gon;     // the tilt
-    QLabel* Indexnt;    // the index
-    QLabel* Label2;     // yc
-    QLabel* Label3;     // xc
-    QLabel* Label4;     // the ray's height
+    QLineEdit* aktis;  // the radius
+    QLineEdit* gon;    // the tilt
+    QLabel* Indexnt;   // the index
+    QLabel* Label2;    // yc
+    QLabel* Label3;    // xc
+    QLabel* Label4;    // the ray's height
 
-    QMenu* exper;         // "EXPERIMENT"
-    QAction* allrandom;   // "ALL RANDOM"
-    QAction* Paral;       // "PARALLEL"
-    QAction* rightpar;    // "FROM THE RIGHT"
-    QAction* leftpar;     // "FROM LEFT"
-    QMenu* moreless;      // "CHOOSE DIRECTION OF SEMICIRCLE"
-    QAction* Raref;       // "TO THE RIGHT"
-    QAction* moredens;    // "TO THE LEFT"
-    QAction* kritikal;    // "CRITICAL ANGLE"
-    QAction* sygr;        // "COMPARISONS"
-    QAction* Optimize;    // "BEST SEMICIRCLE"
-    QAction* fylaxe;      // create the measurement file
+    QMenu* exper;        // "EXPERIMENT"
+    QAction* allrandom;  // "ALL RANDOM"
+    QAction* Paral;      // "PARALLEL"
+    QAction* rightpar;   // "FROM THE RIGHT"
+    QAction* leftpar;    // "FROM LEFT"
+    QMenu* moreless;     // "CHOOSE DIRECTION OF SEMICIRCLE"
+    QAction* Raref;      // "TO THE RIGHT"
+    QAction* moredens;   // "TO THE LEFT"
+    QAction* kritikal;   // "CRITICAL ANGLE"
+    QAction* sygr;       // "COMPARISONS"
+    QAction* Optimize;   // "BEST SEMICIRCLE"
+    QAction* fylaxe;     // create the measurement file
 
     QActionGroup* directionGroup_;
     std::function<void()> picture_;

@@ -7,12 +7,12 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "ui/dialogs.h"
-#include "ui/forms.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
 #include "semicircle/bench_routes.h"
 #include "semicircle/hmiky_screen.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
 
 namespace {
 
@@ -33,14 +33,14 @@ QString seriesName(BenchSeries::Kind kind) {
     switch (kind) {
     case BenchSeries::Kind::IncidenceSweep:
         return QStringLiteral("RAYS FOR incidence = 0° to 90°  Ακτίνες για γωνίες πρόσπτωσης 0-90°");
-    case BenchSeries::Kind::GivenAngles:
-        return QStringLiteral("GIVEN INCIDENCE ANGLES  Δοσμένες γωνίες πρόσπτωσης");
+    case BenchSeries::Kind::GivenAngles: return QStringLiteral("GIVEN INCIDENCE ANGLES  Δοσμένες γωνίες πρόσπτωσης");
     case BenchSeries::Kind::None: break;
     }
-    return QStringLiteral("No measurements yet: on the bench press RAYS FOR incidence = 0° to 90° "
-                          "or GIVE INCIDENCE ANGLE.\n"
-                          "Καμία μέτρηση ακόμη: στον πάγκο πάτησε Ακτίνες για γωνίες πρόσπτωσης 0-90° "
-                          "ή Δώσε γωνία πρόσπτωσης.");
+    return QStringLiteral(
+        "No measurements yet: on the bench press RAYS FOR incidence = 0° to 90° "
+        "or GIVE INCIDENCE ANGLE.\n"
+        "Καμία μέτρηση ακόμη: στον πάγκο πάτησε Ακτίνες για γωνίες πρόσπτωσης 0-90° "
+        "ή Δώσε γωνία πρόσπτωσης.");
 }
 
 // The block the series was measured with. The data screen fits
@@ -53,14 +53,14 @@ QString blockText(const std::vector<SeriesReading>& readings) {
         return r.index == first.index && r.direction == first.direction;
     });
     if (!same)
-        return QStringLiteral("The index or the direction changed during the series: "
-                              "each expected angle is for the block its ray met.\n"
-                              "Ο δείκτης ή η κατεύθυνση άλλαξε: κάθε αναμενόμενη γωνία είναι για το δικό της ημικύκλιο.");
+        return QStringLiteral(
+            "The index or the direction changed during the series: "
+            "each expected angle is for the block its ray met.\n"
+            "Ο δείκτης ή η κατεύθυνση άλλαξε: κάθε αναμενόμενη γωνία είναι για το δικό της ημικύκλιο.");
     const QString n = QStringLiteral("n = ") + fmt(first.index, "0.00");
     if (first.direction == 2)
         return n + QStringLiteral(", light from glass into air: the analysis gives 1/n = ") +
-               fmt(1.0 / first.index, "0.0000") +
-               QStringLiteral("\nφως από γυαλί σε αέρα: η ανάλυση δίνει 1/n");
+               fmt(1.0 / first.index, "0.0000") + QStringLiteral("\nφως από γυαλί σε αέρα: η ανάλυση δίνει 1/n");
     return n + QStringLiteral(", light from air into glass  φως από αέρα σε γυαλί");
 }
 

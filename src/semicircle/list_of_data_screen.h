@@ -3,8 +3,8 @@
 #include <QTableWidget>
 #include <QWidget>
 
-#include "ui/caption_button.h"
 #include "semicircle/bench_series.h"
+#include "ui/caption_button.h"
 
 // "List_of_Data": the bench's last series as a table of incidence and
 // refraction angles, with the angles Snell's law expects beside them on

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <numbers>
 
-#include "core/outside_files.h"
 #include "core/least_squares.h"
+#include "core/outside_files.h"
 #include "core/physics.h"
 
 namespace {
@@ -22,7 +22,8 @@ void putLittleEndian(std::uint8_t* out, Unsigned value) {
 template <typename Unsigned>
 Unsigned getLittleEndian(const std::uint8_t* in) {
     Unsigned value = 0;
-    for (std::size_t i = 0; i < sizeof(Unsigned); ++i) value |= static_cast<Unsigned>(static_cast<Unsigned>(in[i]) << (8 * i));
+    for (std::size_t i = 0; i < sizeof(Unsigned); ++i)
+        value |= static_cast<Unsigned>(static_cast<Unsigned>(in[i]) << (8 * i));
     return value;
 }
 
@@ -33,8 +34,8 @@ float getFloat(const std::uint8_t* in) { return std::bit_cast<float>(getLittleEn
 
 std::string failureMessage(const fs::path& path, const std::string& reason) {
     const std::string name = path.filename().string();
-    return "Could not write the measurement file " + name + ": " + reason + ".  Δεν ήταν δυνατή η εγγραφή του αρχείου " +
-           name + ".";
+    return "Could not write the measurement file " + name + ": " + reason +
+           ".  Δεν ήταν δυνατή η εγγραφή του αρχείου " + name + ".";
 }
 
 // The 48 bytes at `offset`, zeros where the file ends; none on a read error.

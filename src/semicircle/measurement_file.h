@@ -10,11 +10,11 @@
 
 // One stored set-up: 48 bytes, little-endian IEEE 754, in this order.
 struct MeasurementRecord {
-    double h = 0.0;        // ray height
+    double h = 0.0;  // ray height
     double xc = 0.0;
     double yc = 0.0;
-    double angle = 0.0;    // tilt of the set-up, degrees
-    double index = 0.0;    // 1 / slope
+    double angle = 0.0;  // tilt of the set-up, degrees
+    double index = 0.0;  // 1 / slope
     float intercept = 0.0f;
     float slope = 0.0f;
 };

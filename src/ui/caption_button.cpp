@@ -8,9 +8,7 @@ constexpr int kPadding = 6;
 constexpr int kTextFlags = Qt::AlignCenter | Qt::TextWordWrap;
 }  // namespace
 
-CaptionButton::CaptionButton(const QString& caption, QWidget* parent) : QPushButton(parent) {
-    setCaption(caption);
-}
+CaptionButton::CaptionButton(const QString& caption, QWidget* parent) : QPushButton(parent) { setCaption(caption); }
 
 void CaptionButton::setCaption(const QString& caption) {
     setText(caption);

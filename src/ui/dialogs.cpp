@@ -2,14 +2,14 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QFileInfo>
-#include <QStandardPaths>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
-#include <QPrintDialog>
 #include <QPointer>
+#include <QPrintDialog>
 #include <QPrinter>
+#include <QStandardPaths>
 
 namespace {
 std::unique_ptr<DialogProvider>& current() {
@@ -17,9 +17,7 @@ std::unique_ptr<DialogProvider>& current() {
     return provider;
 }
 
-QString titleOr(const QString& title) {
-    return title.isEmpty() ? QApplication::applicationDisplayName() : title;
-}
+QString titleOr(const QString& title) { return title.isEmpty() ? QApplication::applicationDisplayName() : title; }
 
 // A box takes the focus while it is open; when it closes, the control that
 // was used to open it gets it back, so that a keyboard user goes on where

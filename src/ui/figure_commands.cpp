@@ -18,8 +18,9 @@ QString quotedPath(const QString& path) {
 }  // namespace
 
 void saveFigureInteractive(const Canvas& canvas) {
-    QString path = saveFileDialog(QStringLiteral("Save figure  Αποθήκευση σχήματος"),
-                                  QStringLiteral("PNG image (*.png);;SVG drawing (*.svg)"), QStringLiteral("figure.png"));
+    QString path =
+        saveFileDialog(QStringLiteral("Save figure  Αποθήκευση σχήματος"),
+                       QStringLiteral("PNG image (*.png);;SVG drawing (*.svg)"), QStringLiteral("figure.png"));
     if (path.isEmpty()) return;
     const QString suffix = QFileInfo(path).suffix().toLower();
     if (suffix != QLatin1String("png") && suffix != QLatin1String("svg")) path += QStringLiteral(".png");
@@ -29,8 +30,8 @@ void saveFigureInteractive(const Canvas& canvas) {
         return;
     }
     messageBox(QStringLiteral("The figure could not be saved in %1 (%2); nothing was changed.  "
-                                  "Το σχήμα δεν αποθηκεύτηκε στο %1· δεν άλλαξε τίποτα.")
-                       .arg(QString::fromStdString(quotedForMessage(QFileInfo(path).fileName().toStdString())), error));
+                              "Το σχήμα δεν αποθηκεύτηκε στο %1· δεν άλλαξε τίποτα.")
+                   .arg(QString::fromStdString(quotedForMessage(QFileInfo(path).fileName().toStdString())), error));
 }
 
 void printFigureInteractive(const Canvas& canvas) {

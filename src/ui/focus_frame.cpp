@@ -28,14 +28,15 @@ protected:
         // Let the control paint itself, then draw the frame over its edge.
         static_cast<QObject*>(widget)->event(event);  // QObject::event is public, and virtual
         QPainter painter(widget);
-        const QRectF outer = QRectF(widget->rect()).adjusted(kFrameWidth / 2.0, kFrameWidth / 2.0, -kFrameWidth / 2.0,
-                                                             -kFrameWidth / 2.0);
+        const QRectF outer =
+            QRectF(widget->rect())
+                .adjusted(kFrameWidth / 2.0, kFrameWidth / 2.0, -kFrameWidth / 2.0, -kFrameWidth / 2.0);
         painter.setPen(QPen(Qt::black, kFrameWidth));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(outer);
         painter.setPen(QPen(Qt::white, 1));
-        painter.drawRect(QRectF(widget->rect()).adjusted(kFrameWidth + 0.5, kFrameWidth + 0.5, -kFrameWidth - 0.5,
-                                                         -kFrameWidth - 0.5));
+        painter.drawRect(QRectF(widget->rect())
+                             .adjusted(kFrameWidth + 0.5, kFrameWidth + 0.5, -kFrameWidth - 0.5, -kFrameWidth - 0.5));
         return true;
     }
 };
@@ -44,7 +45,8 @@ protected:
 
 bool framesFocus(const QWidget& widget) {
     // Menus show their own highlight; a list shows its current row.
-    if (widget.isWindow() || qobject_cast<const QMenuBar*>(&widget) || qobject_cast<const QMenu*>(&widget)) return false;
+    if (widget.isWindow() || qobject_cast<const QMenuBar*>(&widget) || qobject_cast<const QMenu*>(&widget))
+        return false;
     return widget.width() > 2 * kFrameWidth + 2 && widget.height() > 2 * kFrameWidth + 2;
 }
 

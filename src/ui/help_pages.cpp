@@ -29,7 +29,8 @@ QString helpContentsPage() { return QStringLiteral("contents.md"); }
 
 QString helpPageFor(const QWidget* widget) {
     // A dialog or a detached drawing belongs to the screen that opened it.
-    for (const QWidget* w = widget ? widget->window() : nullptr; w; w = w->parentWidget() ? w->parentWidget()->window() : nullptr) {
+    for (const QWidget* w = widget ? widget->window() : nullptr; w;
+         w = w->parentWidget() ? w->parentWidget()->window() : nullptr) {
         const QString name = w->objectName();
         for (const HelpPage& p : helpPages())
             if (name == QLatin1String(p.screen)) return QString::fromLatin1(p.page);

@@ -7,11 +7,11 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "canvas/fonts.h"
+#include "core/version.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 #include "ui/help_pages.h"
-#include "core/version.h"
-#include "canvas/fonts.h"
 
 HelpWindow::HelpWindow() {
     setObjectName(QStringLiteral("help"));

@@ -36,8 +36,10 @@ QScrollBar* createScrollBar(const ScrollBarSettings& settings) {
     bar->setValue(settings.value);
     bar->setFocusPolicy(Qt::StrongFocus);
     bar->setAccessibleName(settings.accessibleName);
-    if (settings.orientation == Qt::Horizontal) bar->setMinimumHeight(18);
-    else bar->setMinimumWidth(18);
+    if (settings.orientation == Qt::Horizontal)
+        bar->setMinimumHeight(18);
+    else
+        bar->setMinimumWidth(18);
     describeValue(*bar, [](int value) { return QString::number(value); });
     return bar;
 }

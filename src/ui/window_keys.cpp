@@ -15,10 +15,10 @@
 
 #include <vector>
 
-#include "ui/window_placement.h"
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"
 #include "ui/figure_commands.h"
+#include "ui/window_placement.h"
 
 namespace {
 
@@ -75,7 +75,8 @@ protected:
             if (auto* window = qobject_cast<QWidget*>(watched); isProgramWindow(window)) activated(*window);
             break;
         case QEvent::KeyPress:
-            if (auto* button = qobject_cast<QAbstractButton*>(watched)) return enterOnButton(*button, *static_cast<QKeyEvent*>(event));
+            if (auto* button = qobject_cast<QAbstractButton*>(watched))
+                return enterOnButton(*button, *static_cast<QKeyEvent*>(event));
             break;
         default: break;
         }
@@ -92,7 +93,8 @@ private:
     void shown(QWidget& window) {
         std::erase_if(windows_, [](const Record& r) { return r.window.isNull(); });
         QWidget* front = QApplication::activeWindow();
-        auto it = std::find_if(windows_.begin(), windows_.end(), [&window](const Record& r) { return r.window == &window; });
+        auto it =
+            std::find_if(windows_.begin(), windows_.end(), [&window](const Record& r) { return r.window == &window; });
         if (it == windows_.end()) it = windows_.insert(windows_.end(), Record{&window, nullptr});
         if (front && front != &window && isProgramWindow(front)) it->opener = front;
         installKeys(window);

@@ -131,8 +131,8 @@ QRect leastCoveringPlace(QSize frameSize, const QRect& area, const std::vector<Q
     }
     const int right = area.right() + 1 - size.width();
     const int bottom = area.bottom() + 1 - size.height();
-    for (const QPoint corner : {QPoint(right, area.top()), QPoint(right, bottom), QPoint(area.left(), bottom),
-                                area.topLeft()})
+    for (const QPoint corner :
+         {QPoint(right, area.top()), QPoint(right, bottom), QPoint(area.left(), bottom), area.topLeft()})
         tried.push_back(corner);
 
     QRect best;

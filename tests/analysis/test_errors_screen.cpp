@@ -3,12 +3,12 @@
 #include <cmath>
 
 #include "analysis/errors_screen.h"
-#include "ui/forms.h"
 #include "app/main_menu.h"
 #include "canvas/fonts.h"
 #include "semicircle/bench_state.h"
 #include "semicircle/hmiky_screen.h"
 #include "test_support.h"
+#include "ui/forms.h"
 
 namespace {
 
@@ -39,8 +39,8 @@ private slots:
         QVERIFY(errors.isVisible());
         QVERIFY(bench.angleWithY() == 5.0 && bench.semicircleRadius() == 100.0);
         QVERIFY(errors.curve().points.size() == 67 && errors.segmentsDrawn() == 66);
-        for (const char* label : {"Radius of Semicircle", "Mean Error%", "n= 1.50", "h= 3.00", "xc= 4.00", "yc= -1.00",
-                                  "Angle= 5.00"})
+        for (const char* label :
+             {"Radius of Semicircle", "Mean Error%", "n= 1.50", "h= 3.00", "xc= 4.00", "yc= -1.00", "Angle= 5.00"})
             QVERIFY2(graph.printedTexts().contains(QString::fromUtf8(label)), label);
         int probed = 0;
         for (const MeanErrorPoint& p : errors.curve().points) {

@@ -24,8 +24,8 @@ private slots:
     void perfectSetUpHasNoError() {
         for (double n : {1.2, 1.5, 2.0}) {
             const MeanErrorCurve curve = computeMeanErrorCurve(upright(n), 0.0, 1.0);
-            QVERIFY(curve.points.size() == 67 && curve.points.front().radius == 14.0 && curve.points[1].radius == 16.0 &&
-                    curve.points.back().radius == 146.0);
+            QVERIFY(curve.points.size() == 67 && curve.points.front().radius == 14.0 &&
+                    curve.points[1].radius == 16.0 && curve.points.back().radius == 146.0);
             for (const MeanErrorPoint& p : curve.points) QVERIFY(p.errorPercent < 1e-9);
             QVERIFY(std::fabs(curve.lastMeasuredIndex - n) < 1e-12);
         }
@@ -34,7 +34,8 @@ private slots:
             turned.direction = direction;
             QVERIFY(computeMeanErrorCurve(turned, 0.0, 1.5).points[30].errorPercent < 1e-9);
         }
-        for (const MeanErrorPoint& p : computeMeanErrorCurve(upright(0.0), 0.0, 1.5).points) QCOMPARE(p.errorPercent, 0.0);
+        for (const MeanErrorPoint& p : computeMeanErrorCurve(upright(0.0), 0.0, 1.5).points)
+            QCOMPARE(p.errorPercent, 0.0);
     }
 
     void offCentreErrorFallsWithTheRadius() {

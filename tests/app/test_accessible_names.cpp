@@ -1,8 +1,3 @@
-#include <QtTest>
-
-#include <algorithm>
-#include <cmath>
-
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSlider>
@@ -12,30 +7,34 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTextEdit>
+#include <QtTest>
+
+#include <algorithm>
+#include <cmath>
 
 #include "analysis/errors_screen.h"
 #include "analysis/graph_screens.h"
+#include "app/main_menu.h"
+#include "app/module1.h"
 #include "apparatus/alhaytham_screens.h"
+#include "apparatus/apparatus_openers.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolemy_geometry.h"
 #include "apparatus/ptolkam_screen.h"
-#include "canvas/qt_format.h"
-#include "history/historical_tables.h"
-#include "history/refraction_laws.h"
-#include "models/rixo_screen.h"
-#include "models/somata_screen.h"
-#include "ui/forms.h"
-#include "app/main_menu.h"
-#include "ui/window_access.h"
-#include "app/module1.h"
-#include "apparatus/apparatus_openers.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
+#include "canvas/qt_format.h"
 #include "history/data_state.h"
+#include "history/historical_tables.h"
 #include "history/inpdat_screen.h"
+#include "history/refraction_laws.h"
 #include "models/interpretation_openers.h"
+#include "models/rixo_screen.h"
+#include "models/somata_screen.h"
 #include "semicircle/hmiky_screen.h"
 #include "test_support.h"
+#include "ui/forms.h"
+#include "ui/window_access.h"
 
 namespace {
 
@@ -46,8 +45,8 @@ QString said(const QWidget* w, QAccessible::Text t = QAccessible::Description) {
 QString deg(double value, const char* pattern = "0.00") { return fmt(value, pattern) + QStringLiteral("°"); }
 
 QString describe(const QWidget* w) {
-    return QStringLiteral("%1 '%2' in %3").arg(QString::fromLatin1(w->metaObject()->className()), w->objectName(),
-                                                w->window()->objectName());
+    return QStringLiteral("%1 '%2' in %3")
+        .arg(QString::fromLatin1(w->metaObject()->className()), w->objectName(), w->window()->objectName());
 }
 
 bool inside(const QWidget* w, const char* className) {
@@ -130,10 +129,12 @@ private slots:
             collectUnnamed(a, unnamed, seen);
             // Every bar, those of the text boxes and lists included.
             for (QScrollBar* bar : top->findChildren<QScrollBar*>())
-                if (bar->isVisible() && QAccessible::queryAccessibleInterface(bar)->text(QAccessible::Description).isEmpty())
+                if (bar->isVisible() &&
+                    QAccessible::queryAccessibleInterface(bar)->text(QAccessible::Description).isEmpty())
                     undescribed << bar->accessibleName();
         }
-        QVERIFY2(windows >= 10 && seen > 120, qPrintable(QStringLiteral("%1 windows, %2 objects").arg(windows).arg(seen)));
+        QVERIFY2(windows >= 10 && seen > 120,
+                 qPrintable(QStringLiteral("%1 windows, %2 objects").arg(windows).arg(seen)));
         QVERIFY2(wrongRoles.isEmpty(), qPrintable(wrongRoles.join('\n')));
         QVERIFY2(unnamed.isEmpty(), qPrintable(QString::number(unnamed.size()) + '\n' + unnamed.join('\n')));
         QVERIFY2(undescribed.isEmpty(), qPrintable(undescribed.join(' ')));
@@ -150,10 +151,12 @@ private slots:
         bench.Command4_Click();  // rays for 0° to 90°
         auto* benchCanvas = bench.findChild<Canvas*>("bench");
         const QString rays = QAccessible::queryAccessibleInterface(benchCanvas)->text(QAccessible::Description);
-        QVERIFY2(rays.startsWith(QLatin1String("Semicircle of radius")) && rays.contains(QLatin1String("Ray 1: incidence")) &&
-                     rays.contains(QLatin1String("More rays")) && rays.contains(benchCanvas->printedTexts().last()),
+        QVERIFY2(rays.startsWith(QLatin1String("Semicircle of radius")) &&
+                     rays.contains(QLatin1String("Ray 1: incidence")) && rays.contains(QLatin1String("More rays")) &&
+                     rays.contains(benchCanvas->printedTexts().last()),
                  qPrintable(rays));
-        const QString sine = QAccessible::queryAccessibleInterface(form<Analysis>().canvas())->text(QAccessible::Description);
+        const QString sine =
+            QAccessible::queryAccessibleInterface(form<Analysis>().canvas())->text(QAccessible::Description);
         QVERIFY2(sine.startsWith(QLatin1String("Graph: ")) && sine.contains(QLatin1String("8 points of PTOLEMY")) &&
                      sine.contains(QLatin1String("Fitted line")) && sine.contains(QLatin1String("1.519")),
                  qPrintable(sine));
@@ -190,7 +193,8 @@ private slots:
         QCOMPARE(inWater->accessibleDescription(), QStringLiteral("angle in water = 40°"));
         const double half = target->value() / 4.0;
         QCOMPARE(inAir->accessibleDescription(),
-                 QStringLiteral("body in air = %1° to %2°").arg(fmt(expected + 1 - half, "0.00"), fmt(expected + 1 + half, "0.00")));
+                 QStringLiteral("body in air = %1° to %2°")
+                     .arg(fmt(expected + 1 - half, "0.00"), fmt(expected + 1 + half, "0.00")));
         inAir->setValue(0);
         QVERIFY(p.lastCovered());
         QVERIFY2(said(&p.drawing()).contains(QLatin1String("Z, E and H are aligned")) &&
@@ -214,13 +218,15 @@ private slots:
         auto* stylus = x.findChild<QScrollBar*>(QStringLiteral("timiepi"));
         incidence->setValue(50);
         text = said(&x.drawing());
-        QVERIFY2(text.contains(QStringLiteral("incidence 50°, refraction ") + deg(alhaytham::refractionInWaterDegrees(50), "0.0")) &&
+        QVERIFY2(text.contains(QStringLiteral("incidence 50°, refraction ") +
+                               deg(alhaytham::refractionInWaterDegrees(50), "0.0")) &&
                      text.contains(QLatin1String("ruler is hidden")),
                  qPrintable(text));
         QCOMPARE(incidence->accessibleDescription(), QStringLiteral("incidence = 50°"));
         x.findChild<QRadioButton*>(QStringLiteral("Option2"))->setChecked(true);  // toggled, as a screen reader does
         stylus->setValue(7);
-        QVERIFY2(said(&x.drawing()).contains(QLatin1String("stylus stands at 0.7 of the radius")), qPrintable(said(&x.drawing())));
+        QVERIFY2(said(&x.drawing()).contains(QLatin1String("stylus stands at 0.7 of the radius")),
+                 qPrintable(said(&x.drawing())));
         QCOMPARE(stylus->accessibleDescription(), QStringLiteral("stylus = 0.7 of the radius"));
 
         x.svise_Click();
@@ -235,9 +241,11 @@ private slots:
             QVERIFY2(text.contains(QStringLiteral("n = ") + fmt(n, "0.00")) &&
                          text.contains(QStringLiteral("to ") + deg(steps.back().incidenceDegrees + 1, "0")),
                      qPrintable(text));
-            const auto broken5 = std::find_if(steps.begin(), steps.end(), [](const auto& s) { return s.rule5Violated; });
+            const auto broken5 =
+                std::find_if(steps.begin(), steps.end(), [](const auto& s) { return s.rule5Violated; });
             if (broken5 != steps.end())
-                QVERIFY2(text.contains(QStringLiteral("Rule (5), d < i/2, is broken from ") + deg(broken5->incidenceDegrees, "0")),
+                QVERIFY2(text.contains(QStringLiteral("Rule (5), d < i/2, is broken from ") +
+                                       deg(broken5->incidenceDegrees, "0")),
                          qPrintable(text));
             else
                 QVERIFY(text.contains(QLatin1String("Rule (5), d < i/2, holds")));
@@ -252,11 +260,12 @@ private slots:
             const ptolemy_fit::DataSet& set = k.chosenSet();
             const auto snell = ptolemy_fit::snellRefraction(set);
             text = said(&k.drawing());
-            QVERIFY2(text.contains(QStringLiteral("%1 pairs").arg(set.incidence.size())) &&
-                         text.contains(deg(set.incidence[3], "0") + QStringLiteral(" → ") + deg(set.refraction[3], "0.0")) &&
-                         text.contains(deg(set.incidence[3], "0") + QStringLiteral(" → ") + deg(*snell[3], "0.0")) &&
-                         text.contains(fmt(ptolemy_fit::proportionalRatio(set), "0.000")),
-                     qPrintable(text));
+            QVERIFY2(
+                text.contains(QStringLiteral("%1 pairs").arg(set.incidence.size())) &&
+                    text.contains(deg(set.incidence[3], "0") + QStringLiteral(" → ") + deg(set.refraction[3], "0.0")) &&
+                    text.contains(deg(set.incidence[3], "0") + QStringLiteral(" → ") + deg(*snell[3], "0.0")) &&
+                    text.contains(fmt(ptolemy_fit::proportionalRatio(set), "0.000")),
+                qPrintable(text));
         }
         scope.dialogs().answers = {QStringLiteral("2")};
         k.Enallagi_Click();
@@ -289,18 +298,23 @@ private slots:
         s.STAMATHMA_Click();
         s.fermat_Click();
         s.Form_MouseDown(Qt::LeftButton, Qt::ShiftModifier, s.field().width * 0.3, s.field().height * 0.9);
-        const kymatiko::PathTime t = kymatiko::travelTime(s.bodyCentre(Somata::Magenta), s.bodyCentre(Somata::Blue),
-                                                          s.bodyCentre(Somata::Green), s.field().boundary(), s.speeds());
+        const kymatiko::PathTime t =
+            kymatiko::travelTime(s.bodyCentre(Somata::Magenta), s.bodyCentre(Somata::Blue), s.bodyCentre(Somata::Green),
+                                 s.field().boundary(), s.speeds());
         text = said(&s.drawing());
         QVERIFY2(text.startsWith(QLatin1String("Fermat's principle")) &&
                      text.contains(QStringLiteral("travel time ") + fmt(t.time, "0.00")) &&
-                     s.findChild<QLabel*>("Label1")->text().contains(fmt(t.time, "0.00")) && text.contains(QLatin1String("above the boundary")),
+                     s.findChild<QLabel*>("Label1")->text().contains(fmt(t.time, "0.00")) &&
+                     text.contains(QLatin1String("above the boundary")),
                  qPrintable(text));
         s.evresielaxistoy_Click();
         const kymatiko::LeastTimeSearch least = kymatiko::findLeastTime(
             s.bodyCentre(Somata::Magenta), s.bodyCentre(Somata::Green), s.field().boundary(), s.speeds());
-        QVERIFY2(said(&s.drawing()).contains(QStringLiteral("Least time ") + fmt(least.bestTime, "0.00")), qPrintable(said(&s.drawing())));
-        QVERIFY(s.findChild<QScrollBar*>("fermatscr")->accessibleDescription().startsWith(QLatin1String("blue body at x = ")));
+        QVERIFY2(said(&s.drawing()).contains(QStringLiteral("Least time ") + fmt(least.bestTime, "0.00")),
+                 qPrintable(said(&s.drawing())));
+        QVERIFY(s.findChild<QScrollBar*>("fermatscr")
+                    ->accessibleDescription()
+                    .startsWith(QLatin1String("blue body at x = ")));
     }
 
     // The mean-error graph says where the error is least, from its curve.
@@ -313,14 +327,13 @@ private slots:
         bench.Optimize_Click();
         const Errors& errors = form<Errors>();
         const auto& points = errors.curve().points;
-        const auto least = std::min_element(points.begin(), points.end(), [](const auto& a, const auto& b) {
-            return a.errorPercent < b.errorPercent;
-        });
+        const auto least = std::min_element(
+            points.begin(), points.end(), [](const auto& a, const auto& b) { return a.errorPercent < b.errorPercent; });
         QVERIFY(least != points.end());
         const QString text = said(&errors.drawing());
         QVERIFY2(text.startsWith(QLatin1String("Graph: mean error")) &&
-                     text.contains(QStringLiteral("Least %1 % at radius %2").arg(fmt(least->errorPercent, "0.00"),
-                                                                                 fmt(least->radius, "0"))),
+                     text.contains(QStringLiteral("Least %1 % at radius %2")
+                                       .arg(fmt(least->errorPercent, "0.00"), fmt(least->radius, "0"))),
                  qPrintable(text));
     }
 

@@ -1,6 +1,5 @@
-#include <QtTest>
-
 #include <QFile>
+#include <QtTest>
 
 #include <cmath>
 
@@ -29,13 +28,14 @@ QString page(const char* name) {
     return QString::fromUtf8(file.readAll());
 }
 
-#define STATES(pageName, figure)                                                                   \
-    QVERIFY2(page(pageName).contains(figure),                                                      \
+#define STATES(pageName, figure)              \
+    QVERIFY2(page(pageName).contains(figure), \
              qPrintable(QStringLiteral(pageName) + QStringLiteral(" should state ") + (figure)))
 
 double tableIndex(history::TableId id) {
     const auto& t = history::historicalTable(id);
-    const auto fit = history::fitSines(history::pairsFromLists(t.incidence, t.refraction), history::leavesDenserMedium(id));
+    const auto fit =
+        history::fitSines(history::pairsFromLists(t.incidence, t.refraction), history::leavesDenserMedium(id));
     return fit.index.value_or(0.0);
 }
 
@@ -158,7 +158,8 @@ private slots:
         STATES("wave_panel.md", fmt(s.reflected, "0.00") + QStringLiteral(" %"));
         STATES("wave_panel.md", fmt(s.refracted, "0.00") + QStringLiteral(" %"));
         STATES("wave_panel.md", fmt(100 * f.rs * f.rs, "0.0") + QStringLiteral(" %"));  // energy
-        STATES("wave_panel.md", fmt(shares(fresnel(refract(radians(80), 1.5), 1.5)).reflected, "0.00") + QStringLiteral(" %"));
+        STATES("wave_panel.md",
+               fmt(shares(fresnel(refract(radians(80), 1.5), 1.5)).reflected, "0.00") + QStringLiteral(" %"));
         STATES("wave_panel.md", fmt(*kymatiko::criticalAngleDegrees(1 / 1.5), "0.00") + QStringLiteral("°"));
         STATES("wave_screen.md", fmt(degrees(at40.refraction), "0.0") + QStringLiteral("°"));
         const EnergyShares e = *energyShares(at40, 1.5);
@@ -178,7 +179,8 @@ private slots:
         // Within one step of the search the sines obey n = 1.5.
         const double step = (c.x - a.x) / LeastTimeSearch::kCandidates;
         const auto sinRatioAt = [&](double x) {
-            return ((c.x - x) / std::hypot(c.x - x, c.y - boundary)) / ((x - a.x) / std::hypot(x - a.x, boundary - a.y));
+            return ((c.x - x) / std::hypot(c.x - x, c.y - boundary)) /
+                   ((x - a.x) / std::hypot(x - a.x, boundary - a.y));
         };
         QVERIFY(std::min(sinRatioAt(search.bestX - step), sinRatioAt(search.bestX + step)) <= 1.5);
         QVERIFY(std::max(sinRatioAt(search.bestX - step), sinRatioAt(search.bestX + step)) >= 1.5);

@@ -1,6 +1,6 @@
+#include <QAction>
 #include <QFontDatabase>
 #include <QFontInfo>
-#include <QAction>
 #include <QLabel>
 #include <QScreen>
 #include <QtTest>

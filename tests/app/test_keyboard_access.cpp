@@ -1,24 +1,23 @@
-#include <QtTest>
-
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScrollBar>
 #include <QTemporaryDir>
+#include <QtTest>
 
-#include "ui/focus_frame.h"
-#include "ui/forms.h"
-#include "app/main_menu.h"
 #include "analysis/graph_screens.h"
-#include "ui/menu_keys.h"
-#include "ui/window_keys.h"
+#include "app/main_menu.h"
 #include "apparatus/apparatus_openers.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
-#include "semicircle/hmiky_screen.h"
 #include "models/interpretation_openers.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
+#include "semicircle/hmiky_screen.h"
 #include "test_support.h"
+#include "ui/focus_frame.h"
+#include "ui/forms.h"
+#include "ui/menu_keys.h"
+#include "ui/window_keys.h"
 
 namespace {
 
@@ -82,8 +81,8 @@ private slots:
                 const int x = image.width() / 2, y = image.height() / 2;
                 const qreal r = image.devicePixelRatio();
                 auto at = [&](double px, double py) { return image.pixelColor(int(px * r), int(py * r)); };
-                return at(x, 0) == QColor(Qt::black) && at(x, 1) == QColor(Qt::black) && at(0, y) == QColor(Qt::black) &&
-                       at(x, 2) == QColor(Qt::white);
+                return at(x, 0) == QColor(Qt::black) && at(x, 1) == QColor(Qt::black) &&
+                       at(0, y) == QColor(Qt::black) && at(x, 2) == QColor(Qt::white);
             };
             w->clearFocus();
             QVERIFY2(!framed(), qPrintable(w->objectName()));

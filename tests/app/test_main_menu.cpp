@@ -1,19 +1,18 @@
-#include <QtTest>
-
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QtTest>
 
-#include "ui/forms.h"
 #include "app/history_screen.h"
 #include "app/main_menu.h"
 #include "app/module1.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
-#include "semicircle/bench_state.h"
 #include "models/interpretation_state.h"
+#include "semicircle/bench_state.h"
 #include "test_support.h"
+#include "ui/forms.h"
 
 namespace {
 // The main menu's button of that name ("Command1" … "Command5").
@@ -100,7 +99,8 @@ private slots:
             const QRectF area(0, 0, picture.width(), picture.height());
             QString law;
             for (std::size_t i = 0; i < texts.size(); ++i) {
-                QVERIFY2(area.contains(texts[i].box), qPrintable(QStringLiteral("%1 px: %2").arg(width).arg(texts[i].text)));
+                QVERIFY2(area.contains(texts[i].box),
+                         qPrintable(QStringLiteral("%1 px: %2").arg(width).arg(texts[i].text)));
                 if (texts[i].text.contains(QStringLiteral("sin"))) law += texts[i].text;
                 if (texts[i].text.contains(QStringLiteral("ημ"))) law += texts[i].text;
                 for (std::size_t j = i + 1; j < texts.size(); ++j)
@@ -108,8 +108,9 @@ private slots:
                              qPrintable(QStringLiteral("%1 px: %2 / %3").arg(width).arg(texts[i].text, texts[j].text)));
             }
             // Both languages of the law are there, whether on one line or two.
-            QVERIFY2(law.contains(QStringLiteral("sin i = n · sin r")) && law.contains(QStringLiteral("ημ i = n · ημ r")),
-                     qPrintable(law));
+            QVERIFY2(
+                law.contains(QStringLiteral("sin i = n · sin r")) && law.contains(QStringLiteral("ημ i = n · ημ r")),
+                qPrintable(law));
         }
     }
 

@@ -8,11 +8,6 @@
 // screen); LAYOUT_SCREEN names the logical size and scale expected, so that
 // a run on the wrong screen fails instead of passing. With LAYOUT_PNG_DIR
 // set, every window is also written there as a picture after each step.
-#include <QtTest>
-
-#include <algorithm>
-#include <cmath>
-
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QCheckBox>
@@ -22,10 +17,13 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QToolButton>
+#include <QtTest>
+
+#include <algorithm>
+#include <cmath>
 
 #include "analysis/errors_screen.h"
 #include "analysis/graph_screens.h"
-#include "ui/forms.h"
 #include "app/history_screen.h"
 #include "app/main_menu.h"
 #include "app/module1.h"
@@ -33,7 +31,6 @@
 #include "apparatus/apparatus_openers.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolkam_screen.h"
-#include "ui/caption_button.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
 #include "models/epiloges_screen.h"
@@ -43,6 +40,8 @@
 #include "semicircle/hmiky_screen.h"
 #include "semicircle/list_of_data_screen.h"
 #include "test_support.h"
+#include "ui/caption_button.h"
+#include "ui/forms.h"
 
 namespace {
 
@@ -86,14 +85,22 @@ QString textProblem(const QWidget* control) {
     if (auto* caption = qobject_cast<const CaptionButton*>(control)) {
         const QRect room = r.adjusted(6, 6, -6, -6);
         const QRect text = fm.boundingRect(room, Qt::AlignCenter | Qt::TextWordWrap, caption->text());
-        if (!room.contains(text)) return QStringLiteral("caption needs %1x%2 in %3x%4")
-                                          .arg(text.width()).arg(text.height()).arg(room.width()).arg(room.height());
+        if (!room.contains(text))
+            return QStringLiteral("caption needs %1x%2 in %3x%4")
+                .arg(text.width())
+                .arg(text.height())
+                .arg(room.width())
+                .arg(room.height());
         return {};
     }
     if (qobject_cast<const QRadioButton*>(control) || qobject_cast<const QCheckBox*>(control)) {
         const QSize hint = control->sizeHint();
         if (hint.width() > r.width() || fm.height() > r.height())
-            return QStringLiteral("needs %1x%2, has %3x%4").arg(hint.width()).arg(hint.height()).arg(r.width()).arg(r.height());
+            return QStringLiteral("needs %1x%2, has %3x%4")
+                .arg(hint.width())
+                .arg(hint.height())
+                .arg(r.width())
+                .arg(r.height());
         return {};
     }
     if (auto* button = qobject_cast<const QAbstractButton*>(control)) {
@@ -111,7 +118,10 @@ QString textProblem(const QWidget* control) {
         const QRect text = fm.boundingRect(room, flags, label->text());
         if (text.width() > room.width() || text.height() > room.height())
             return QStringLiteral("text needs %1x%2 in %3x%4")
-                .arg(text.width()).arg(text.height()).arg(room.width()).arg(room.height());
+                .arg(text.width())
+                .arg(text.height())
+                .arg(room.width())
+                .arg(room.height());
     }
     return {};
 }
@@ -122,9 +132,13 @@ QStringList windowProblems(QWidget* window) {
     const QRect area = window->screen()->availableGeometry();
     if (!area.contains(window->frameGeometry()))
         problems << QStringLiteral("%1: frame %2,%3 %4x%5 outside the screen's %6x%7")
-                        .arg(name).arg(window->frameGeometry().x()).arg(window->frameGeometry().y())
-                        .arg(window->frameGeometry().width()).arg(window->frameGeometry().height())
-                        .arg(area.width()).arg(area.height());
+                        .arg(name)
+                        .arg(window->frameGeometry().x())
+                        .arg(window->frameGeometry().y())
+                        .arg(window->frameGeometry().width())
+                        .arg(window->frameGeometry().height())
+                        .arg(area.width())
+                        .arg(area.height());
     for (QMenuBar* bar : window->findChildren<QMenuBar*>()) {
         if (!bar->isVisibleTo(window)) continue;
         const auto* overflow = bar->findChild<QToolButton*>(QStringLiteral("qt_menubar_ext_button"));
@@ -143,14 +157,20 @@ QStringList windowProblems(QWidget* window) {
     for (QWidget* control : controls) {
         if (!control->isVisibleTo(window) || control->objectName().startsWith(QStringLiteral("qt_"))) continue;
         if (control->window() != window || control->size().isEmpty()) continue;
-        const QString what = QStringLiteral("%1/%2 \"%3\"").arg(name, nameOf(control),
-            qobject_cast<QLabel*>(control) ? qobject_cast<QLabel*>(control)->text().left(30)
-                                           : qobject_cast<QAbstractButton*>(control)->text().left(30));
+        const QString what =
+            QStringLiteral("%1/%2 \"%3\"")
+                .arg(name, nameOf(control),
+                     qobject_cast<QLabel*>(control) ? qobject_cast<QLabel*>(control)->text().left(30)
+                                                    : qobject_cast<QAbstractButton*>(control)->text().left(30));
         const QRect whole(control->mapTo(window, QPoint(0, 0)), control->size());
         const QRect part = shownPart(control, window);
         if (isInScrolledArea(control, window) ? part.isEmpty() : part != whole)
             problems << QStringLiteral("%1 cut by its window (%2x%3 of %4x%5 shown)")
-                            .arg(what).arg(part.width()).arg(part.height()).arg(whole.width()).arg(whole.height());
+                            .arg(what)
+                            .arg(part.width())
+                            .arg(part.height())
+                            .arg(whole.width())
+                            .arg(whole.height());
         if (const QString p = textProblem(control); !p.isEmpty()) problems << what + QStringLiteral(": ") + p;
     }
     return problems;
@@ -160,8 +180,10 @@ QStringList windowProblems(QWidget* window) {
 bool crosses(const Canvas::DrawnLine& line, const QRectF& box) {
     if (box.contains(line.from) || box.contains(line.to)) return true;
     const QLineF l(line.from, line.to);
-    const QLineF edges[] = {{box.topLeft(), box.topRight()}, {box.topRight(), box.bottomRight()},
-                            {box.bottomRight(), box.bottomLeft()}, {box.bottomLeft(), box.topLeft()}};
+    const QLineF edges[] = {{box.topLeft(), box.topRight()},
+                            {box.topRight(), box.bottomRight()},
+                            {box.bottomRight(), box.bottomLeft()},
+                            {box.bottomLeft(), box.topLeft()}};
     for (const QLineF& edge : edges)
         if (l.intersects(edge, nullptr) == QLineF::BoundedIntersection) return true;
     return false;
@@ -188,7 +210,8 @@ bool showsThrough(const Canvas& canvas, const Canvas::DrawnLine& line, const QRe
         const QPointF user = canvas.toUser(p);
         const QColor c = canvas.pixelAt(user.x(), user.y());
         const bool like = std::abs(c.red() - line.colour.red()) + std::abs(c.green() - line.colour.green()) +
-                              std::abs(c.blue() - line.colour.blue()) < 40;
+                              std::abs(c.blue() - line.colour.blue()) <
+                          40;
         seen += like ? 1 : 0;
         run = like ? run + 1 : 0;
         longest = std::max(longest, run);
@@ -212,18 +235,25 @@ QStringList graphProblems(const Canvas& canvas, const QString& name) {
         const QString what = QStringLiteral("%1 \"%2\"").arg(name, t.text.left(40));
         if (t.points < 8.0) problems << QStringLiteral("%1 in %2 pt").arg(what).arg(t.points);
         if (!area.contains(t.box))
-            problems << QStringLiteral("%1 runs off the %2x%3 drawing").arg(what).arg(canvas.width()).arg(canvas.height());
+            problems
+                << QStringLiteral("%1 runs off the %2x%3 drawing").arg(what).arg(canvas.width()).arg(canvas.height());
         for (std::size_t j = i + 1; j < texts.size(); ++j)
             if (!texts[j].text.trimmed().isEmpty() && inner(t.box).intersects(inner(texts[j].box)))
                 problems << QStringLiteral("%1 overlaps \"%2\"").arg(what, texts[j].text.left(40));
         for (const auto& disc : canvas.drawnDiscs())
             if (discMeets(disc, inner(t.box)))
                 problems << QStringLiteral("%1 meets the point at (%2, %3)")
-                                .arg(what).arg(disc.box.center().x()).arg(disc.box.center().y());
+                                .arg(what)
+                                .arg(disc.box.center().x())
+                                .arg(disc.box.center().y());
         for (const auto& line : lines)
             if (crosses(line, inner(t.box)) && showsThrough(canvas, line, inner(t.box))) {
                 problems << QStringLiteral("%1 crossed by a line from (%2, %3) to (%4, %5)")
-                                .arg(what).arg(line.from.x()).arg(line.from.y()).arg(line.to.x()).arg(line.to.y());
+                                .arg(what)
+                                .arg(line.from.x())
+                                .arg(line.from.y())
+                                .arg(line.to.x())
+                                .arg(line.to.y());
                 break;
             }
     }
@@ -242,7 +272,9 @@ QStringList lawLabelProblems(const Canvas& canvas, std::size_t firstLabel, const
         for (const auto& disc : canvas.drawnDiscs())
             if (discMeets(disc, ground))
                 problems << QStringLiteral("%1 covers the point at (%2, %3)")
-                                .arg(what).arg(disc.box.center().x()).arg(disc.box.center().y());
+                                .arg(what)
+                                .arg(disc.box.center().x())
+                                .arg(disc.box.center().y());
         for (const auto& line : canvas.drawnLines())
             if (line.colour == Qt::black && crosses(line, ground))
                 problems << QStringLiteral("%1 covers an axis").arg(what);
@@ -267,7 +299,10 @@ class TestWindowLayout : public QObject {
             const QString dir = qEnvironmentVariable("LAYOUT_PNG_DIR");
             if (!dir.isEmpty()) {
                 QDir().mkpath(dir);
-                w->grab().save(QStringLiteral("%1/%2_%3_%4.png").arg(dir).arg(step_, 2, 10, QLatin1Char('0')).arg(step, nameOf(w)));
+                w->grab().save(QStringLiteral("%1/%2_%3_%4.png")
+                                   .arg(dir)
+                                   .arg(step_, 2, 10, QLatin1Char('0'))
+                                   .arg(step, nameOf(w)));
             }
         }
     }
@@ -287,7 +322,8 @@ private slots:
         if (wanted.isEmpty()) QSKIP("no screen named");
         const QScreen* screen = QGuiApplication::primaryScreen();
         const QString actual = QStringLiteral("%1x%2@%3")
-                                   .arg(screen->geometry().width()).arg(screen->geometry().height())
+                                   .arg(screen->geometry().width())
+                                   .arg(screen->geometry().height())
                                    .arg(screen->devicePixelRatio());
         QCOMPARE(actual, wanted);
     }
@@ -401,9 +437,9 @@ private slots:
             }
         };
         const std::pair<const char*, void (Inpdat::*)()> tables[] = {
-            {"Newton glass", &Inpdat::Newt_Click},       {"Newton water", &Inpdat::newt2_Click},
-            {"Al Haytham glass", &Inpdat::Alhazen_Click}, {"Al Haytham water", &Inpdat::Alhazen2_Click},
-            {"Ptolemy glass", &Inpdat::Ptolemy_Click},    {"Ptolemy water", &Inpdat::ptolemy2_Click},
+            {"Newton glass", &Inpdat::Newt_Click},          {"Newton water", &Inpdat::newt2_Click},
+            {"Al Haytham glass", &Inpdat::Alhazen_Click},   {"Al Haytham water", &Inpdat::Alhazen2_Click},
+            {"Ptolemy glass", &Inpdat::Ptolemy_Click},      {"Ptolemy water", &Inpdat::ptolemy2_Click},
             {"Witelo glass", &Inpdat::Vitello_Glass_Click}, {"Witelo water", &Inpdat::Vitello_water_Click}};
         for (const auto& [name, load] : tables) {
             (data.*load)();
@@ -450,9 +486,9 @@ private slots:
         // Several laws laid one after another over three tables, as a
         // pupil compares them: every label readable, none over another's,
         // no line seen through one; and still so once the window is resized.
-        const std::pair<const char*, void (Inpdat::*)()> lawTables[] = {
-            {"Ptolemy glass", &Inpdat::Ptolemy_Click}, {"Newton water", &Inpdat::newt2_Click},
-            {"Al Haytham glass", &Inpdat::Alhazen_Click}};
+        const std::pair<const char*, void (Inpdat::*)()> lawTables[] = {{"Ptolemy glass", &Inpdat::Ptolemy_Click},
+                                                                        {"Newton water", &Inpdat::newt2_Click},
+                                                                        {"Al Haytham glass", &Inpdat::Alhazen_Click}};
         auto& graph = form<Incref>();
         const QSize placed = graph.size();
         for (const auto& [name, load] : lawTables) {
@@ -469,7 +505,8 @@ private slots:
             for (const QSize size : {smaller, placed}) {
                 graph.resize(size);
                 QTest::qWait(30);
-                const QString sized = laws + QStringLiteral(" at %1x%2").arg(graph.canvas()->width()).arg(graph.canvas()->height());
+                const QString sized =
+                    laws + QStringLiteral(" at %1x%2").arg(graph.canvas()->width()).arg(graph.canvas()->height());
                 checkGraphs(sized);
                 problems << lawLabelProblems(*graph.canvas(), graphTexts, sized);
                 // The laws are drawn again at the new size, not left squeezed.
@@ -479,8 +516,9 @@ private slots:
                     if (t.text.startsWith(QStringLiteral("n="))) snell << t.text;
                     if (t.colour == QColor(255, 0, 0) && t.text.contains(QStringLiteral("Kepler"))) kepler << t.text;
                 }
-                QVERIFY2(fixed.size() >= 2 && snell.size() == 1 && !kepler.isEmpty(),
-                         qPrintable(laws + QStringLiteral(": ") + (fixed + snell + kepler).join(QStringLiteral(" | "))));
+                QVERIFY2(
+                    fixed.size() >= 2 && snell.size() == 1 && !kepler.isEmpty(),
+                    qPrintable(laws + QStringLiteral(": ") + (fixed + snell + kepler).join(QStringLiteral(" | "))));
             }
         }
         data.Newt_Click();

@@ -102,9 +102,7 @@ private slots:
         using namespace alhaytham;
         const std::vector<CheckStep> equal = checkSteps(1.0);
         QCOMPARE(equal.size(), std::size_t(88));  // sin 90° / 1 = 1 ends the curve at 89°
-        for (const CheckStep& s : equal) {
-            QVERIFY(std::fabs(s.d1) < 1e-12 && !s.rule5Violated && !s.rule6Violated);
-        }
+        for (const CheckStep& s : equal) { QVERIFY(std::fabs(s.d1) < 1e-12 && !s.rule5Violated && !s.rule6Violated); }
         const std::vector<CheckStep> dense = checkSteps(2.0);
         QVERIFY(!dense.empty() && dense.front().incidenceDegrees == 1);
         QVERIFY(dense.front().rule5Violated && !dense.front().rule6Violated);
@@ -157,11 +155,21 @@ private slots:
         const struct {
             const char* typed;
             StartPairAnswer water, glass;
-        } cases[] = {{"", Cancelled, Cancelled},       {"   ", Cancelled, Cancelled},     {"abc", NotANumber, NotANumber},
-                     {"1,5.0", NotANumber, NotANumber}, {"nan", NotANumber, NotANumber},  {"1,5", NotWhole, NotWhole},
-                     {"1.5", NotWhole, NotWhole},       {"0", OutOfRange, OutOfRange},    {"8", OutOfRange, OutOfRange},
-                     {"1e9", OutOfRange, OutOfRange},   {"-3", OutOfRange, OutOfRange},   {"2,0", Valid, Valid},
-                     {"1", Valid, Valid},               {" 6 ", Valid, Valid},            {"7", Valid, BeyondTheSet}};
+        } cases[] = {{"", Cancelled, Cancelled},
+                     {"   ", Cancelled, Cancelled},
+                     {"abc", NotANumber, NotANumber},
+                     {"1,5.0", NotANumber, NotANumber},
+                     {"nan", NotANumber, NotANumber},
+                     {"1,5", NotWhole, NotWhole},
+                     {"1.5", NotWhole, NotWhole},
+                     {"0", OutOfRange, OutOfRange},
+                     {"8", OutOfRange, OutOfRange},
+                     {"1e9", OutOfRange, OutOfRange},
+                     {"-3", OutOfRange, OutOfRange},
+                     {"2,0", Valid, Valid},
+                     {"1", Valid, Valid},
+                     {" 6 ", Valid, Valid},
+                     {"7", Valid, BeyondTheSet}};
         for (const auto& c : cases) {
             QVERIFY2(readStartPair(c.typed, waterSet()).answer == c.water, c.typed);
             QVERIFY2(readStartPair(c.typed, glassSet()).answer == c.glass, c.typed);

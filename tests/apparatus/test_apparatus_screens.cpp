@@ -1,12 +1,11 @@
 // Ptolemy's instrument with its sight view, Al Haytham's instrument with his
 // rules and their check, and Ptolemy's data fitting, as the pupil uses them
 // from the data screen.
-#include <QtTest>
-
 #include <QLabel>
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QTextEdit>
+#include <QtTest>
 
 #include "analysis/graph_screens.h"
 #include "apparatus/alhaytham_screens.h"
@@ -77,7 +76,8 @@ private slots:
         QCOMPARE(text(p, "Label2"), QStringLiteral("POSITION IN AIR θέση στον αέρα = 50"));
         QCOMPARE(text(p, "Label3"), QStringLiteral("ANGLE OF TARGET Γωνία στόχου =0.5°"));
         QScrollBar& inAir = child(p, "metatopisipar");
-        QWidget* order[] = {&child(p, "goniaprosptosis"), &child<CaptionButton>(p, "Command1"), &inAir, &child(p, "dgonia")};
+        QWidget* order[] = {&child(p, "goniaprosptosis"), &child<CaptionButton>(p, "Command1"), &inAir,
+                            &child(p, "dgonia")};
         for (int k = 0; k < 3; ++k) QCOMPARE(order[k]->nextInFocusChain(), order[k + 1]);
         // Opening again keeps what the pupil set.
         inAir.setValue(120);
@@ -121,14 +121,16 @@ private slots:
         child(p, "dgonia").setValue(6);  // 3° bodies
         inAir.setValue(120);             // 1.2° beyond 41.7°
         QVERIFY(!p.lastCovered());
-        QVERIFY(text(p, "Label2").startsWith(QStringLiteral("BODY'S POSITION IN AIR θέση σώματος στον αέρα=41.38°-44.38°")));
+        QVERIFY(text(p, "Label2")
+                    .startsWith(QStringLiteral("BODY'S POSITION IN AIR θέση σώματος στον αέρα=41.38°-44.38°")));
         QVERIFY(text(p, "Label2").endsWith(QStringLiteral("EXPECTED αναμενόμενη =41.7°")));
         QVERIFY(pixelsOf(view, kMagenta) > 0);  // the target's band shows apart
 
         inAir.setValue(0);
         QVERIFY(p.lastCovered());
         QCOMPARE(text(p, "Label2"),
-                 QStringLiteral("BODY'S POSITION IN  AIR θέση σώματος στον αέρα=40.2°-43.2°αναμενόμενη =41.7°MEAN μέσος =41.7°"));
+                 QStringLiteral(
+                     "BODY'S POSITION IN  AIR θέση σώματος στον αέρα=40.2°-43.2°αναμενόμενη =41.7°MEAN μέσος =41.7°"));
         QCOMPARE(pixelsOf(view, kMagenta), 0);  // hidden behind the body in air
         QCOMPARE(text(p, "Label3"), QStringLiteral("ANGLE OF TARGET Γωνία στόχου =3.0°"));
 
@@ -167,12 +169,14 @@ private slots:
         Analysis& notes = form<Analysis>();
         QVERIFY(notes.isVisible() && notes.textShown());
         const QString explanation = notes.text();
-        QVERIFY(explanation.indexOf(QStringLiteral("GEH.")) < explanation.indexOf(QStringLiteral("PTOLEMY, was the famous")));
+        QVERIFY(explanation.indexOf(QStringLiteral("GEH.")) <
+                explanation.indexOf(QStringLiteral("PTOLEMY, was the famous")));
         QVERIFY(explanation.endsWith(QStringLiteral("Then  the  refraction angle HEG is measured")));
         Incref& graph = form<Incref>();
         QCOMPARE(graph.title(), QStringLiteral("PTOLEMY'S APPARATUS Η συσκευή του Πτολεμαίου"));
         const QStringList letters = graph.canvas()->printedTexts();
-        for (const char* letter : {"A", "B", "G", "D", "E", "Z", "H"}) QVERIFY(letters.contains(QString::fromLatin1(letter)));
+        for (const char* letter : {"A", "B", "G", "D", "E", "Z", "H"})
+            QVERIFY(letters.contains(QString::fromLatin1(letter)));
         QVERIFY(pixelsOf(*graph.canvas(), kYellow) > 0);
     }
 
@@ -182,8 +186,9 @@ private slots:
         const QStringList printed = form<Incref>().canvas()->printedTexts();
         QCOMPARE(printed.size(), 13);
         QCOMPARE(printed[5], printed[6]);  // rule (2), twice
-        QCOMPARE(printed[9], QStringLiteral("(5) for refraction form rare to dens d < r/2                     για διάθλαση "
-                                            "από αραιό σε πυκνό απ < πρ/2"));
+        QCOMPARE(printed[9],
+                 QStringLiteral("(5) for refraction form rare to dens d < r/2                     για διάθλαση "
+                                "από αραιό σε πυκνό απ < πρ/2"));
         QCOMPARE(pixelsOf(*form<Incref>().canvas(), kRed), 0);
     }
 
@@ -225,7 +230,8 @@ private slots:
         // The legend keeps its own colours for deviation and half incidence.
         QVERIFY(pixelsOf(check.drawing(), QColor(0, 255, 0)) > 0);
         QVERIFY(pixelsOf(check.drawing(), QColor(0, 255, 255)) > 0);
-        QVERIFY(check.drawing().printedTexts().contains(QStringLiteral("(INCIDENCE + DEVIATION πρόσπτωσης+απόκλισης)/2")));
+        QVERIFY(
+            check.drawing().printedTexts().contains(QStringLiteral("(INCIDENCE + DEVIATION πρόσπτωσης+απόκλισης)/2")));
     }
 
     // n = 2.00 breaks rule (5) at once: it turns red on the graph screen;
@@ -279,8 +285,10 @@ private slots:
         const QStringList texts = k.drawing().printedTexts();
         QVERIFY(texts.contains(QStringLiteral("  PTOLEMY'S MANIPULATION Προσαρμογή Πτολεμαίου")));
         QVERIFY(texts.contains(QStringLiteral("EXPECTED VALUES Πραγματικές τιμές")));
-        QVERIFY(child<QTextEdit>(k, "explanation").toPlainText().contains(
-            QStringLiteral("Press the LEFT BUTTON For n =2 we start  with the difference of  20° and 30°.")));
+        QVERIFY(child<QTextEdit>(k, "explanation")
+                    .toPlainText()
+                    .contains(QStringLiteral(
+                        "Press the LEFT BUTTON For n =2 we start  with the difference of  20° and 30°.")));
         child<QRadioButton>(k, "Option1").click();
         QCOMPARE(k.shownValues(), ptolemy_fit::glassSet().refraction);
         // Chosen without a click (a screen reader toggles it): drawn all the same.
@@ -301,10 +309,12 @@ private slots:
             scope.dialogs().answers = {QString::fromLatin1(typed)};
             other.click();
             QCOMPARE(scope.dialogs().messages.size(), *typed ? 1 : 0);
-            if (*typed) QVERIFY(scope.dialogs().messages.first().startsWith(QStringLiteral("CHOOSE A NUMBER BETWEEN 1 &7")));
+            if (*typed)
+                QVERIFY(scope.dialogs().messages.first().startsWith(QStringLiteral("CHOOSE A NUMBER BETWEEN 1 &7")));
             QCOMPARE(k.drawing().printedTexts(), before);
         }
-        QCOMPARE(scope.dialogs().prompts.last(), QStringLiteral("number of first member  of pair ΑΡΙΘΜΟΣ ΠΡΩΤΟΥ ΜΕΛΟΥΣ ΖΕΥΓΟΥΣ"));
+        QCOMPARE(scope.dialogs().prompts.last(),
+                 QStringLiteral("number of first member  of pair ΑΡΙΘΜΟΣ ΠΡΩΤΟΥ ΜΕΛΟΥΣ ΖΕΥΓΟΥΣ"));
 
         scope.dialogs().answers = {QStringLiteral("2")};
         other.click();
@@ -363,7 +373,7 @@ private slots:
         openPtolemyDataFitting();
         hideApparatusScreens();
         for (QWidget* w : std::initializer_list<QWidget*>{&form<Ptolemaios>(), &form<Emfanisi>(), &form<Xaithamos>(),
-                                                         &form<Alhazencheck>(), &form<Ptolkam>()})
+                                                          &form<Alhazencheck>(), &form<Ptolkam>()})
             QVERIFY(!w->isVisible());
     }
 };

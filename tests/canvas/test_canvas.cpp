@@ -1,8 +1,7 @@
-#include <QtTest>
-
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
+#include <QtTest>
 
 #include <cmath>
 #include <limits>
@@ -23,7 +22,10 @@ const QColor kBlue(0, 0, 255);
 const QColor kWhite(255, 255, 255);
 
 // The non-white device pixels within area (default: all): their bounds and count.
-struct Ink { QRect bounds; int count = 0; };
+struct Ink {
+    QRect bounds;
+    int count = 0;
+};
 Ink ink(const QImage& image, QRect area = QRect()) {
     Ink found;
     const QRect r = area.isNull() ? image.rect() : area.intersected(image.rect());
@@ -85,8 +87,8 @@ private slots:
         QTest::addColumn<QPolygonF>("inked");
         QTest::addColumn<QPolygonF>("blank");
         QTest::newRow("arc alone") << 0.001 << kPi << QPolygonF{{0, 100}} << QPolygonF{{0, -100}, {50, 0}, {-50, 0}};
-        QTest::newRow("closed at -0.001") << -0.001 << -kPi << QPolygonF{{0, 100}, {50, 0}, {95, 0}, {-50, 0}}
-                                          << QPolygonF{{0, -100}, {0, 50}};
+        QTest::newRow("closed at -0.001")
+            << -0.001 << -kPi << QPolygonF{{0, 100}, {50, 0}, {95, 0}, {-50, 0}} << QPolygonF{{0, -100}, {0, 50}};
         QTest::newRow("radius at start") << -kPi / 2 << kPi << QPolygonF{{0, 50}, {-71, 71}}
                                          << QPolygonF{{-50, 0}, {71, 71}};
         QTest::newRow("radius at end") << kPi / 2 << -kPi << QPolygonF{{-50, 0}} << QPolygonF{{0, 50}};
@@ -140,8 +142,10 @@ private slots:
             c.setDrawStyle(style);
             c.line(-150, 100, 150, 100, kRed);
             const int n = ink(c.image(), QRect(60, 100, 280, 1)).count;
-            if (style == DrawStyle::Solid) QCOMPARE(n, 280);
-            else QVERIFY2(n > 40 && n < 260, qPrintable(QString::number(n)));  // visibly broken
+            if (style == DrawStyle::Solid)
+                QCOMPARE(n, 280);
+            else
+                QVERIFY2(n > 40 && n < 260, qPrintable(QString::number(n)));  // visibly broken
         }
     }
 
@@ -233,7 +237,7 @@ private slots:
         QCOMPARE(c.image().size(), QSize(800, 600));
         QCOMPARE(ink(c.image(), QRect(0, 0, 800, 170)).bounds, QRect(0, 150, 800, 1));  // replayed, not stretched
         QVERIFY(std::abs(ink(c.image(), QRect(600, 200, 200, 150)).bounds.width() - 81) <= 2);  // radius counts across
-        QCOMPARE(ink(c.image(), QRect(0, 155, 290, 200)).bounds.width(), text.width());  // text keeps its size
+        QCOMPARE(ink(c.image(), QRect(0, 155, 290, 200)).bounds.width(), text.width());         // text keeps its size
         c.pset(-100, -100, kRed);  // new drawing lands at the new size
         QCOMPARE(c.image().pixelColor(200, 450), kRed);
         c.resize(200, 200);  // text shrinks with the area, but not below 8 pt (it was printed in 10)
@@ -289,7 +293,6 @@ private slots:
         c.filledBox(0, 90, 10, 100, kBlue);
         QCOMPARE(c.pixelAt(5, 95), kBlue);
         QCOMPARE(c.pixelAt(5, 85), kWhite);
-
 
         c.resize(400, 400);
         QCOMPARE(c.image().size(), QSize(400, 400));

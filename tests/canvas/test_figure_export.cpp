@@ -1,18 +1,17 @@
-#include <QtTest>
-
 #include <QDir>
 #include <QFile>
 #include <QImageReader>
 #include <QPrinter>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
+#include <QtTest>
 
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"
-#include "ui/figure_commands.h"
 #include "canvas/fonts.h"
 #include "paint_probe.h"
 #include "test_support.h"
+#include "ui/figure_commands.h"
 
 namespace {
 
@@ -88,7 +87,8 @@ private slots:
         while (!xml.atEnd()) {
             if (xml.readNext() != QXmlStreamReader::StartElement) continue;
             const auto name = xml.name();
-            if (name == QLatin1String("text")) texts << xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed();
+            if (name == QLatin1String("text"))
+                texts << xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed();
             if (name == QLatin1String("path") || name == QLatin1String("polyline") || name == QLatin1String("line") ||
                 name == QLatin1String("rect"))
                 ++shapes;
@@ -167,7 +167,13 @@ private slots:
         // Thin lines sit on pixel centres: half a screen pixel may stick out
         // at the figure's edge, where the figure's clip cuts it.
         const QRectF ink = paper.engine.ink;
-        QVERIFY2(pageRect.adjusted(-k, -k, k, k).contains(ink), qPrintable(QStringLiteral("%1,%2 %3x%4 on %5x%6").arg(ink.x()).arg(ink.y()).arg(ink.width()).arg(ink.height()).arg(area.width()).arg(area.height())));
+        QVERIFY2(pageRect.adjusted(-k, -k, k, k).contains(ink), qPrintable(QStringLiteral("%1,%2 %3x%4 on %5x%6")
+                                                                               .arg(ink.x())
+                                                                               .arg(ink.y())
+                                                                               .arg(ink.width())
+                                                                               .arg(ink.height())
+                                                                               .arg(area.width())
+                                                                               .arg(area.height())));
         QVERIFY(paper.engine.ink.width() > 0.99 * area.width());
 
         QCOMPARE(paper.engine.texts.size(), screen.engine.texts.size());

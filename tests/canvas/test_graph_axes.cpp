@@ -42,8 +42,10 @@ private slots:
     void initTestCase() { installFontSubstitutions(); }
 
     void stepsAndCrossings() {
-        struct Case { double lo, hi, step, crossing; };
-        const Case cases[] = {{-5, 110, 10, 0}, {10, 90, 10, 10}, {-90, -10, 10, -90}, {-0.2, 1.2, 0.1, 0},
+        struct Case {
+            double lo, hi, step, crossing;
+        };
+        const Case cases[] = {{-5, 110, 10, 0},  {10, 90, 10, 10},      {-90, -10, 10, -90}, {-0.2, 1.2, 0.1, 0},
                               {0, 1000, 100, 0}, {0, 0.001, 0.0001, 0}, {0, 3.0e6, 2.0e5, 0}};
         for (const Case& k : cases) {
             const double derived = derivedAxisStep(k.lo, k.hi);
@@ -54,7 +56,7 @@ private slots:
 
     void labelFormatsAndTicks() {
         using F = AxisLabelFormat;
-        const std::pair<double, F> formats[] = {{10, F::Whole}, {0.5, F::OneDecimal}, {0.3, F::OneDecimal},
+        const std::pair<double, F> formats[] = {{10, F::Whole},         {0.5, F::OneDecimal},   {0.3, F::OneDecimal},
                                                 {0.25, F::TwoDecimals}, {0.07, F::TwoDecimals}, {0.001, F::Scientific},
                                                 {0.125, F::Scientific}, {5e6, F::Scientific}};
         for (auto [step, format] : formats) QCOMPARE(axisLabelFormatFor(step), format);
@@ -73,7 +75,7 @@ private slots:
     }
 
     void degenerateRangesGiveNothing() {
-        const std::pair<double, double> bad[] = {{5, 5}, {10, -10}, {kNaN, 1},
+        const std::pair<double, double> bad[] = {{5, 5},    {10, -10},       {kNaN, 1},
                                                  {0, kInf}, {-1e308, 1e308}, {1e20, 1e20 + 1e4}};
         for (const auto& [lo, hi] : bad) {
             QVERIFY(!usableAxisRange(lo, hi));
@@ -189,7 +191,8 @@ private slots:
                     last = std::max(last, x);
                 }
         const double wanted = tight.textWidth(QStringLiteral("100")) / std::fabs(tight.userPerPixelX()) * dpr;
-        QVERIFY2(last - first + 1 >= 0.8 * wanted, qPrintable(QStringLiteral("%1 of %2").arg(last - first + 1).arg(wanted)));
+        QVERIFY2(last - first + 1 >= 0.8 * wanted,
+                 qPrintable(QStringLiteral("%1 of %2").arg(last - first + 1).arg(wanted)));
     }
 
     // On a wide graph a data point at (0, 0) is many pixels across: the
@@ -209,7 +212,8 @@ private slots:
             QVERIFY(zero != texts.end());
             const double off = distanceToRect(crossing, zero->box);
             const double markPixels = mark / std::fabs(c.userPerPixelX());
-            QVERIFY2(off >= markPixels, qPrintable(QStringLiteral("mark %1: %2 px off, mark %3 px").arg(mark).arg(off).arg(markPixels)));
+            QVERIFY2(off >= markPixels,
+                     qPrintable(QStringLiteral("mark %1: %2 px off, mark %3 px").arg(mark).arg(off).arg(markPixels)));
             // No mark leaves the label where it always stood, close by.
             if (mark == 0.0) QVERIFY(off < 6.0);
         }

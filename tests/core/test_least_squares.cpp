@@ -39,12 +39,12 @@ private slots:
     }
 
     void noLineWithoutTwoDistinctX() {
-        QVERIFY(!leastSquaresLine({0, 1}, {0, 2}, 1));                     // one point
-        QVERIFY(!leastSquaresLine({0, 0.7, 0.7, 0.7}, {0, 1, 2, 3}, 3));   // all x equal; the rounded sums leave 9e-16
+        QVERIFY(!leastSquaresLine({0, 1}, {0, 2}, 1));                    // one point
+        QVERIFY(!leastSquaresLine({0, 0.7, 0.7, 0.7}, {0, 1, 2, 3}, 3));  // all x equal; the rounded sums leave 9e-16
         QVERIFY(!leastSquaresLine({0, 5, 5}, {0, 1, 2}, 2));
         QVERIFY(!leastSquaresLine({0, 1, 2}, {0, 1, 2}, 0));
-        QVERIFY(!leastSquaresLine({0, 1, 2}, {0, 1, 2}, 3));               // arrays too short
-        QVERIFY(!leastSquaresLine({0, 0, 1e-30}, {0, 0, 1e30}, 2));       // slope beyond a float
+        QVERIFY(!leastSquaresLine({0, 1, 2}, {0, 1, 2}, 3));         // arrays too short
+        QVERIFY(!leastSquaresLine({0, 0, 1e-30}, {0, 0, 1e30}, 2));  // slope beyond a float
     }
 
     void arcSineThroughTheArctangent() {

@@ -31,11 +31,11 @@ private slots:
 
     void refused_data() {
         QTest::addColumn<QString>("text");
-        for (const char* bad : {"", "   ", "abc", "1e999", "nan", "NaN", "inf", "-inf", "12abc", "0x10", "--1", "1-",
-                                ".", "e5", "1.2.3",
-                                // A comma together with a point, or two commas: which one is the decimal mark
-                                // cannot be told, so neither reading is guessed.
-                                "1,5.2", "1.5,2", "1,,5", "1,2,3", ",", "1e1,5", "1,000.5"})
+        for (const char* bad :
+             {"", "   ", "abc", "1e999", "nan", "NaN", "inf", "-inf", "12abc", "0x10", "--1", "1-", ".", "e5", "1.2.3",
+              // A comma together with a point, or two commas: which one is the decimal mark
+              // cannot be told, so neither reading is guessed.
+              "1,5.2", "1.5,2", "1,,5", "1,2,3", ",", "1e1,5", "1,000.5"})
             QTest::newRow(bad[0] ? bad : "empty") << QString::fromLatin1(bad);
     }
     void refused() {

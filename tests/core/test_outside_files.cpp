@@ -4,13 +4,12 @@
 // reading them into memory; and quoting outside text in messages.
 #include <QtTest>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <chrono>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "core/message_text.h"
 #include "core/outside_files.h"
@@ -152,7 +151,9 @@ private slots:
     // round: the cut is marked, invisible controls become visible escapes.
     void quotingForMessages() {
         QCOMPARE(quotedForMessage("19,5"), std::string("19,5"));
-        QCOMPARE(quotedForMessage("abc\xE2\x80\xAE" "def"), std::string("abc\\u202Edef"));  // U+202E
+        QCOMPARE(quotedForMessage("abc\xE2\x80\xAE"
+                                  "def"),
+                 std::string("abc\\u202Edef"));  // U+202E
         QCOMPARE(quotedForMessage("a\tb\x7F"), std::string("a\\u0009b\\u007F"));
         QCOMPARE(quotedForMessage("x\xFFy"), std::string("x\\xFFy"));
         const std::string digits(60000, '7');

@@ -13,23 +13,22 @@
 // nothing and is left out; the others fail for root as for anyone.
 #include <QtTest>
 
+#include <csignal>
+#include <functional>
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include <csignal>
-#include <functional>
-
-#include "ui/forms.h"
 #include "app/main_menu.h"
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"
-#include "ui/figure_commands.h"
 #include "canvas/fonts.h"
+#include "core/outside_files.h"
 #include "history/inpdat_screen.h"
 #include "semicircle/hmiky_screen.h"
 #include "semicircle/measurement_file.h"
-#include "core/outside_files.h"
 #include "test_support.h"
+#include "ui/figure_commands.h"
+#include "ui/forms.h"
 #include "unreadable.h"
 
 namespace {
@@ -45,12 +44,15 @@ QByteArray readAll(const QString& path) {
 // file's bytes, a link's target, a folder's entries.
 QStringList folderContents(const QDir& dir) {
     QStringList found;
-    for (const QFileInfo& entry : dir.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System |
-                                                    QDir::NoDotAndDotDot, QDir::Name)) {
+    for (const QFileInfo& entry :
+         dir.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name)) {
         QString held;
-        if (entry.isSymLink()) held = QStringLiteral("link to ") + entry.symLinkTarget();
-        else if (entry.isDir()) held = QDir(entry.filePath()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).join(',');
-        else held = QString::fromLatin1(readAll(entry.filePath()).toHex());
+        if (entry.isSymLink())
+            held = QStringLiteral("link to ") + entry.symLinkTarget();
+        else if (entry.isDir())
+            held = QDir(entry.filePath()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).join(',');
+        else
+            held = QString::fromLatin1(readAll(entry.filePath()).toHex());
         found << entry.fileName() + QStringLiteral(": ") + held;
     }
     return found;
@@ -98,13 +100,13 @@ class TestFailedWrites : public QObject {
 
     std::vector<Writer> writers() {
         std::vector<Writer> list;
-        list.push_back({QStringLiteral("measurement file"), QString::fromLatin1(kMeasurementFileName),
-                        [](const QString& path) {
-                            const QString previous = QDir::currentPath();
-                            QDir::setCurrent(QFileInfo(path).absolutePath());
-                            form<Hmiky>().fylaxe_Click();
-                            QDir::setCurrent(previous);
-                        }});
+        list.push_back(
+            {QStringLiteral("measurement file"), QString::fromLatin1(kMeasurementFileName), [](const QString& path) {
+                 const QString previous = QDir::currentPath();
+                 QDir::setCurrent(QFileInfo(path).absolutePath());
+                 form<Hmiky>().fylaxe_Click();
+                 QDir::setCurrent(previous);
+             }});
         list.push_back({QStringLiteral("table"), QStringLiteral("table.csv"), [this](const QString& path) {
                             scope_->dialogs().saveFiles = {path};
                             form<Inpdat>().saveTable();
@@ -201,20 +203,24 @@ private slots:
             return d.filePath(f);
         };
         const std::vector<std::pair<const char*, Make>> refusals{
-            {"read-only old file", [&](const QDir& d, const QString& f) {
+            {"read-only old file",
+             [&](const QDir& d, const QString& f) {
                  QFile::setPermissions(old(d, f), QFileDevice::ReadOwner | QFileDevice::ReadGroup);
                  return d.filePath(f);
              }},
             {"dangling link", [&](const QDir& d, const QString& f) { return link(d, "nowhere", f); }},
-            {"loop of links", [&](const QDir& d, const QString& f) {
+            {"loop of links",
+             [&](const QDir& d, const QString& f) {
                  link(d, f, "other");
                  return link(d, "other", f);
              }},
-            {"name taken by a folder", [](const QDir& d, const QString& f) {
+            {"name taken by a folder",
+             [](const QDir& d, const QString& f) {
                  d.mkdir(f);
                  return d.filePath(f);
              }},
-            {"read-only folder", [&](const QDir& d, const QString& f) {
+            {"read-only folder",
+             [&](const QDir& d, const QString& f) {
                  const QString path = old(d, f);
                  QFile::setPermissions(d.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
                  return path;
@@ -238,7 +244,8 @@ private slots:
                              qPrintable(what + QStringLiteral(": ") + lastMessage()));
                     QVERIFY2(folderContents(dir) == before, qPrintable(what));
                 }
-                QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+                QFile::setPermissions(dir.path(),
+                                      QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
             }
         }
     }
@@ -250,7 +257,8 @@ private slots:
         for (const Writer& w : writers()) {
             QTemporaryDir dir;
             QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
-                                                  QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther);
+                                                  QFileDevice::ReadOther | QFileDevice::WriteOther |
+                                                  QFileDevice::ExeOther);
             const QString path = dir.filePath(w.fileName);
             QVERIFY(writeAll(path, kOld));
             QFile::setPermissions(path, QFileDevice::WriteOwner | QFileDevice::WriteGroup | QFileDevice::WriteOther);

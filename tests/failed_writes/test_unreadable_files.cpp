@@ -5,17 +5,16 @@
 // system allows can still be saved (its temporary's name must fit too).
 #include <QtTest>
 
-#include <sys/stat.h>
-
 #include <filesystem>
 #include <fstream>
+#include <sys/stat.h>
 
-#include "ui/forms.h"
 #include "app/main_menu.h"
 #include "core/outside_files.h"
 #include "history/inpdat_screen.h"
 #include "semicircle/measurement_file.h"
 #include "test_support.h"
+#include "ui/forms.h"
 #include "unreadable.h"
 
 namespace fs = std::filesystem;
@@ -77,7 +76,6 @@ private slots:
             QCOMPARE(state.reason, kDenied);
             QVERIFY(readMeasurementRecords(writeOnly).empty() && !readLastMeasurementRecord(writeOnly) &&
                     !recallMeasurementRecord(writeOnly, 1));
-
         }
         QCOMPARE(names(at("")), before);
         QCOMPARE(contents(writeOnly), std::string(300, 'x'));

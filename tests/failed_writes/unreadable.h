@@ -3,11 +3,10 @@
 // bits do not stop the superuser, so for root the file system is asked as
 // "nobody" while an AsNobody lives: setfsuid changes only the identity the
 // file system checks, only on this thread, and is undone at the end.
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/fsuid.h>
 #include <unistd.h>
-
-#include <cerrno>
 
 class AsNobody {
 public:

@@ -66,8 +66,10 @@ private slots:
         QCOMPARE(shortestDecimal(historicalTable(TableId::Newt).refraction[11]), std::string("40.1833"));
         QCOMPARE(shortestDecimal(historicalTable(TableId::newt2).incidence[0]), std::string("0"));
         QCOMPARE(shortestDecimal(-0.0), std::string("0"));
-        const std::pair<TableId, double> indices[] = {{TableId::Ptolemy, 1.5195}, {TableId::ptolemy2, 1.3303},
-                                                      {TableId::Alhazen2, 1.3145}, {TableId::Newt, 1.5499},
+        const std::pair<TableId, double> indices[] = {{TableId::Ptolemy, 1.5195},
+                                                      {TableId::ptolemy2, 1.3303},
+                                                      {TableId::Alhazen2, 1.3145},
+                                                      {TableId::Newt, 1.5499},
                                                       {TableId::newt2, 1.3333}};
         for (const auto& [id, index] : indices) QVERIFY(std::fabs(fittedIndex(id) - index) < 5e-4);
         // Al Haytham's glass repeats Ptolemy's: the very same fit.
@@ -88,7 +90,7 @@ private slots:
         QVERIFY(!fitSines({{30.0f, 20.0f}}, false).line);                  // one pair
         QVERIFY(!fitSines({{30.0f, 20.0f}, {30.0f, 25.0f}}, false).line);  // one incidence
         const SineFit flat = fitSines({{10.0f, 20.0f}, {50.0f, 20.0f}}, false);
-        QVERIFY(flat.line && !flat.index);                                  // slope 0: no index
+        QVERIFY(flat.line && !flat.index);                                 // slope 0: no index
         QVERIFY(!fitSines({{10.0f, 95.0f}, {20.0f, 100.0f}}, true).line);  // nothing below 90°
     }
 
@@ -141,8 +143,8 @@ private slots:
         QVERIFY(!ok.error);
         using Kind = TypedRowError::Kind;
         const std::pair<std::string, Kind> bad[] = {
-            {"abc", Kind::NotANumber}, {"1,5.0", Kind::NotANumber},         {"1,,5", Kind::NotANumber},
-            {"1e999", Kind::NotANumber}, {"nan", Kind::NotANumber},           {std::string(400, '9'), Kind::NotANumber},
+            {"abc", Kind::NotANumber},   {"1,5.0", Kind::NotANumber}, {"1,,5", Kind::NotANumber},
+            {"1e999", Kind::NotANumber}, {"nan", Kind::NotANumber},   {std::string(400, '9'), Kind::NotANumber},
             {"181", Kind::OutOfRange},   {"-1e300", Kind::OutOfRange}};
         for (const auto& [text, kind] : bad) {
             const TypedReading r = readTypedPairs({{"10", "7"}, {"20", text}});
@@ -178,7 +180,7 @@ private slots:
         const auto out = snellCurve(1.5, true);
         QCOMPARE(out.back().incidence, 41.0);
         QVERIFY(out.back().refraction < 90.0);
-        QCOMPARE(snellCurve(0.8, false).back().incidence, 53.0);  // total reflection into a "denser" n < 1
+        QCOMPARE(snellCurve(0.8, false).back().incidence, 53.0);   // total reflection into a "denser" n < 1
         QCOMPARE(snellCurve(1.0, false).back().refraction, 90.0);  // sin i / n reaches 1 exactly at 90°
         for (double bad : {0.0, -1.5, std::nan(""), std::numeric_limits<double>::infinity()})
             QVERIFY(snellCurve(bad, false).empty());
@@ -212,17 +214,26 @@ private slots:
         const TableFileReading plain = parseTableFile("incidence,refraction\r\n10,6.6\n20, 13.2\n30,\n\n");
         QVERIFY(!plain.error && plain.rows.size() == 3);
         QCOMPARE(plain.rows[2].refraction, std::string(""));  // a row may wait for its refraction
-        const TableFileReading greek = parseTableFile("\xEF\xBB\xBF\"πρόσπτωση\";\"διάθλαση\"\n10;6,6\n\"20\";\"13,25\"\n");
+        const TableFileReading greek =
+            parseTableFile("\xEF\xBB\xBF\"πρόσπτωση\";\"διάθλαση\"\n10;6,6\n\"20\";\"13,25\"\n");
         QVERIFY(!greek.error && greek.rows[1].refraction == "13.25");
         QVERIFY(!parseTableFile("10,7\n20,13\n").error);  // no header at all
         std::string fifteen = "i,r\n";
         for (int k = 0; k < 15; ++k) fifteen += std::to_string(k) + ",1\n";
-        const std::pair<std::string, int> bad[] = {
-            {"i,r\n10,7,3\n", 2},        {"i,r\n10\n", 2},         {"i,r\n10,abc\n", 2},
-            {"i,r\n10,7\n\n20,13\n", 3}, {"i,r\n19,5,13\n", 2},    {"i,r\n10,7\n200,7\n", 3},
-            {"i,r\n10,nan\n", 2},        {fifteen, 16},            {std::string("i,r\n10,7\n\x01\x02\xff,3\n", 14), 3},
-            {"i,r\n1\xC3,2\n", 2},       {"i,r\n10,\xED\xA0\x80\n", 2},  {"", 0},
-            {"i,r\n", 0},                {std::string(kLargestTableFile + 1, '1'), 0}};
+        const std::pair<std::string, int> bad[] = {{"i,r\n10,7,3\n", 2},
+                                                   {"i,r\n10\n", 2},
+                                                   {"i,r\n10,abc\n", 2},
+                                                   {"i,r\n10,7\n\n20,13\n", 3},
+                                                   {"i,r\n19,5,13\n", 2},
+                                                   {"i,r\n10,7\n200,7\n", 3},
+                                                   {"i,r\n10,nan\n", 2},
+                                                   {fifteen, 16},
+                                                   {std::string("i,r\n10,7\n\x01\x02\xff,3\n", 14), 3},
+                                                   {"i,r\n1\xC3,2\n", 2},
+                                                   {"i,r\n10,\xED\xA0\x80\n", 2},
+                                                   {"", 0},
+                                                   {"i,r\n", 0},
+                                                   {std::string(kLargestTableFile + 1, '1'), 0}};
         for (const auto& [text, line] : bad) {
             const TableFileReading r = parseTableFile(text);
             QVERIFY2(r.error && r.rows.empty() && r.error->line == line, text.substr(0, 30).c_str());
@@ -230,7 +241,9 @@ private slots:
         }
         // A cell quoted in a message is cut short and cannot reverse the
         // text after it: direction controls show as escapes.
-        const TableFileReading reversed = parseTableFile("i,r\n10,7\xE2\x80\xAE" "12\n");  // U+202E
+        const TableFileReading reversed = parseTableFile(
+            "i,r\n10,7\xE2\x80\xAE"
+            "12\n");  // U+202E
         QVERIFY(reversed.error);
         for (const std::string& text : {reversed.error->english, reversed.error->greek})
             QVERIFY(text.find("\xE2\x80\xAE") == std::string::npos && text.find("\\u202E") != std::string::npos);
@@ -242,7 +255,8 @@ private slots:
     // even in a file of gigabytes; the recall reader's count of positions.
     void lastRecordOfAnyFile() {
         namespace fs = std::filesystem;
-        const fs::path dir = fs::temp_directory_path() / ("refraction_last_" + std::to_string(QCoreApplication::applicationPid()));
+        const fs::path dir =
+            fs::temp_directory_path() / ("refraction_last_" + std::to_string(QCoreApplication::applicationPid()));
         fs::create_directories(dir);
         const fs::path file = dir / "fylaxi";
         QVERIFY(!readLastMeasurementRecord(file) && recallPositionCount(file) == 0);

@@ -1,15 +1,12 @@
-#include <QtTest>
-
 #include <QDir>
 #include <QTemporaryDir>
+#include <QtTest>
 
+#include <cmath>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cmath>
-
 #include "analysis/graph_screens.h"
-#include "ui/forms.h"
 #include "app/main_menu.h"
 #include "apparatus/alhaytham_screens.h"
 #include "canvas/fonts.h"
@@ -18,6 +15,7 @@
 #include "history/inpdat_screen.h"
 #include "semicircle/measurement_file.h"
 #include "test_support.h"
+#include "ui/forms.h"
 
 namespace {
 
@@ -44,8 +42,9 @@ struct Pictures {
     bool operator==(const Pictures&) const = default;
 };
 Pictures pictures() {
-    return {form<Incref>().canvas()->image(), form<Analysis>().canvas()->image(), form<Incref>().canvas()->printedTexts(),
-            form<Analysis>().canvas()->printedTexts(), sharedState<DataState>().dataIndex()};
+    return {form<Incref>().canvas()->image(), form<Analysis>().canvas()->image(),
+            form<Incref>().canvas()->printedTexts(), form<Analysis>().canvas()->printedTexts(),
+            sharedState<DataState>().dataIndex()};
 }
 
 QStringList checkedItems(const Inpdat& d) {
@@ -423,7 +422,8 @@ private slots:
         QVERIFY(writeAll(dir.filePath("bad.csv"), "i;r\n10;7\n20;x\n"));
         const QStringList held = grid(d);
         QVERIFY(!d.openTableFile(dir.filePath("bad.csv")));
-        QVERIFY(scope.dialogs().messages.last().contains("line 3") && scope.dialogs().messages.last().contains("γραμμή 3"));
+        QVERIFY(scope.dialogs().messages.last().contains("line 3") &&
+                scope.dialogs().messages.last().contains("γραμμή 3"));
         const QString pipe = dir.filePath("pipe.csv");  // would wait for a writer for ever
         QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
         ::alarm(20);  // a hang ends the test instead of the test run

@@ -1,20 +1,19 @@
-#include <QtTest>
-
 #include <QDate>
 #include <QDir>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QtTest>
 
 #include <cmath>
 
 #include "analysis/graph_screens.h"
-#include "ui/forms.h"
 #include "app/main_menu.h"
 #include "apparatus/alhaytham_screens.h"
 #include "canvas/fonts.h"
 #include "history/inpdat_screen.h"
 #include "test_support.h"
+#include "ui/forms.h"
 
 namespace {
 
@@ -114,7 +113,8 @@ private slots:
         for (int k = 0; k < Inpdat::kRows; ++k) {
             const double i = 5.0 + 6.0 * k;
             const double r = std::asin(std::sin(i * M_PI / 180.0) / 1.5) * 180.0 / M_PI;
-            rows.push_back({QString::number(i).toStdString(), QString::number(r, 'f', 2).replace('.', ',').toStdString()});
+            rows.push_back(
+                {QString::number(i).toStdString(), QString::number(r, 'f', 2).replace('.', ',').toStdString()});
         }
         d.showPairs(rows);
         d.Command1_Click();

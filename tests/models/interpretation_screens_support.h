@@ -2,13 +2,13 @@
 #include <QCoreApplication>
 #include <QLabel>
 
-#include "ui/forms.h"
 #include "app/main_menu.h"
 #include "models/interpretation_state.h"
 #include "models/model_widgets.h"
 #include "models/rixo_screen.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
+#include "ui/forms.h"
 
 // A control of a screen by its name; the test fails on a missing one
 // rather than crashing on it.

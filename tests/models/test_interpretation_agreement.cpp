@@ -3,20 +3,19 @@
 // the index-and-velocities screen, whatever command changed them; and the
 // Fermat demonstration keeps showing what its last command chose through
 // the resizes that showing and hiding its controls cause.
-#include <QtTest>
-
 #include <QAction>
 #include <QScrollBar>
+#include <QtTest>
 
 #include <algorithm>
 #include <functional>
 
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
+#include "interpretation_screens_support.h"
 #include "models/epiloges_screen.h"
 #include "models/model_texts.h"
 #include "test_support.h"
-#include "interpretation_screens_support.h"
 
 namespace {
 
@@ -24,7 +23,8 @@ namespace {
 QString disagreement(const Screens& s, double n, int a) {
     QStringList wrong;
     const kymatiko::Refraction r = kymatiko::refract(kymatiko::radians(a), n);
-    const QString refraction = r.totalReflection ? texts::totalReflectionNote() : fmt(kymatiko::degrees(r.refraction), "0.00");
+    const QString refraction =
+        r.totalReflection ? texts::totalReflectionNote() : fmt(kymatiko::degrees(r.refraction), "0.00");
     const kymatiko::Shares shares = kymatiko::shares(kymatiko::fresnel(r, n));
     // The panel: its bars where the values are, and its figures.
     const auto& ratioBar = child<QScrollBar>(s.panel, "n1overn2");
@@ -36,8 +36,10 @@ QString disagreement(const Screens& s, double n, int a) {
     const QString angles = text(s.panel, "Label1");
     if (!angles.contains(QStringLiteral("= ") + fmt(a, "0")) || !angles.contains(refraction))
         wrong << "panel angles: " + angles;
-    if (!text(s.panel, "Label5").endsWith(fmt(shares.reflected, "0.00"))) wrong << "panel reflected: " + text(s.panel, "Label5");
-    if (!text(s.panel, "Label4").endsWith(fmt(shares.refracted, "0.00"))) wrong << "panel refracted: " + text(s.panel, "Label4");
+    if (!text(s.panel, "Label5").endsWith(fmt(shares.reflected, "0.00")))
+        wrong << "panel reflected: " + text(s.panel, "Label5");
+    if (!text(s.panel, "Label4").endsWith(fmt(shares.refracted, "0.00")))
+        wrong << "panel refracted: " + text(s.panel, "Label4");
     // The energy lines, on the panel and on the wave picture, which also
     // prints the index and the angles it was drawn with.
     const QStringList energy = texts::energyLines(r, n);
@@ -87,20 +89,62 @@ private slots:
             {"start", [] {}, 1.5, 30, false},
             {"c=2", [&] { s.rixo.okitis2_Click(); }, 2.0, 30, false},
             {"c=0,5", [&] { s.rixo.okitismiso_Click(); }, 0.5, 30, false},
-            {"RAY, c=1", [&] { s.rixo.aktina_Click(); s.rixo.okitis1_Click(); }, 1.0, 30, false},
-            {"GIVE INDEX", [&] { answer("1.33"); s.rixo.deiktis_Click(); }, 1.33, 30, false},
+            {"RAY, c=1",
+             [&] {
+                 s.rixo.aktina_Click();
+                 s.rixo.okitis1_Click();
+             },
+             1.0, 30, false},
+            {"GIVE INDEX",
+             [&] {
+                 answer("1.33");
+                 s.rixo.deiktis_Click();
+             },
+             1.33, 30, false},
             {"ratio bar", [&] { ratioBar(120); }, 1.2, 30, false},
-            {"angle bar, c=0,5", [&] { child<QScrollBar>(s.panel, "prosptosi").setValue(60); s.rixo.okitismiso_Click(); },
+            {"angle bar, c=0,5",
+             [&] {
+                 child<QScrollBar>(s.panel, "prosptosi").setValue(60);
+                 s.rixo.okitismiso_Click();
+             },
              0.5, 60, false},
-            {"WAVE, DEIKTHS", [&] { s.rixo.TIMERSTART_Click(); answer("1.2"); e.deiktisdia_Click(); }, 1.2, 29, false},
+            {"WAVE, DEIKTHS",
+             [&] {
+                 s.rixo.TIMERSTART_Click();
+                 answer("1.2");
+                 e.deiktisdia_Click();
+             },
+             1.2, 29, false},
             {"IDIA V", [&] { e.samev_Click(); }, 1.0, 29, true},
             {"c=2", [&] { s.rixo.okitis2_Click(); }, 2.0, 29, false},
-            {"IDIA V, METAVOLH V", [&] { e.samev_Click(); e.changev_Click(); }, 2.0, 29, false},
-            {"IDIA V, c=1, DEIKTHS", [&] { e.samev_Click(); s.rixo.okitis1_Click(); answer("1.33"); e.deiktisdia_Click(); },
+            {"IDIA V, METAVOLH V",
+             [&] {
+                 e.samev_Click();
+                 e.changev_Click();
+             },
+             2.0, 29, false},
+            {"IDIA V, c=1, DEIKTHS",
+             [&] {
+                 e.samev_Click();
+                 s.rixo.okitis1_Click();
+                 answer("1.33");
+                 e.deiktisdia_Click();
+             },
              1.0, 29, true},
             {"METAVOLH V", [&] { e.changev_Click(); }, 1.33, 29, false},
-            {"IDIA V, ratio bar", [&] { e.samev_Click(); ratioBar(120); }, 1.2, 29, false},
-            {"IDIA V, GIVE INDEX", [&] { e.samev_Click(); answer("1,6"); s.rixo.deiktis_Click(); }, 1.6, 29, false},
+            {"IDIA V, ratio bar",
+             [&] {
+                 e.samev_Click();
+                 ratioBar(120);
+             },
+             1.2, 29, false},
+            {"IDIA V, GIVE INDEX",
+             [&] {
+                 e.samev_Click();
+                 answer("1,6");
+                 s.rixo.deiktis_Click();
+             },
+             1.6, 29, false},
         };
         for (const Step& step : steps) {
             step.act();

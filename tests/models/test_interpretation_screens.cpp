@@ -1,21 +1,20 @@
 // The interpretation screens as the pupil uses them: the animations and
 // their timers, the panel's wordings, the Fermat demonstration and what
 // typed indices do.
-#include <QtTest>
-
-#include <cmath>
-
 #include <QAction>
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QtTest>
+
+#include <cmath>
 
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
 #include "history/inpdat_screen.h"
+#include "interpretation_screens_support.h"
 #include "models/epiloges_screen.h"
 #include "test_support.h"
-#include "interpretation_screens_support.h"
 
 namespace {
 
@@ -40,7 +39,7 @@ private slots:
         ScreenTestScope scope;
         Screens s = openFromMenu();
         QVERIFY(s.waves.isRunning());  // the waves move from the start
-        s.panel.Command1_Click();  // waves, the pulse and Newton's corpuscles together
+        s.panel.Command1_Click();      // waves, the pulse and Newton's corpuscles together
         QVERIFY(s.waves.isRunning() && s.pulse.isRunning() && s.newton.isRunning());
         s.descartes.setEnabled(true);
         // Hiding a screen stops its timers; showing it again resumes them.
@@ -167,10 +166,9 @@ private slots:
         bar.setValue(499);
         bar.setValue(500);
         const double d = 2.0 * std::hypot(0.25 * f.width, 200.0);
-        QCOMPARE(label.text(),
-                 QStringLiteral("Time of movement from  magenta through blue to  GREEN") + fmt(d / 100.0, "0.00") +
-                     QStringLiteral("            total distance = ") + fmt(d, "0.00") +
-                     QStringLiteral("      Νόμος Ήρωνος"));
+        QCOMPARE(label.text(), QStringLiteral("Time of movement from  magenta through blue to  GREEN") +
+                                   fmt(d / 100.0, "0.00") + QStringLiteral("            total distance = ") +
+                                   fmt(d, "0.00") + QStringLiteral("      Νόμος Ήρωνος"));
         // Off the law: the plain text.
         bar.setValue(300);
         QVERIFY(label.text().startsWith(QStringLiteral("Time of movement from  magenta through blue to GREEN ")));
@@ -230,7 +228,8 @@ private slots:
         QVERIFY(std::fabs(wide.width / wide.height - double(canvas.width()) / canvas.height()) < 1e-9);
         const kymatiko::Point after = s.somata.bodyCentre(Somata::Green);
         QVERIFY(std::fabs(after.x / wide.width - before.x / small.width) < 1e-9);
-        QVERIFY(QLineF(child<ShapeWidget>(s.somata, "fermat3").centre(), canvas.toLogical(after.x, after.y)).length() <= 1.0);
+        QVERIFY(QLineF(child<ShapeWidget>(s.somata, "fermat3").centre(), canvas.toLogical(after.x, after.y)).length() <=
+                1.0);
         // The corpuscles ride on their track.
         s.somata.SOMATIDIA_Click();
         for (int t = 0; t < 200; ++t) s.somata.Timer1_Timer();
@@ -270,8 +269,8 @@ private slots:
         QVERIFY(mostLines > 10 && mostLines < 500);
         QVERIFY(s.somata.tick() < 20000);  // the stream starts again rather than counting on
         // The corpuscles move: some are on view, spread along the track.
-        const auto visible = std::count_if(corpuscles.begin(), corpuscles.end(),
-                                           [](const ShapeWidget* w) { return w->isVisible(); });
+        const auto visible =
+            std::count_if(corpuscles.begin(), corpuscles.end(), [](const ShapeWidget* w) { return w->isVisible(); });
         QVERIFY(visible > 0);
         // A sliver of a window in the middle of it all.
         s.rixo.resize(3, 2);

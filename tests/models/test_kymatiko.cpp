@@ -48,7 +48,8 @@ private slots:
         QVERIFY(near(std::fabs(f.rp), 0.0920, 5e-4) && near(f.tp, 0.7280, 5e-4));
         // The shares are the amplitudes times 100; from glass into air they
         // add up to more than 100.
-        QVERIFY(near(shares(f).reflected, 100.0 * std::fabs(f.rs), 1e-12) && near(shares(f).refracted, 100.0 * f.ts, 1e-12));
+        QVERIFY(near(shares(f).reflected, 100.0 * std::fabs(f.rs), 1e-12) &&
+                near(shares(f).refracted, 100.0 * f.ts, 1e-12));
         const Shares out = shares(fresnel(refract(radians(30.0), 1.0 / 1.5), 1.0 / 1.5));
         QVERIFY(out.reflected + out.refracted > 110.0);
         // 0/0 at normal incidence: the limits, 20 % and 80 % for glass.
@@ -131,8 +132,9 @@ private slots:
                     for (const Point& p : t.points) {
                         if (p.y >= top - 1e-9 || p.y <= top - t.thickness + 1e-9) continue;  // outside the layer
                         const double time = (p.x - field.hit().x) / v;
-                        QVERIFY2(near(top - p.y, u * time - 0.5 * a * time * time, 1e-6),
-                                 qPrintable(QStringLiteral("i=%1 a=%2 n=%3 x=%4").arg(degreesIn).arg(pull).arg(n).arg(p.x)));
+                        QVERIFY2(
+                            near(top - p.y, u * time - 0.5 * a * time * time, 1e-6),
+                            qPrintable(QStringLiteral("i=%1 a=%2 n=%3 x=%4").arg(degreesIn).arg(pull).arg(n).arg(p.x)));
                         deepest = std::max(deepest, top - p.y);
                     }
                     if (!t.totalReflection) continue;
@@ -208,7 +210,8 @@ private slots:
 
     void fermatTravelTimeAndLaws() {
         const Speeds fermatSpeeds = speedsFor(SpeedLaw::Fermat, 1.5);
-        QVERIFY(fermatSpeeds.lower == kUpperSpeed / 1.5 && speedsFor(SpeedLaw::Descartes, 1.5).lower == kUpperSpeed * 1.5);
+        QVERIFY(fermatSpeeds.lower == kUpperSpeed / 1.5 &&
+                speedsFor(SpeedLaw::Descartes, 1.5).lower == kUpperSpeed * 1.5);
         // 300 up at c1, 400·1.5/c1 down.
         const PathTime t = travelTime({0, 600}, {0, 300}, {0, -100}, 300, fermatSpeeds);
         QVERIFY(t.time == 3.0 + 6.0 && t.distance() == 700.0);

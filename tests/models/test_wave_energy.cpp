@@ -1,20 +1,19 @@
 // The wave screens show how the energy divides beside the amplitude figures,
 // with Brewster's angle, for whatever index and angle the windows share; and
 // the moving fronts never run through the notes printed on the wave picture.
-#include <QtTest>
-
 #include <QImage>
 #include <QPainter>
+#include <QtTest>
 
 #include <cmath>
 
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
-#include "ui/window_placement.h"
+#include "interpretation_screens_support.h"
 #include "models/epiloges_screen.h"
 #include "models/model_texts.h"
 #include "test_support.h"
-#include "interpretation_screens_support.h"
+#include "ui/window_placement.h"
 
 namespace {
 
@@ -98,7 +97,12 @@ private slots:
                         ++textPixels;
                         QVERIFY2(qAlpha(moving.pixel(x, y)) == 0,
                                  qPrintable(QStringLiteral("front over the notes at %1,%2 of %3x%4 (n %5, %6°)")
-                                                .arg(x).arg(y).arg(drawing.width()).arg(drawing.height()).arg(n).arg(angle)));
+                                                .arg(x)
+                                                .arg(y)
+                                                .arg(drawing.width())
+                                                .arg(drawing.height())
+                                                .arg(n)
+                                                .arg(angle)));
                     }
                 QVERIFY(textPixels > 100);
                 const QRect notes = s.fronts.keepClear().boundingRect();
@@ -129,11 +133,18 @@ private slots:
                     s.state.setIncidence(angle);
                     for (const char* picture : {"waves", "ray", "straight"}) {
                         const bool straight = picture[0] == 's';
-                        if (straight) s.rixo.drawStraightRay();
-                        else if (picture[0] == 'r') s.rixo.aktina_Click();
-                        else s.rixo.TIMERSTART_Click();
+                        if (straight)
+                            s.rixo.drawStraightRay();
+                        else if (picture[0] == 'r')
+                            s.rixo.aktina_Click();
+                        else
+                            s.rixo.TIMERSTART_Click();
                         const QString where = QStringLiteral(" (%1x%2, n %3, %4°, %5)")
-                                                  .arg(size.width()).arg(size.height()).arg(n).arg(angle).arg(picture);
+                                                  .arg(size.width())
+                                                  .arg(size.height())
+                                                  .arg(n)
+                                                  .arg(angle)
+                                                  .arg(picture);
                         QString all;
                         for (const Canvas::DrawnText& t : s.rixo.drawing().drawnTexts()) {
                             QVERIFY2(drawing.contains(t.box), qPrintable(t.text + where));

@@ -1,9 +1,8 @@
-#include <QtTest>
-
 #include <QImage>
 #include <QProcess>
 #include <QSet>
 #include <QTemporaryDir>
+#include <QtTest>
 
 #include "ui/help_pages.h"
 
@@ -47,7 +46,8 @@ private slots:
             QVERIFY2(unlikeCorner > one.width() * one.height() / 9 / 100, qPrintable(name + " is nearly empty"));
             // The guide in the source tree shows the same screens: a picture
             // whose size no longer matches its screen's is out of date.
-            const QImage kept(QStringLiteral(REFRACTION_SOURCE_DIR "/docs/screenshots/") + name + QStringLiteral(".png"));
+            const QImage kept(QStringLiteral(REFRACTION_SOURCE_DIR "/docs/screenshots/") + name +
+                              QStringLiteral(".png"));
             QVERIFY2(!kept.isNull(), qPrintable(QStringLiteral("docs/screenshots has no ") + name));
             QVERIFY2(kept.size() == one.size(),
                      qPrintable(QStringLiteral("docs/screenshots/") + name +

@@ -1,20 +1,19 @@
-#include <QtTest>
-
 #include <QDir>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QtTest>
 
 #include <cmath>
 
 #include "analysis/errors_screen.h"
-#include "ui/forms.h"
 #include "app/main_menu.h"
 #include "canvas/fonts.h"
 #include "semicircle/bench_state.h"
 #include "semicircle/hmiky_screen.h"
 #include "test_support.h"
+#include "ui/forms.h"
 
 namespace {
 
@@ -58,14 +57,16 @@ private slots:
         // No direction yet: nothing is traced and the pupil is told what to do.
         QVERIFY(bench.drawing().printedTexts().join('\n').contains("CHOOSE DIRECTION OF SEMICIRCLE"));
 
-        setBars(bench, {{"xcoor", 10}, {"ycoor", -5}, {"hvalue", 30}, {"angle", 150}, {"Indexn", 20}, {"HScroll1", 80}});
+        setBars(bench,
+                {{"xcoor", 10}, {"ycoor", -5}, {"hvalue", 30}, {"angle", 150}, {"Indexn", 20}, {"HScroll1", 80}});
         bench.Command3_Click();
         form<Diathlasimeleti>().Command1_Click();
         QVERIFY(s.indexN() == 1.5 && s.angleWithY() == 0.0 && bar(bench, "Indexn")->value() == 15 &&
                 bar(bench, "angle")->value() == 0);
         QVERIFY(s.xc() == 2.0 && s.yc() == -1.0 && s.rayHeight() == 3.0 && s.semicircleRadius() == 80.0);
         QCOMPARE(bench.findChild<QLabel*>("Label3")->text(), QStringLiteral("xc=2.00"));
-        QCOMPARE(bench.frameGeometry().height(), QGuiApplication::primaryScreen()->availableGeometry().height() * 9 / 10);
+        QCOMPARE(bench.frameGeometry().height(),
+                 QGuiApplication::primaryScreen()->availableGeometry().height() * 9 / 10);
     }
 
     // The bars write the shared values (in their own units) and the block
@@ -77,7 +78,7 @@ private slots:
         const Canvas& canvas = bench.drawing();
         bench.moredens_Click();  // curved face to the left
         bar(bench, "xcoor")->setValue(125);
-        QCOMPARE(state().xc(), 25.0);  // fifths of a unit
+        QCOMPARE(state().xc(), 25.0);                                           // fifths of a unit
         QVERIFY(canvas.printedTexts().contains(QStringLiteral("xc = 25.00")));  // the new value, not the old
         QVERIFY(canvas.pixelAt(-50, 40) == kBlockFill && canvas.pixelAt(50, 40) == kWhite);
         bench.Raref_Click();  // the block turns round
@@ -138,7 +139,8 @@ private slots:
             QVERIFY2(state().incidenceAngle() == 20.0 && state().measuredIndex() == measured, qPrintable(answer));
             QVERIFY(bench.drawing().image() == picture);
             QCOMPARE(messages.size(), told + (answer.trimmed().isEmpty() ? 0 : 1));
-            QVERIFY(answer.trimmed().isEmpty() || (messages.last().contains("incidence angle") && bilingual(messages.last())));
+            QVERIFY(answer.trimmed().isEmpty() ||
+                    (messages.last().contains("incidence angle") && bilingual(messages.last())));
         }
     }
 

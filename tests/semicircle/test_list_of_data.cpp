@@ -1,11 +1,9 @@
-#include <QtTest>
-
 #include <QLineEdit>
 #include <QTableWidget>
+#include <QtTest>
 
 #include <cmath>
 
-#include "ui/forms.h"
 #include "app/main_menu.h"
 #include "canvas/fonts.h"
 #include "history/data_state.h"
@@ -14,6 +12,7 @@
 #include "semicircle/hmiky_screen.h"
 #include "semicircle/list_of_data_screen.h"
 #include "test_support.h"
+#include "ui/forms.h"
 
 namespace {
 

@@ -62,8 +62,9 @@ private slots:
 
         QVERIFY(same(recall(1), records[0]));
         QVERIFY(same(recall(2), MeasurementRecord{}));  // bytes 48…95: the gap after the first record
-        QCOMPARE(recall(3).index, records[1].h);  // bytes 96…143 run into the second slot
-        QVERIFY(same(recall(1000), MeasurementRecord{}) && same(recall(1LL << 62), MeasurementRecord{}));  // past the end
+        QCOMPARE(recall(3).index, records[1].h);        // bytes 96…143 run into the second slot
+        QVERIFY(same(recall(1000), MeasurementRecord{}) &&
+                same(recall(1LL << 62), MeasurementRecord{}));  // past the end
         QVERIFY(!recallMeasurementRecord(file(), 0) && !recallMeasurementRecord(file(), -3));
         for (const auto& entry : fs::directory_iterator(folder())) QVERIFY(entry.path() == file());
     }

@@ -59,8 +59,8 @@ private slots:
         // y = x + 5 meets the radius-5 circle at its top: a vertical radius.
         c = lineCircleIntersection(1.0, 5.0, 0.0, 0.0, 5.0, 1);
         QVERIFY(c.found && c.x == 0.0 && c.radiusAngle == kPi / 2.0 && near(c.incidence, kPi / 4.0));
-        QVERIFY(!lineCircleIntersection(0.0, 5.0, 2.0, 0.0, 5.0, 1).found);       // tangent
-        QVERIFY(!lineCircleIntersection(1e200, 0.0, 0.0, 0.0, 1e200, 1).found);   // overflow
+        QVERIFY(!lineCircleIntersection(0.0, 5.0, 2.0, 0.0, 5.0, 1).found);      // tangent
+        QVERIFY(!lineCircleIntersection(1e200, 0.0, 0.0, 0.0, 1e200, 1).found);  // overflow
         QVERIFY(!lineCircleIntersection(std::nan(""), 0.0, 0.0, 0.0, 1.0, 1).found);
 
         const auto q = lineLineIntersection({5, -1}, {5, 1}, {0, 7}, {1, 7});  // beyond both segments

@@ -47,11 +47,11 @@
 #include <unistd.h>
 #include <vector>
 
+#include "app/module1.h"
+#include "canvas/canvas.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
-#include "app/module1.h"
 #include "ui/program_exit.h"
-#include "canvas/canvas.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/common_interface_defs.h>
@@ -131,21 +131,33 @@ public:
     void message(const QString&, const QString&) override { ++messages; }
     QString input(const QString&, const QString&, const QString&) override {
         ++questions;
-        static const QStringList answers{QString(), QStringLiteral(" "), QStringLiteral("abc"), QStringLiteral("1,5"),
-                                         QStringLiteral("1e999"), QStringLiteral("nan"), QString(400, QLatin1Char('9')),
-                                         QStringLiteral("0"), QStringLiteral("-1"), QStringLiteral("1"),
-                                         QStringLiteral("2"), QStringLiteral("1.5"), QStringLiteral("10"),
-                                         QStringLiteral("30"), QStringLiteral("45"), QStringLiteral("60"),
-                                         QStringLiteral("1.33"), QStringLiteral("81")};
+        static const QStringList answers{QString(),
+                                         QStringLiteral(" "),
+                                         QStringLiteral("abc"),
+                                         QStringLiteral("1,5"),
+                                         QStringLiteral("1e999"),
+                                         QStringLiteral("nan"),
+                                         QString(400, QLatin1Char('9')),
+                                         QStringLiteral("0"),
+                                         QStringLiteral("-1"),
+                                         QStringLiteral("1"),
+                                         QStringLiteral("2"),
+                                         QStringLiteral("1.5"),
+                                         QStringLiteral("10"),
+                                         QStringLiteral("30"),
+                                         QStringLiteral("45"),
+                                         QStringLiteral("60"),
+                                         QStringLiteral("1.33"),
+                                         QStringLiteral("81")};
         return pick(answers);
     }
     QString openFileName(const QString&, const QString&) override {
-        return chosen(pick({QString(), at("good.csv"), at("greek.csv"), at("garbage.csv"), at("huge.csv"), at("missing.csv"),
-                     at("folder"), at("fylaxi")}));
+        return chosen(pick({QString(), at("good.csv"), at("greek.csv"), at("garbage.csv"), at("huge.csv"),
+                            at("missing.csv"), at("folder"), at("fylaxi")}));
     }
     QString saveFileName(const QString&, const QString&, const QString&) override {
-        return chosen(pick({QString(), at("saved.csv"), at("saved.png"), at("saved.svg"), at("no/such/folder/saved.csv"),
-                     at("folder"), at("good.csv/inside.csv")}));
+        return chosen(pick({QString(), at("saved.csv"), at("saved.png"), at("saved.svg"),
+                            at("no/such/folder/saved.csv"), at("folder"), at("good.csv/inside.csv")}));
     }
 
 private:
@@ -204,8 +216,8 @@ public:
     void report(long events) const {
         std::printf("storm: %ld events, seed %llu, %d restarts after END, %d messages, %d input boxes\n", events, gSeed,
                     restarts_, dialogs_->messages, dialogs_->questions);
-        std::printf("storm: slowest round %lld ms of processor time (budget %lld ms): %s\n", static_cast<long long>(slowestMs_),
-                    static_cast<long long>(kBudgetMs), slowestWhat_.c_str());
+        std::printf("storm: slowest round %lld ms of processor time (budget %lld ms): %s\n",
+                    static_cast<long long>(slowestMs_), static_cast<long long>(kBudgetMs), slowestWhat_.c_str());
         std::printf("storm: slowest round with a chosen file %lld ms (budget %lld ms): %s\n",
                     static_cast<long long>(slowestFileMs_), static_cast<long long>(kFileBudgetMs),
                     slowestFileWhat_.c_str());
@@ -370,8 +382,8 @@ private:
         if (where == 5) {
             static const QAbstractSlider::SliderAction steps[] = {
                 QAbstractSlider::SliderSingleStepAdd, QAbstractSlider::SliderSingleStepSub,
-                QAbstractSlider::SliderPageStepAdd, QAbstractSlider::SliderPageStepSub,
-                QAbstractSlider::SliderToMinimum, QAbstractSlider::SliderToMaximum};
+                QAbstractSlider::SliderPageStepAdd,   QAbstractSlider::SliderPageStepSub,
+                QAbstractSlider::SliderToMinimum,     QAbstractSlider::SliderToMaximum};
             slider->triggerAction(steps[below(std::size(steps))]);
         } else {
             slider->setValue(value);
@@ -379,14 +391,33 @@ private:
     }
 
     QString badOrGoodText() {
-        static const QStringList texts{
-            QString(), QStringLiteral(" "), QStringLiteral("abc"), QStringLiteral("1,5"), QStringLiteral("1e999"),
-            QStringLiteral("-1e999"), QStringLiteral("nan"), QStringLiteral("inf"), QString(400, QLatin1Char('9')),
-            QStringLiteral("0"), QStringLiteral("-1"), QStringLiteral("-0"), QStringLiteral("1e-320"),
-            QStringLiteral("0x10"), QStringLiteral("γωνία"), QStringLiteral("\t\r\n"), QStringLiteral("1.5"),
-            QStringLiteral("10"), QStringLiteral("30"), QStringLiteral("45"), QStringLiteral("89.9"),
-            QStringLiteral("90"), QStringLiteral("180"), QStringLiteral("181"), QStringLiteral("-45"),
-            QStringLiteral("1.33"), QStringLiteral("2.42")};
+        static const QStringList texts{QString(),
+                                       QStringLiteral(" "),
+                                       QStringLiteral("abc"),
+                                       QStringLiteral("1,5"),
+                                       QStringLiteral("1e999"),
+                                       QStringLiteral("-1e999"),
+                                       QStringLiteral("nan"),
+                                       QStringLiteral("inf"),
+                                       QString(400, QLatin1Char('9')),
+                                       QStringLiteral("0"),
+                                       QStringLiteral("-1"),
+                                       QStringLiteral("-0"),
+                                       QStringLiteral("1e-320"),
+                                       QStringLiteral("0x10"),
+                                       QStringLiteral("γωνία"),
+                                       QStringLiteral("\t\r\n"),
+                                       QStringLiteral("1.5"),
+                                       QStringLiteral("10"),
+                                       QStringLiteral("30"),
+                                       QStringLiteral("45"),
+                                       QStringLiteral("89.9"),
+                                       QStringLiteral("90"),
+                                       QStringLiteral("180"),
+                                       QStringLiteral("181"),
+                                       QStringLiteral("-45"),
+                                       QStringLiteral("1.33"),
+                                       QStringLiteral("2.42")};
         return texts[static_cast<qsizetype>(below(static_cast<std::size_t>(texts.size())))];
     }
 
@@ -449,8 +480,10 @@ private:
             QListWidgetItem* item = l->item(row);
             l->scrollToItem(item);
             const QPoint at = l->visualItemRect(item).center();
-            if (chance(30)) QTest::mouseDClick(l->viewport(), Qt::LeftButton, {}, at);
-            else QTest::mouseClick(l->viewport(), Qt::LeftButton, {}, at);
+            if (chance(30))
+                QTest::mouseDClick(l->viewport(), Qt::LeftButton, {}, at);
+            else
+                QTest::mouseClick(l->viewport(), Qt::LeftButton, {}, at);
         } else if (auto* c = qobject_cast<QComboBox*>(list)) {
             if (c->count() == 0) return letTimersRun();
             const int index = between(0, c->count() - 1);
@@ -463,9 +496,13 @@ private:
         Canvas* canvas = pickFrom(controls<Canvas>());
         if (!canvas) return pressButton();
         used_.insert(keyOf(canvas));
-        static const Qt::KeyboardModifiers modifiers[] = {
-            Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier,
-            Qt::ShiftModifier | Qt::ControlModifier, Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier};
+        static const Qt::KeyboardModifiers modifiers[] = {Qt::NoModifier,
+                                                          Qt::ShiftModifier,
+                                                          Qt::ControlModifier,
+                                                          Qt::AltModifier,
+                                                          Qt::MetaModifier,
+                                                          Qt::ShiftModifier | Qt::ControlModifier,
+                                                          Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier};
         static const Qt::MouseButton buttons[] = {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton};
         const Qt::KeyboardModifiers modifier = modifiers[below(std::size(modifiers))];
         const Qt::MouseButton button = buttons[below(std::size(buttons))];
@@ -473,11 +510,7 @@ private:
         // Corners and edges as often as anywhere inside.
         const int x = chance(30) ? (chance(50) ? 0 : w - 1) : between(0, w - 1);
         const int y = chance(30) ? (chance(50) ? 0 : h - 1) : between(0, h - 1);
-        note(QStringLiteral("mouse %1 at %2,%3 modifiers %4 on ")
-                 .arg(int(button))
-                 .arg(x)
-                 .arg(y)
-                 .arg(int(modifier)) +
+        note(QStringLiteral("mouse %1 at %2,%3 modifiers %4 on ").arg(int(button)).arg(x).arg(y).arg(int(modifier)) +
              keyOf(canvas));
         QPointer<Canvas> guard(canvas);
         QTest::mousePress(canvas, button, modifier, QPoint(x, y));
@@ -490,9 +523,18 @@ private:
         if (!window) return showOrHide();
         int w = 0, h = 0;
         switch (between(0, 3)) {
-            case 0: w = 1; h = 1; break;
-            case 1: w = 4000; h = 3000; break;
-            default: w = between(1, 4000); h = between(1, 3000); break;
+        case 0:
+            w = 1;
+            h = 1;
+            break;
+        case 1:
+            w = 4000;
+            h = 3000;
+            break;
+        default:
+            w = between(1, 4000);
+            h = between(1, 3000);
+            break;
         }
         note(QStringLiteral("resize to %1x%2 ").arg(w).arg(h) + keyOf(window));
         window->resize(w, h);
@@ -509,8 +551,10 @@ private:
             QWidget* window = shown[below(shown.size())];
             note(QStringLiteral("close or hide ") + keyOf(window));
             // The title bar's close button, or the window simply going.
-            if (chance(50)) window->close();
-            else window->hide();
+            if (chance(50))
+                window->close();
+            else
+                window->hide();
         }
     }
 
@@ -520,10 +564,11 @@ private:
             if (w->focusPolicy() != Qt::NoFocus) targets.push_back(w);
         QWidget* target = pickFrom(targets);
         if (!target) return letTimersRun();
-        static const Qt::Key keys[] = {Qt::Key_Left,  Qt::Key_Right, Qt::Key_Up,     Qt::Key_Down,   Qt::Key_PageUp,
-                                       Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End,   Qt::Key_Return, Qt::Key_Escape,
-                                       Qt::Key_Space, Qt::Key_Tab,   Qt::Key_Backspace, Qt::Key_Delete, Qt::Key_F1,
-                                       Qt::Key_Minus, Qt::Key_Period, Qt::Key_Comma, Qt::Key_9,      Qt::Key_E};
+        static const Qt::Key keys[] = {Qt::Key_Left,      Qt::Key_Right,    Qt::Key_Up,    Qt::Key_Down,
+                                       Qt::Key_PageUp,    Qt::Key_PageDown, Qt::Key_Home,  Qt::Key_End,
+                                       Qt::Key_Return,    Qt::Key_Escape,   Qt::Key_Space, Qt::Key_Tab,
+                                       Qt::Key_Backspace, Qt::Key_Delete,   Qt::Key_F1,    Qt::Key_Minus,
+                                       Qt::Key_Period,    Qt::Key_Comma,    Qt::Key_9,     Qt::Key_E};
         const Qt::Key key = keys[below(std::size(keys))];
         const Qt::KeyboardModifiers modifier = chance(20) ? Qt::ShiftModifier : Qt::NoModifier;
         note(QStringLiteral("key %1 into ").arg(int(key)) + keyOf(target));
@@ -571,7 +616,8 @@ private:
             slowestWhat_ = what;
         }
         const qint64 budget = dialogs_->fileChosen ? kFileBudgetMs : kBudgetMs;
-        if (ms > budget) fail(QStringLiteral("a handler took %1 ms of processor time (budget %2 ms)").arg(ms).arg(budget));
+        if (ms > budget)
+            fail(QStringLiteral("a handler took %1 ms of processor time (budget %2 ms)").arg(ms).arg(budget));
     }
 
     void checkCanvases() {
@@ -595,7 +641,8 @@ void prepareFiles(const QDir& folder) {
         if (file.open(QIODevice::WriteOnly)) file.write(bytes);
     };
     write("good.csv", "incidence,refraction\n10,6.5\n20,13\n30,19.5\n40,25\n50,30.5\n60,35\n");
-    write("greek.csv", "\xcf\x80\xcf\x81\xcf\x8c\xcf\x83\xcf\x80\xcf\x84\xcf\x89\xcf\x83\xce\xb7;x\r\n10,5;6\r\n20;13\r\n");
+    write("greek.csv",
+          "\xcf\x80\xcf\x81\xcf\x8c\xcf\x83\xcf\x80\xcf\x84\xcf\x89\xcf\x83\xce\xb7;x\r\n10,5;6\r\n20;13\r\n");
     QByteArray garbage;
     for (int k = 0; k < 2000; ++k) garbage.append(static_cast<char>((k * 7919) % 256));
     write("garbage.csv", garbage);
@@ -609,8 +656,10 @@ QtMessageHandler gStandardHandler = nullptr;
 
 void quietPlatform(QtMsgType type, const QMessageLogContext& context, const QString& text) {
     if (text.startsWith(QLatin1String("This plugin does not support"))) return;
-    if (gStandardHandler) gStandardHandler(type, context, text);
-    else std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
+    if (gStandardHandler)
+        gStandardHandler(type, context, text);
+    else
+        std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
 }
 
 }  // namespace

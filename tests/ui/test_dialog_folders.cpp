@@ -1,11 +1,10 @@
-#include <QtTest>
-
 #include <QDir>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QtTest>
 
-#include "ui/dialogs.h"
 #include "test_support.h"
+#include "ui/dialogs.h"
 
 class TestDialogFolders : public QObject {
     Q_OBJECT

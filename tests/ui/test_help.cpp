@@ -1,28 +1,24 @@
-#include <QtTest>
-
 #include <QDir>
 #include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QToolButton>
+#include <QtTest>
 
 #include <functional>
 
 #include "analysis/errors_screen.h"
 #include "analysis/graph_screens.h"
 #include "app/command_line.h"
-#include "ui/forms.h"
-#include "ui/help_pages.h"
-#include "ui/help_window.h"
 #include "app/history_screen.h"
 #include "app/main_menu.h"
 #include "app/module1.h"
-#include "core/version.h"
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/apparatus_openers.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolkam_screen.h"
 #include "canvas/fonts.h"
+#include "core/version.h"
 #include "history/data_screen_opener.h"
 #include "history/inpdat_screen.h"
 #include "models/epiloges_screen.h"
@@ -33,29 +29,71 @@
 #include "semicircle/hmiky_screen.h"
 #include "semicircle/list_of_data_screen.h"
 #include "test_support.h"
+#include "ui/forms.h"
+#include "ui/help_pages.h"
+#include "ui/help_window.h"
 
 namespace {
 
 // Every screen of the program, opened the way a pupil reaches it.
 const std::vector<std::function<QWidget&()>>& screenOpeners() {
     static const std::vector<std::function<QWidget&()>> openers{
-        [] () -> QWidget& { Main(); return form<Diathlasimeleti>(); },
-        [] () -> QWidget& { form<Diathlasimeleti>().Command1_Click(); return form<Hmiky>(); },
-        [] () -> QWidget& { form<Hmiky>().listOfData_Click(); return form<ListOfData>(); },
-        [] () -> QWidget& { form<Hmiky>().findChild<QAction*>("Optimize")->trigger(); return form<Errors>(); },
-        [] () -> QWidget& { openDataScreen(); return form<Inpdat>(); },
-        [] () -> QWidget& { form<Inpdat>().Ptolemy_Click(); return form<Incref>(); },
-        [] () -> QWidget& { return form<Analysis>(); },
-        [] () -> QWidget& { openPtolemyInstrument(); return form<Ptolemaios>(); },
-        [] () -> QWidget& { return form<Emfanisi>(); },
-        [] () -> QWidget& { openPtolemyDataFitting(); return form<Ptolkam>(); },
-        [] () -> QWidget& { openAlHaythamInstrument(); return form<Xaithamos>(); },
-        [] () -> QWidget& { form<Xaithamos>().svise_Click(); return form<Alhazencheck>(); },
-        [] () -> QWidget& { showInterpretationScreens(); return form<Rixo>(); },
-        [] () -> QWidget& { return form<Rixotext>(); },
-        [] () -> QWidget& { return form<Somata>(); },
-        [] () -> QWidget& { form<Rixo>().epiloges_Click(); return form<Epiloges>(); },
-        [] () -> QWidget& { form<Diathlasimeleti>().Command4_Click(); return form<Storiopt>(); },
+        []() -> QWidget& {
+            Main();
+            return form<Diathlasimeleti>();
+        },
+        []() -> QWidget& {
+            form<Diathlasimeleti>().Command1_Click();
+            return form<Hmiky>();
+        },
+        []() -> QWidget& {
+            form<Hmiky>().listOfData_Click();
+            return form<ListOfData>();
+        },
+        []() -> QWidget& {
+            form<Hmiky>().findChild<QAction*>("Optimize")->trigger();
+            return form<Errors>();
+        },
+        []() -> QWidget& {
+            openDataScreen();
+            return form<Inpdat>();
+        },
+        []() -> QWidget& {
+            form<Inpdat>().Ptolemy_Click();
+            return form<Incref>();
+        },
+        []() -> QWidget& { return form<Analysis>(); },
+        []() -> QWidget& {
+            openPtolemyInstrument();
+            return form<Ptolemaios>();
+        },
+        []() -> QWidget& { return form<Emfanisi>(); },
+        []() -> QWidget& {
+            openPtolemyDataFitting();
+            return form<Ptolkam>();
+        },
+        []() -> QWidget& {
+            openAlHaythamInstrument();
+            return form<Xaithamos>();
+        },
+        []() -> QWidget& {
+            form<Xaithamos>().svise_Click();
+            return form<Alhazencheck>();
+        },
+        []() -> QWidget& {
+            showInterpretationScreens();
+            return form<Rixo>();
+        },
+        []() -> QWidget& { return form<Rixotext>(); },
+        []() -> QWidget& { return form<Somata>(); },
+        []() -> QWidget& {
+            form<Rixo>().epiloges_Click();
+            return form<Epiloges>();
+        },
+        []() -> QWidget& {
+            form<Diathlasimeleti>().Command4_Click();
+            return form<Storiopt>();
+        },
     };
     return openers;
 }
@@ -150,8 +188,8 @@ private slots:
     // Each screen's page tells what the screen shows, how to use it and
     // what to try, in that order, in English and then in Greek.
     void pagesHaveBothLanguagesInOrder() {
-        const QStringList headings{"## What it shows", "## How to use it", "## What to try",
-                                   "## Τι δείχνει", "## Πώς χρησιμοποιείται", "## Τι να δοκιμάσετε"};
+        const QStringList headings{"## What it shows", "## How to use it",       "## What to try",
+                                   "## Τι δείχνει",    "## Πώς χρησιμοποιείται", "## Τι να δοκιμάσετε"};
         for (const HelpPage& p : helpPages()) {
             const QString text = pageText(QString::fromLatin1(p.page));
             QVERIFY2(!text.isEmpty(), p.page);

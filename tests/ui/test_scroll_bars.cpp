@@ -1,17 +1,16 @@
 // Every scroll bar of the program answers the keys and the wheel alike,
 // whichever way it lies.
+#include <QWheelEvent>
 #include <QtTest>
 
-#include <QWheelEvent>
-
-#include "ui/forms.h"
 #include "app/main_menu.h"
-#include "ui/scroll_bars.h"
 #include "apparatus/alhaytham_screens.h"
 #include "apparatus/apparatus_openers.h"
 #include "canvas/fonts.h"
 #include "models/interpretation_openers.h"
 #include "test_support.h"
+#include "ui/forms.h"
+#include "ui/scroll_bars.h"
 
 namespace {
 

@@ -12,9 +12,6 @@
 
 #include "analysis/errors_screen.h"
 #include "analysis/graph_screens.h"
-#include "ui/dialogs.h"
-#include "ui/forms.h"
-#include "ui/help_window.h"
 #include "app/history_screen.h"
 #include "app/main_menu.h"
 #include "app/module1.h"
@@ -32,6 +29,9 @@
 #include "models/somata_screen.h"
 #include "semicircle/hmiky_screen.h"
 #include "semicircle/list_of_data_screen.h"
+#include "ui/dialogs.h"
+#include "ui/forms.h"
+#include "ui/help_window.h"
 
 namespace {
 
