@@ -46,6 +46,23 @@ std::optional<std::string> angleCell(const std::string& cell, bool decimalComma)
     return shortestDecimal(*value);
 }
 
+// The lines, without their ends; blank lines at the very end are harmless
+// (elsewhere they are refused) and go.
+std::vector<std::string_view> tableLines(std::string_view text) {
+    std::vector<std::string_view> lines;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i <= text.size(); ++i) {
+        if (i == text.size() || text[i] == '\n') {
+            std::string_view line = text.substr(start, i - start);
+            if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+            lines.push_back(line);
+            start = i + 1;
+        }
+    }
+    while (!lines.empty() && trim(lines.back()).empty()) lines.pop_back();
+    return lines;
+}
+
 }  // namespace
 
 TableFileReading parseTableFile(std::string_view text) {
@@ -60,19 +77,7 @@ TableFileReading parseTableFile(std::string_view text) {
                             "Το αρχείο είναι πολύ μεγάλο για πίνακα 14 ζευγών γωνιών."));
     if (text.size() >= 3 && text.substr(0, 3) == "\xEF\xBB\xBF") text.remove_prefix(3);  // byte-order mark
 
-    // The lines, without their ends; blank lines at the very end are
-    // harmless, elsewhere they are refused.
-    std::vector<std::string_view> lines;
-    std::size_t start = 0;
-    for (std::size_t i = 0; i <= text.size(); ++i) {
-        if (i == text.size() || text[i] == '\n') {
-            std::string_view line = text.substr(start, i - start);
-            if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-            lines.push_back(line);
-            start = i + 1;
-        }
-    }
-    while (!lines.empty() && trim(lines.back()).empty()) lines.pop_back();
+    const std::vector<std::string_view> lines = tableLines(text);
     if (lines.empty()) return fail(errorAt(0, "The file is empty.", "Το αρχείο είναι κενό."));
 
     for (std::size_t k = 0; k < lines.size(); ++k) {
