@@ -50,9 +50,6 @@ private slots:
         QVERIFY2(large > 0.0 && large < small / 5.0, qPrintable(QString("%1 %2").arg(small).arg(large)));
         for (std::size_t k = 1; k < curve.points.size(); ++k)
             QVERIFY(curve.points[k].errorPercent < curve.points[k - 1].errorPercent);
-    }
-
-    void missingMeasurementsKeepTheLastValue() {
         // A ray that never meets the block leaves the starting value in force.
         const MeanErrorCurve missed = computeMeanErrorCurve(upright(1.5), 190.0, 1.8);
         QCOMPARE(missed.lastMeasuredIndex, 1.8);

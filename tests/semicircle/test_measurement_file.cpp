@@ -67,18 +67,16 @@ private slots:
                 same(recall(1LL << 62), MeasurementRecord{}));  // past the end
         QVERIFY(!recallMeasurementRecord(file(), 0) && !recallMeasurementRecord(file(), -3));
         for (const auto& entry : fs::directory_iterator(folder())) QVERIFY(entry.path() == file());
-    }
-
-    void longerFileKeepsItsTail() {
+        // A longer file keeps its tail beyond the new records.
         std::vector<std::uint8_t> old(1000);
         for (std::size_t i = 0; i < old.size(); ++i) old[i] = static_cast<std::uint8_t>(i * 7 + 1);
         writeBytes(file(), old);
         QVERIFY(writeMeasurementFile(file(), {sample(0), sample(1)}).ok);
-        const auto bytes = fileBytes(file());
-        QCOMPARE(bytes.size(), old.size());
-        QVERIFY(std::equal(bytes.begin() + 48, bytes.begin() + 128, old.begin() + 48));
-        QVERIFY(std::equal(bytes.begin() + 176, bytes.end(), old.begin() + 176));
-        QVERIFY(same(decodeRecord(bytes.data() + 128), sample(1)));
+        const auto kept = fileBytes(file());
+        QCOMPARE(kept.size(), old.size());
+        QVERIFY(std::equal(kept.begin() + 48, kept.begin() + 128, old.begin() + 48));
+        QVERIFY(std::equal(kept.begin() + 176, kept.end(), old.begin() + 176));
+        QVERIFY(same(decodeRecord(kept.data() + 128), sample(1)));
     }
 
     void seriesOfSetUps() {

@@ -48,9 +48,6 @@ private slots:
                 const double sweep = std::fmod(std::fabs(a.end) - std::fabs(a.start) + 4.0 * kPi, 2.0 * kPi);
                 QVERIFY2(std::fabs(sweep - kPi) < 2e-3, qPrintable(QString::number(tilt)));
             }
-    }
-
-    void lineCrossings() {
         // y = x against the circle of radius √2 about the origin: (1, 1) for root 1, (−1, −1) otherwise.
         CircleCrossing c = lineCircleIntersection(1.0, 0.0, 0.0, 0.0, std::sqrt(2.0), 1);
         QVERIFY(c.found && near(c.x, 1.0) && near(c.y, 1.0) && near(c.incidence, 0.0));
