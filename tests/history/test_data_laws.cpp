@@ -83,12 +83,9 @@ private slots:
         QCOMPARE(glass.sinIncidence.size(), std::size_t(8));
         QVERIFY(std::fabs(*glass.index - 0.8731) < 5e-4);
         QCOMPARE(fitSines(tablePairs(TableId::Vitello_water), true).fittedPairs, 6);
-    }
-
-    // (0,0), (1,1), (2,3) by hand: slope 3/2, Σe² = 1/6, u(slope) = √(1/12),
-    // Σ(y − ȳ)² = 14/3. Then every historical table through the analysis's
-    // own fit against the independent computation.
-    void uncertaintyAndRSquared() {
+        // (0,0), (1,1), (2,3) by hand: slope 3/2, Σe² = 1/6, u(slope) = √(1/12),
+        // Σ(y − ȳ)² = 14/3. Then every historical table through the analysis's
+        // own fit against the independent computation.
         const auto s = fitStatistics({0, 1, 2}, {0, 1, 3}, 3);
         QCOMPARE(*s.slopeError, std::sqrt(1.0 / 12.0));
         QCOMPARE(*s.indexError, std::sqrt(1.0 / 12.0) / 2.25);
@@ -150,10 +147,7 @@ private slots:
         }
         const TypedReading inIncidence = readTypedPairs({{"x", "7"}});
         QVERIFY(inIncidence.error && !inIncidence.error->inRefraction && inIncidence.error->row == 1);
-    }
-
-    // Kepler takes the leading run below 45° in the order entered.
-    void keplerRun() {
+        // Kepler takes the leading run below 45° in the order entered.
         const KeplerModel ptolemy = keplerModel(tablePairs(TableId::Ptolemy));
         QVERIFY(ptolemy.runLength == 4 && std::fabs(*ptolemy.ratio - 0.6) < 1e-6);  // 10, 20, 30, 40
         const KeplerModel newton = keplerModel(tablePairs(TableId::newt2));

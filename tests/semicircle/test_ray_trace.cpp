@@ -104,9 +104,6 @@ private slots:
         QVERIFY(!criticalAngleDegrees(0.9) && !criticalAngleDegrees(std::nan("")));
         const auto run = runCriticalAngle(centredBlock(2, 1.5), 0.0);
         QVERIFY(run && run->angleDegrees == critical && !runCriticalAngle(centredBlock(2, 0.8), 0.0));
-    }
-
-    void raysThatMeasureNothingOrSomethingElse() {
         // Along the axis the ray leaves horizontally: an exit angle of 0, no index.
         const RayTrace axis = traceRay(centredBlock(1, 1.5), 0.0, 0.0);
         QVERIFY(axis.exitRayAngle && *axis.exitRayAngle == 0.0 && !axis.measuredIndex);
