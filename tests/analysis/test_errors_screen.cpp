@@ -32,12 +32,10 @@ private slots:
         ScreenTestScope scope;
         form<Diathlasimeleti>().Command1_Click();
         BenchState& bench = sharedState<BenchState>();
-        bench.setSemicircleDirection(1);
-        bench.setXc(4.0);
-        bench.setYc(-1.0);
-        bench.setRayHeight(3.0);
-        bench.setAngleWithY(5.0);
-        form<Hmiky>().Optimize_Click();
+        Hmiky& screen = form<Hmiky>();
+        screen.moredens_Click();
+        setBars(screen, {{"xcoor", 20}, {"ycoor", -5}, {"hvalue", 30}, {"angle", 50}});
+        screen.Optimize_Click();
         const Errors& errors = form<Errors>();
         const Canvas& graph = errors.drawing();
         QVERIFY(errors.isVisible());
@@ -63,7 +61,6 @@ private slots:
 
         // A perfect set-up is flat; a click, and opening it again from the
         // bench, draw anew from the bench as it is now.
-        Hmiky& screen = form<Hmiky>();
         setBars(screen, {{"xcoor", 0}, {"ycoor", 0}, {"hvalue", 0}, {"angle", 0}});
         screen.Optimize_Click();
         for (const MeanErrorPoint& p : errors.curve().points) QVERIFY(std::fabs(p.errorPercent) < 1e-9);

@@ -105,17 +105,11 @@ private slots:
                 QVERIFY(noBadNumbers({text(p, "Label1"), text(p, "Label2"), text(p, "Label3")}));
             }
         }
-    }
-
-    // The position bar moves the body in air by value/100 degrees from where
-    // the law puts it: at 0 the bands meet, at the ends it stands 2° short
-    // and 3° beyond, whatever the angle in water.
-    void aligningTheBodiesCoversTheTarget() {
-        ScreenTestScope scope;
-        Ptolemaios& p = openInstrument();
+        // The position bar moves the body in air by value/100 degrees from where
+        // the law puts it: at 0 the bands meet, at the ends it stands 2° short
+        // and 3° beyond, whatever the angle in water.
         const Canvas& view = form<Emfanisi>().drawing();
-        QScrollBar& inWater = child(p, "goniaprosptosis");
-        QScrollBar& inAir = child(p, "metatopisipar");
+        inWater.setValue(30);
         child(p, "dgonia").setValue(6);  // 3° bodies
         inAir.setValue(120);             // 1.2° beyond 41.7°
         QVERIFY(!p.lastCovered());

@@ -133,6 +133,35 @@ private slots:
             QVERIFY(answer.trimmed().isEmpty() ||
                     (messages.last().contains("incidence angle") && bilingual(messages.last())));
         }
+        const Canvas& canvas = bench.drawing();
+        bench.moredens_Click();  // a mark drawn with the mouse
+        bench.Form_MouseDown(-150, 80);
+        bench.Form_MouseUp(-120, 40);
+        // The right edge of the red end circle, a thin line wherever the
+        // canvas's size puts it.
+        bool red = false;
+        for (double x = -116.0; x <= -114.0; x += 0.25) {
+            const QColor end = canvas.pixelAt(x, 40);
+            red = red || (end.red() > 180 && end.green() < 120 && end.blue() < 120);
+        }
+        QVERIFY(red);
+        QCOMPARE(canvas.skippedOperations(), 0);
+
+        bench.Command4_Click();
+        const QStringList texts = canvas.printedTexts();
+        bench.resize(760, 700);  // the picture is drawn again at the new size
+        QCoreApplication::processEvents();
+        QCOMPARE(canvas.width(), canvas.height());
+        QCOMPARE(canvas.printedTexts(), texts);
+        QCOMPARE(canvas.pixelAt(-50, 40), kBlockFill);
+
+        bench.Optimize_Click();
+        QVERIFY(form<Errors>().isVisible());
+        bench.Command3_Click();
+        QVERIFY(!bench.isVisible() && !form<Errors>().isVisible() && form<Diathlasimeleti>().isVisible());
+        QVERIFY(scope.endStatuses.empty());
+        bench.findChild<QPushButton*>("cmdend")->click();
+        QCOMPARE(scope.endStatuses, std::vector<int>{0});
     }
 
     void experimentsOnTheBench() {
@@ -197,41 +226,6 @@ private slots:
         QVERIFY(s.xc() == 0.0 && s.yc() == 0.0 && s.angleWithY() == 0.0 && s.rayHeight() == 0.0);
         QVERIFY(s.semicircleRadius() == 90.0 && s.indexN() == 1.8 && bar(bench, "HScroll1")->value() == 90);
         QVERIFY(canvas.pixelAt(-30, 20) == kWhite && canvas.pixelAt(0, 100) == kWhite);
-    }
-
-    void mouseResizeBackAndEnd() {
-        ScreenTestScope scope;
-        Hmiky& bench = openBench();
-        const Canvas& canvas = bench.drawing();
-        bench.moredens_Click();
-        bench.Form_MouseDown(-150, 80);
-        QVERIFY(bench.markStartX == -150.0f && bench.markStartY == 80.0f);
-        bench.Form_MouseUp(-120, 40);
-        // The right edge of the red end circle, a thin line wherever the
-        // canvas's size puts it.
-        bool red = false;
-        for (double x = -116.0; x <= -114.0; x += 0.25) {
-            const QColor end = canvas.pixelAt(x, 40);
-            red = red || (end.red() > 180 && end.green() < 120 && end.blue() < 120);
-        }
-        QVERIFY(red);
-        QCOMPARE(canvas.skippedOperations(), 0);
-
-        bench.Command4_Click();
-        const QStringList texts = canvas.printedTexts();
-        bench.resize(760, 700);  // the picture is drawn again at the new size
-        QCoreApplication::processEvents();
-        QCOMPARE(canvas.width(), canvas.height());
-        QCOMPARE(canvas.printedTexts(), texts);
-        QCOMPARE(canvas.pixelAt(-50, 40), kBlockFill);
-
-        bench.Optimize_Click();
-        QVERIFY(form<Errors>().isVisible());
-        bench.Command3_Click();
-        QVERIFY(!bench.isVisible() && !form<Errors>().isVisible() && form<Diathlasimeleti>().isVisible());
-        QVERIFY(scope.endStatuses.empty());
-        bench.findChild<QPushButton*>("cmdend")->click();
-        QCOMPARE(scope.endStatuses, std::vector<int>{0});
     }
 };
 
