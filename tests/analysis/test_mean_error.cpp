@@ -36,9 +36,6 @@ private slots:
         }
         for (const MeanErrorPoint& p : computeMeanErrorCurve(upright(0.0), 0.0, 1.5).points)
             QCOMPARE(p.errorPercent, 0.0);
-    }
-
-    void offCentreErrorFallsWithTheRadius() {
         // The flat face one unit to the right of the ray's crossing: the ray
         // misses the centre by a fixed distance, which matters less and less
         // as the block grows.

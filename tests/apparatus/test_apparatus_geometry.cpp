@@ -51,11 +51,8 @@ private slots:
         QVERIFY(PtolemySightLine(30, kBodySize)->airDegrees < PtolemySightLine(30, -kBodySize)->airDegrees);
         QVERIFY(!PtolemySightLine(60, 0) && !PtolemySightLine(std::nan(""), 0));
         QVERIFY(!PtolemySightLine(30, std::numeric_limits<double>::infinity()));
-    }
-
-    // The target's band lies exactly on the air body's where the law
-    // predicts, and apart from it elsewhere, by the offset magnified.
-    void bandsCoincideOnlyAtThePredictedPosition() {
+        // The target's band lies exactly on the air body's where the law
+        // predicts, and apart from it elsewhere, by the offset magnified.
         for (int w : {1, 10, 30, 48}) {
             for (double target : {0.5, 3.0, 10.0}) {
                 const double a = *expectedAirAngle(w);
@@ -97,11 +94,8 @@ private slots:
             for (const CheckStep& s : checkSteps(n))
                 QVERIFY(std::sin(s.i1) / n < 1.0 && std::sin(s.i2) / n < 1.0 && std::isfinite(s.r1 + s.r2));
         QVERIFY(checkSteps(0.0).empty() && checkSteps(std::nan("")).empty());
-    }
-
-    // Every valid start gives a constant second difference of −0.5° and
-    // keeps its own pair.
-    void adjustmentHasConstantSecondDifferencesAndTheLawsFollowTheSets() {
+        // Every valid start gives a constant second difference of −0.5° and
+        // keeps its own pair.
         using namespace ptolemy_fit;
         for (const DataSet* set : {&waterSet(), &glassSet()}) {
             for (int k = 0; k + 1 < static_cast<int>(set->refraction.size()); ++k) {

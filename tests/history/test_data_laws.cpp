@@ -130,7 +130,7 @@ private slots:
     // The pupil's grid: rows run until a blank incidence, a row without a
     // refraction angle is left out, and anything that is not an angle stops
     // the reading with its row and column.
-    void typedRows() {
+    void typedRowsAndTheLaws() {
         const TypedReading ok = readTypedPairs({{"10", "7"}, {" 20 ", ""}, {"30", "19,5"}, {"", "99"}, {"40", "25"}});
         QCOMPARE(int(ok.pairs.size()), 2);
         QCOMPARE(ok.pairs[1].refraction, 19.5f);  // a Greek decimal comma
@@ -155,9 +155,6 @@ private slots:
         // Unsorted entries: the run stops at the first large angle.
         const KeplerModel unsorted = keplerModel({{10, 7}, {50, 30}, {20, 13}});
         QVERIFY(unsorted.runLength == 1 && !unsorted.ratio && !keplerModel({{60, 35}}).ratio);
-    }
-
-    void snellCurvesAndExpectedValues() {
         // Into glass: every degree to 90°, where r is the critical angle.
         const auto into = snellCurve(1.5, false);
         QCOMPARE(int(into.size()), 91);
@@ -170,8 +167,8 @@ private slots:
         QVERIFY(out.back().refraction < 90.0);
         QCOMPARE(snellCurve(0.8, false).back().incidence, 53.0);   // total reflection into a "denser" n < 1
         QCOMPARE(snellCurve(1.0, false).back().refraction, 90.0);  // sin i / n reaches 1 exactly at 90°
-        for (double bad : {0.0, -1.5, std::nan(""), std::numeric_limits<double>::infinity()})
-            QVERIFY(snellCurve(bad, false).empty());
+        for (double index : {0.0, -1.5, std::nan(""), std::numeric_limits<double>::infinity()})
+            QVERIFY(snellCurve(index, false).empty());
         for (const auto& curve : {into, out, snellCurve(0.5, true), snellCurve(3.0, false)})
             for (const auto& p : curve) QVERIFY(std::isfinite(p.refraction));
 

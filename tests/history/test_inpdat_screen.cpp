@@ -296,56 +296,6 @@ private slots:
         QCOMPARE(inc.skippedOperations(), 0);
     }
 
-    // The bench's file read back here: the last set-up, one by position,
-    // and every refusal with a message and the shared values untouched.
-    void measurementFile() {
-        ScreenTestScope scope;
-        QTemporaryDir dir;
-        const QString previous = QDir::currentPath();
-        QVERIFY(QDir::setCurrent(dir.path()));
-        Inpdat& d = openData();
-        auto& said = scope.dialogs().messages;
-        d.readStoredSetups();
-        QVERIFY(said.size() == 1 && said[0].contains("fylaxi") && said[0].contains("αρχείο"));
-        // Something there that cannot be read is not "missing": the reason
-        // is told, and RECALL does not ask for a position first.
-        QVERIFY(QDir().mkdir(kMeasurementFileName));
-        said.clear();
-        d.recallSetup();
-        QVERIFY(said.size() == 1 && said[0].contains("Is a directory") && scope.dialogs().prompts.isEmpty());
-        QVERIFY(QDir().rmdir(kMeasurementFileName));
-
-        std::vector<MeasurementRecord> records(3);
-        for (int k = 0; k < 3; ++k) records[k] = {10.0 + k, 1.0 + k, -2.0 - k, 5.0 * k, 1.5, 0.0f, 0.6667f};
-        QVERIFY(writeMeasurementFile(kMeasurementFileName, records).ok);
-        d.showPairs({{"10", "6.6"}, {"20", "13.2"}, {"40", "25.4"}});
-        said.clear();
-        d.empiricalFit();
-        const Canvas& fileView = *named<Canvas>(d, "fileView");
-        QCOMPARE(said.size(), 2);
-        QVERIFY(said[0].startsWith("alfa=0.") && said[1].startsWith("vita="));
-        QVERIFY(joined(fileView).contains("h = 12.00"));  // the last record
-        QVERIFY(joined(fileView).contains("Position=3") && joined(fileView).contains("Angle  = 10.00"));
-
-        scope.dialogs().answers = {"1"};
-        d.recallSetup();
-        QVERIFY(joined(fileView).contains("xc = 1.00"));
-        said.clear();
-        scope.dialogs().answers = {"0", "99", "1.5", "abc", ""};
-        for (int k = 0; k < 5; ++k) d.recallSetup();
-        QCOMPARE(said.size(), 4);
-        QVERIFY(joined(fileView).contains("xc = 1.00"));
-
-        // A damaged record: a message, never a NaN on the screen.
-        records[2].h = std::nan("");
-        QVERIFY(writeMeasurementFile(kMeasurementFileName, records).ok);
-        said.clear();
-        d.readStoredSetups();
-        QCOMPARE(said.size(), 1);
-        QVERIFY(!joined(fileView).contains("NaN") && joined(fileView).contains("h = 10.00"));  // as position 1 left it
-        QDir::setCurrent(previous);
-    }
-
     // The expected values fill the grid's first rows. The pupil's table as
     // a file: a saved grid opens back exactly; a loaded table saves as its
     // pairs; a bad file and a FIFO change nothing.
@@ -391,6 +341,53 @@ private slots:
         QVERIFY(!d.openTableFile(pipe));
         ::alarm(0);
         QVERIFY(scope.dialogs().messages.last().contains("pipe") && grid(d) == held);
+
+        // The bench's file read back here: the last set-up, one by position,
+        // and every refusal with a message and the shared values untouched.
+        const QString previous = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(dir.path()));
+        auto& said = scope.dialogs().messages;
+        said.clear();
+        scope.dialogs().prompts.clear();
+        d.readStoredSetups();
+        QVERIFY(said.size() == 1 && said[0].contains("fylaxi") && said[0].contains("αρχείο"));
+        // Something there that cannot be read is not "missing": the reason
+        // is told, and RECALL does not ask for a position first.
+        QVERIFY(QDir().mkdir(kMeasurementFileName));
+        said.clear();
+        d.recallSetup();
+        QVERIFY(said.size() == 1 && said[0].contains("Is a directory") && scope.dialogs().prompts.isEmpty());
+        QVERIFY(QDir().rmdir(kMeasurementFileName));
+
+        std::vector<MeasurementRecord> records(3);
+        for (int k = 0; k < 3; ++k) records[k] = {10.0 + k, 1.0 + k, -2.0 - k, 5.0 * k, 1.5, 0.0f, 0.6667f};
+        QVERIFY(writeMeasurementFile(kMeasurementFileName, records).ok);
+        d.showPairs({{"10", "6.6"}, {"20", "13.2"}, {"40", "25.4"}});
+        said.clear();
+        d.empiricalFit();
+        const Canvas& fileView = *named<Canvas>(d, "fileView");
+        QCOMPARE(said.size(), 2);
+        QVERIFY(said[0].startsWith("alfa=0.") && said[1].startsWith("vita="));
+        QVERIFY(joined(fileView).contains("h = 12.00"));  // the last record
+        QVERIFY(joined(fileView).contains("Position=3") && joined(fileView).contains("Angle  = 10.00"));
+
+        scope.dialogs().answers = {"1"};
+        d.recallSetup();
+        QVERIFY(joined(fileView).contains("xc = 1.00"));
+        said.clear();
+        scope.dialogs().answers = {"0", "99", "1.5", "abc", ""};
+        for (int k = 0; k < 5; ++k) d.recallSetup();
+        QCOMPARE(said.size(), 4);
+        QVERIFY(joined(fileView).contains("xc = 1.00"));
+
+        // A damaged record: a message, never a NaN on the screen.
+        records[2].h = std::nan("");
+        QVERIFY(writeMeasurementFile(kMeasurementFileName, records).ok);
+        said.clear();
+        d.readStoredSetups();
+        QCOMPARE(said.size(), 1);
+        QVERIFY(!joined(fileView).contains("NaN") && joined(fileView).contains("h = 10.00"));  // as position 1 left it
+        QDir::setCurrent(previous);
     }
 };
 
