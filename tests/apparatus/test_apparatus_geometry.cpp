@@ -16,7 +16,7 @@ private slots:
     // leave the water and lowers only as far as it must: 48° still lets the
     // ray through the centre out, but the line past the far edge of the
     // central body is totally reflected there, so 47° is drawn.
-    void guardEndsBelowTheCriticalAngleFromEveryStart() {
+    void ptolemysSightLinesAlHaythamsRulesAndTheFitting() {
         for (int start = kMinWaterAngle; start <= kMaxWaterAngle; ++start) {
             const GuardResult g = guardWaterAngle(start);
             QVERIFY2(allSightLinesLeave(g.angle), qPrintable(QString::number(start)));
@@ -77,9 +77,6 @@ private slots:
             QVERIFY(sightView(w, airBodyAngle(w, 0, 0.5), 0.5)->covered);
             QVERIFY(!sightView(w, airBodyAngle(w, 50, 0.5), 0.5)->covered);  // half a degree off shows
         }
-    }
-
-    void ruleFlagsAtTheThreeIndices() {
         using namespace alhaytham;
         const std::vector<CheckStep> equal = checkSteps(1.0);
         QCOMPARE(equal.size(), std::size_t(88));  // sin 90° / 1 = 1 ends the curve at 89°

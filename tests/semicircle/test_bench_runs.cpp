@@ -18,7 +18,7 @@ private slots:
     // Every draw reseeds from the timer: the same timer gives the same draws,
     // draws within one tick still differ, a new time changes the very next
     // draw, and each draw covers its whole interval.
-    void randomDraws() {
+    void randomDrawsAndSeries() {
         double clockA = 43200.25, clockB = 43200.25;
         BenchRandom a([&clockA] { return clockA; });
         BenchRandom b([&clockB] { return clockB; });
@@ -43,13 +43,10 @@ private slots:
             highestTilt = std::max(highestTilt, t);
         }
         QVERIFY(lowestTilt < -4.9 && highestTilt > 5.9);  // 11u − 5: the whole interval, not bunched
-    }
-
-    // A centred block is the ideal bench: every reading is what Snell's law
-    // expects, each pair gives back the index the bench measured, and only
-    // rays with a reading are paired, their mean the index; a ray that
-    // misses reads nothing.
-    void seriesReadsAsSnellExpects() {
+        // A centred block is the ideal bench: every reading is what Snell's law
+        // expects, each pair gives back the index the bench measured, and only
+        // rays with a reading are paired, their mean the index; a ray that
+        // misses reads nothing.
         const RaysSeries none = runIncidenceSeries(Block{}, 0.0);  // no direction chosen: nothing traced
         QVERIFY(none.rays.size() == 9 && none.rays[0].trace.segments.empty() && !none.meanIndex);
         for (int direction : {1, 2}) {
