@@ -185,11 +185,8 @@ private slots:
         // Pieces that meet without a blank start a new line, not one word.
         QVERIFY(noteText(historyNotes()[3]).find("μερικής\nανάκλασης") != std::string::npos);
         QVERIFY(noteText(historyNotes()[8]).find("γνωστό με ποια") != std::string::npos);
-    }
-
-    // The pupil's CSV tables: comma and Greek spreadsheet forms, and every
-    // bad file refused naming its line (0: the file as a whole).
-    void tableFiles() {
+        // The pupil's CSV tables: comma and Greek spreadsheet forms, and every
+        // bad file refused naming its line (0: the file as a whole).
         const TableFileReading plain = parseTableFile("incidence,refraction\r\n10,6.6\n20, 13.2\n30,\n\n");
         QVERIFY(!plain.error && plain.rows.size() == 3);
         QCOMPARE(plain.rows[2].refraction, std::string(""));  // a row may wait for its refraction
@@ -199,21 +196,21 @@ private slots:
         QVERIFY(!parseTableFile("10,7\n20,13\n").error);  // no header at all
         std::string fifteen = "i,r\n";
         for (int k = 0; k < 15; ++k) fifteen += std::to_string(k) + ",1\n";
-        const std::pair<std::string, int> bad[] = {{"i,r\n10,7,3\n", 2},
-                                                   {"i,r\n10\n", 2},
+        const std::pair<std::string, int> broken[] = {{"i,r\n10,7,3\n", 2},
+                                                      {"i,r\n10\n", 2},
 
-                                                   {"i,r\n10,7\n\n20,13\n", 3},
-                                                   {"i,r\n19,5,13\n", 2},
-                                                   {"i,r\n10,7\n200,7\n", 3},
+                                                      {"i,r\n10,7\n\n20,13\n", 3},
+                                                      {"i,r\n19,5,13\n", 2},
+                                                      {"i,r\n10,7\n200,7\n", 3},
 
-                                                   {fifteen, 16},
-                                                   {std::string("i,r\n10,7\n\x01\x02\xff,3\n", 14), 3},
-                                                   {"i,r\n1\xC3,2\n", 2},
-                                                   {"i,r\n10,\xED\xA0\x80\n", 2},
-                                                   {"", 0},
-                                                   {"i,r\n", 0},
-                                                   {std::string(kLargestTableFile + 1, '1'), 0}};
-        for (const auto& [text, line] : bad) {
+                                                      {fifteen, 16},
+                                                      {std::string("i,r\n10,7\n\x01\x02\xff,3\n", 14), 3},
+                                                      {"i,r\n1\xC3,2\n", 2},
+                                                      {"i,r\n10,\xED\xA0\x80\n", 2},
+                                                      {"", 0},
+                                                      {"i,r\n", 0},
+                                                      {std::string(kLargestTableFile + 1, '1'), 0}};
+        for (const auto& [text, line] : broken) {
             const TableFileReading r = parseTableFile(text);
             QVERIFY2(r.error && r.rows.empty() && r.error->line == line, text.substr(0, 30).c_str());
             QVERIFY(!r.error->english.empty() && !r.error->greek.empty());
