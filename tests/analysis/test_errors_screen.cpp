@@ -14,6 +14,10 @@ namespace {
 
 bool dark(const QColor& c) { return c.red() < 110 && c.green() < 110 && c.blue() < 110; }
 
+void setBars(const Hmiky& bench, std::initializer_list<std::pair<const char*, int>> values) {
+    for (auto [name, value] : values) named<QScrollBar>(bench, name)->setValue(value);
+}
+
 }  // namespace
 
 class TestErrorsScreen : public QObject {
@@ -28,12 +32,10 @@ private slots:
         ScreenTestScope scope;
         form<Diathlasimeleti>().Command1_Click();
         BenchState& bench = sharedState<BenchState>();
-        bench.setSemicircleDirection(1);
-        bench.setXc(4.0);
-        bench.setYc(-1.0);
-        bench.setRayHeight(3.0);
-        bench.setAngleWithY(5.0);
-        form<Hmiky>().Optimize_Click();
+        Hmiky& screen = form<Hmiky>();
+        screen.moredens_Click();
+        setBars(screen, {{"xcoor", 20}, {"ycoor", -5}, {"hvalue", 30}, {"angle", 50}});
+        screen.Optimize_Click();
         const Errors& errors = form<Errors>();
         const Canvas& graph = errors.drawing();
         QVERIFY(errors.isVisible());
@@ -56,30 +58,20 @@ private slots:
         form<Errors>().resize(700, 540);
         QCoreApplication::processEvents();
         QVERIFY(graph.printedTexts() == texts && errors.segmentsDrawn() == 66 && bench.measuredIndex() == 7.0);
-    }
 
-    // A perfect set-up is flat; a click, and opening it again from the
-    // bench, draw anew from the bench as it is now.
-    void drawsAgainFromTheBench() {
-        ScreenTestScope scope;
-        form<Diathlasimeleti>().Command1_Click();
-        Hmiky& bench = form<Hmiky>();
-        bench.moredens_Click();  // centred block, ray through the centre
-        bench.Optimize_Click();
-        Errors& errors = form<Errors>();
-        const Canvas& graph = errors.drawing();
-        QCoreApplication::processEvents();
+        // A perfect set-up is flat; a click, and opening it again from the
+        // bench, draw anew from the bench as it is now.
+        setBars(screen, {{"xcoor", 0}, {"ycoor", 0}, {"hvalue", 0}, {"angle", 0}});
+        screen.Optimize_Click();
         for (const MeanErrorPoint& p : errors.curve().points) QVERIFY(std::fabs(p.errorPercent) < 1e-9);
         for (double r = 20; r <= 140; r += 10) QCOMPARE(graph.pixelAt(r, 6), QColor(Qt::white));
         QVERIFY(dark(graph.pixelAt(80, 0)));
-
-        bench.findChild<QScrollBar*>("xcoor")->setValue(10);
-        bench.findChild<QScrollBar*>("Indexn")->setValue(20);
+        setBars(screen, {{"xcoor", 10}, {"Indexn", 20}});
         QTest::mouseClick(errors.findChild<Canvas*>("meanErrorGraph"), Qt::LeftButton, {}, QPoint(40, 40));
         QVERIFY(graph.printedTexts().contains("xc= 2.00") && graph.printedTexts().contains("n= 2.00"));
         QVERIFY(errors.curve().points.back().errorPercent > 0.0);
-        bench.findChild<QScrollBar*>("xcoor")->setValue(0);
-        bench.Optimize_Click();
+        setBars(screen, {{"xcoor", 0}});
+        screen.Optimize_Click();
         QVERIFY(graph.printedTexts().contains(QStringLiteral("xc= 0.00")));
     }
 };

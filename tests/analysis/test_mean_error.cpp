@@ -36,9 +36,6 @@ private slots:
         }
         for (const MeanErrorPoint& p : computeMeanErrorCurve(upright(0.0), 0.0, 1.5).points)
             QCOMPARE(p.errorPercent, 0.0);
-    }
-
-    void offCentreErrorFallsWithTheRadius() {
         // The flat face one unit to the right of the ray's crossing: the ray
         // misses the centre by a fixed distance, which matters less and less
         // as the block grows.
@@ -50,9 +47,6 @@ private slots:
         QVERIFY2(large > 0.0 && large < small / 5.0, qPrintable(QString("%1 %2").arg(small).arg(large)));
         for (std::size_t k = 1; k < curve.points.size(); ++k)
             QVERIFY(curve.points[k].errorPercent < curve.points[k - 1].errorPercent);
-    }
-
-    void missingMeasurementsKeepTheLastValue() {
         // A ray that never meets the block leaves the starting value in force.
         const MeanErrorCurve missed = computeMeanErrorCurve(upright(1.5), 190.0, 1.8);
         QCOMPARE(missed.lastMeasuredIndex, 1.8);

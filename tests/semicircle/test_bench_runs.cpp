@@ -18,7 +18,7 @@ private slots:
     // Every draw reseeds from the timer: the same timer gives the same draws,
     // draws within one tick still differ, a new time changes the very next
     // draw, and each draw covers its whole interval.
-    void randomDraws() {
+    void randomDrawsAndSeries() {
         double clockA = 43200.25, clockB = 43200.25;
         BenchRandom a([&clockA] { return clockA; });
         BenchRandom b([&clockB] { return clockB; });
@@ -43,26 +43,17 @@ private slots:
             highestTilt = std::max(highestTilt, t);
         }
         QVERIFY(lowestTilt < -4.9 && highestTilt > 5.9);  // 11u − 5: the whole interval, not bunched
-    }
-
-    void incidenceSeriesAveragesTheMeasuredRays() {
-        Block b{0.0, 0.0, 100.0, 0.0, 1, 1.5};
-        QVERIFY(std::fabs(*runIncidenceSeries(b, 0.0).meanIndex - 1.5) < 1e-12);
-        b.direction = 2;  // only the rays below the critical angle count, each measuring 1/n
-        QVERIFY(std::fabs(*runIncidenceSeries(b, 0.0).meanIndex - 1.0 / 1.5) < 1e-12);
-        b.direction = 0;
-        const RaysSeries none = runIncidenceSeries(b, 0.0);
+        // A centred block is the ideal bench: every reading is what Snell's law
+        // expects, each pair gives back the index the bench measured, and only
+        // rays with a reading are paired, their mean the index; a ray that
+        // misses reads nothing.
+        const RaysSeries none = runIncidenceSeries(Block{}, 0.0);  // no direction chosen: nothing traced
         QVERIFY(none.rays.size() == 9 && none.rays[0].trace.segments.empty() && !none.meanIndex);
-    }
-
-    // A centred block is the ideal bench: every reading is what Snell's law
-    // expects, each pair gives back the index the bench measured, and only
-    // rays with a reading are paired; a ray that misses reads nothing.
-    void seriesReadsAsSnellExpects() {
         for (int direction : {1, 2}) {
             Block block;
             block.direction = direction;
-            const RaysSeries rays = runIncidenceSeries(block, 0.0);
+            const RaysSeries rays = runIncidenceSeries(block, 0.0);  // the mean of the measured rays: n, or 1/n
+            QVERIFY(std::fabs(*rays.meanIndex - (direction == 1 ? 1.5 : 1.0 / 1.5)) < 1e-12);
             BenchSeries series;
             series.recordSweep(block, rays);
             QCOMPARE(series.readings().size(), rays.rays.size());

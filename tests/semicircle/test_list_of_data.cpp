@@ -80,42 +80,15 @@ private slots:
     }
 
     // The transfer makes the bench's pairs the pupil's typed data, and the
-    // data screen's analysis finds the index the bench measured.
+    // data screen's analysis finds the index the bench measured. No pair at
+    // all: told, the grid left alone. More pairs than rows: the first
+    // fourteen, and the pupil is told.
     void transferFillsTheGridForTheAnalysis() {
         ScreenTestScope scope;
         Inpdat& data = form<Inpdat>();
         named<QLineEdit>(data, "Text1_12")->setText("77");
-        named<QLineEdit>(data, "Refr_12")->setText("33");
         data.Ptolemy_Click();  // a historical table is on the screen
         data.hide();
-
-        Hmiky& bench = openBench();
-        bench.Raref_Click();  // curved face first: glass into air at the flat face
-        bench.Command4_Click();
-        const double benchIndex = sharedState<BenchState>().measuredIndex();
-        ListOfData& list = openList(bench);
-        QCOMPARE(column(list, ListOfData::RefractionColumn).count("total reflection  ολική ανάκλαση"), 4);
-        list.Command2_Click();
-
-        QVERIFY(data.isVisible() && !data.historicalDataFlag && named<QListWidget>(data, "List1")->isHidden() &&
-                !named<QAction>(data, "Ptolemy")->isChecked());
-        const auto rows = data.typedRows();
-        QVERIFY(rows[0].incidence == "0.6" && rows[4].incidence == "40.0" && rows[3].refraction == "48.59");
-        for (int k = 5; k < Inpdat::kRows; ++k)  // row 12 held a pair before
-            QVERIFY(rows[k].incidence.empty() && rows[k].refraction.empty());
-        data.Command1_Click();
-        QVERIFY(scope.dialogs().messages.isEmpty());
-        QVERIFY(std::fabs(benchIndex - 1.0 / 1.5) < 1e-9 &&
-                std::fabs(sharedState<DataState>().dataIndex() - benchIndex) < 2e-3);
-    }
-
-    // More pairs than rows: the first fourteen, and the pupil is told. No
-    // pair at all: told, and the grid is left alone.
-    void transferLimits() {
-        ScreenTestScope scope;
-        Inpdat& data = form<Inpdat>();
-        named<QLineEdit>(data, "Text1_0")->setText("5");
-        named<QLineEdit>(data, "Refr_0")->setText("3");
         Hmiky& bench = openBench();
         bench.Raref_Click();
         scope.dialogs().answers = {"60", "75"};  // beyond the critical angle of n = 1.5
@@ -123,17 +96,32 @@ private slots:
         bench.Command1_Click();
         ListOfData& list = openList(bench);
         list.Command2_Click();
-        QCOMPARE(scope.dialogs().messages.size(), 1);
-        QVERIFY(data.typedRows()[0].incidence == "5" && data.typedRows()[0].refraction == "3" && !data.isVisible());
+        QVERIFY(scope.dialogs().messages.size() == 1 && data.typedRows()[12].incidence == "77" && !data.isVisible());
 
         bench.moredens_Click();
         for (int k = 1; k <= 16; ++k) scope.dialogs().answers.push_back(QString::number(k * 5));
         for (int k = 1; k <= 16; ++k) bench.Command1_Click();
         QCOMPARE(table(list).rowCount(), 18);  // the two reflected rays stay listed
         list.Command2_Click();
+        QVERIFY(data.isVisible() && !data.historicalDataFlag && named<QListWidget>(data, "List1")->isHidden() &&
+                !named<QAction>(data, "Ptolemy")->isChecked());
         QVERIFY(data.typedRows()[0].incidence == "5.0" && data.typedRows()[13].incidence == "70.0");
         QCOMPARE(scope.dialogs().messages.size(), 2);
         QVERIFY(scope.dialogs().messages.last().contains("14") && scope.dialogs().messages.last().contains("2 were"));
+
+        bench.Raref_Click();  // curved face first: glass into air at the flat face
+        bench.Command4_Click();
+        const double benchIndex = sharedState<BenchState>().measuredIndex();
+        QCOMPARE(column(list, ListOfData::RefractionColumn).count("total reflection  ολική ανάκλαση"), 4);
+        list.Command2_Click();
+        const auto rows = data.typedRows();
+        QVERIFY(rows[0].incidence == "0.6" && rows[4].incidence == "40.0" && rows[3].refraction == "48.59");
+        for (int k = 5; k < Inpdat::kRows; ++k)  // fourteen rows were filled before
+            QVERIFY(rows[k].incidence.empty() && rows[k].refraction.empty());
+        data.Command1_Click();
+        QCOMPARE(scope.dialogs().messages.size(), 2);
+        QVERIFY(std::fabs(benchIndex - 1.0 / 1.5) < 1e-9 &&
+                std::fabs(sharedState<DataState>().dataIndex() - benchIndex) < 2e-3);
     }
 };
 

@@ -67,29 +67,24 @@ private slots:
                 same(recall(1LL << 62), MeasurementRecord{}));  // past the end
         QVERIFY(!recallMeasurementRecord(file(), 0) && !recallMeasurementRecord(file(), -3));
         for (const auto& entry : fs::directory_iterator(folder())) QVERIFY(entry.path() == file());
-    }
-
-    void longerFileKeepsItsTail() {
+        // A longer file keeps its tail beyond the new records.
         std::vector<std::uint8_t> old(1000);
         for (std::size_t i = 0; i < old.size(); ++i) old[i] = static_cast<std::uint8_t>(i * 7 + 1);
         writeBytes(file(), old);
         QVERIFY(writeMeasurementFile(file(), {sample(0), sample(1)}).ok);
-        const auto bytes = fileBytes(file());
-        QCOMPARE(bytes.size(), old.size());
-        QVERIFY(std::equal(bytes.begin() + 48, bytes.begin() + 128, old.begin() + 48));
-        QVERIFY(std::equal(bytes.begin() + 176, bytes.end(), old.begin() + 176));
-        QVERIFY(same(decodeRecord(bytes.data() + 128), sample(1)));
-    }
-
-    void seriesOfSetUps() {
+        const auto kept = fileBytes(file());
+        QCOMPARE(kept.size(), old.size());
+        QVERIFY(std::equal(kept.begin() + 48, kept.begin() + 128, old.begin() + 48));
+        QVERIFY(std::equal(kept.begin() + 176, kept.end(), old.begin() + 176));
+        QVERIFY(same(decodeRecord(kept.data() + 128), sample(1)));
         Block b{0.0, 0.0, 100.0, 2.0 * std::numbers::pi / 180.0, 1, 1.5};
-        const auto records = runMeasurementSeries(b, 0.5);
-        QCOMPARE(records.size(), std::size_t{81});
+        const auto series = runMeasurementSeries(b, 0.5);
+        QCOMPARE(series.size(), std::size_t{81});
         // Nested loops: height outermost, then x, y and the tilt innermost.
-        QVERIFY(records[0].h == 0.5 && records[0].xc == 0.0 && std::fabs(records[0].angle - 2.0) < 1e-12);
-        QVERIFY(std::fabs(records[1].angle - 3.0) < 1e-12 && records[3].yc == 1.0 && records[9].xc == 1.0);
-        QVERIFY(records[27].h == 1.5 && records[80].h == 2.5);
-        for (const MeasurementRecord& r : records) {
+        QVERIFY(series[0].h == 0.5 && series[0].xc == 0.0 && std::fabs(series[0].angle - 2.0) < 1e-12);
+        QVERIFY(std::fabs(series[1].angle - 3.0) < 1e-12 && series[3].yc == 1.0 && series[9].xc == 1.0);
+        QVERIFY(series[27].h == 1.5 && series[80].h == 2.5);
+        for (const MeasurementRecord& r : series) {
             QCOMPARE(r.index, 1.0 / static_cast<double>(r.slope));
             QVERIFY(std::fabs(r.index - 1.5) < 0.1);  // near the centre, near n
         }

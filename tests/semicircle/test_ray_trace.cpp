@@ -48,9 +48,6 @@ private slots:
                 const double sweep = std::fmod(std::fabs(a.end) - std::fabs(a.start) + 4.0 * kPi, 2.0 * kPi);
                 QVERIFY2(std::fabs(sweep - kPi) < 2e-3, qPrintable(QString::number(tilt)));
             }
-    }
-
-    void lineCrossings() {
         // y = x against the circle of radius √2 about the origin: (1, 1) for root 1, (−1, −1) otherwise.
         CircleCrossing c = lineCircleIntersection(1.0, 0.0, 0.0, 0.0, std::sqrt(2.0), 1);
         QVERIFY(c.found && near(c.x, 1.0) && near(c.y, 1.0) && near(c.incidence, 0.0));
@@ -107,9 +104,6 @@ private slots:
         QVERIFY(!criticalAngleDegrees(0.9) && !criticalAngleDegrees(std::nan("")));
         const auto run = runCriticalAngle(centredBlock(2, 1.5), 0.0);
         QVERIFY(run && run->angleDegrees == critical && !runCriticalAngle(centredBlock(2, 0.8), 0.0));
-    }
-
-    void raysThatMeasureNothingOrSomethingElse() {
         // Along the axis the ray leaves horizontally: an exit angle of 0, no index.
         const RayTrace axis = traceRay(centredBlock(1, 1.5), 0.0, 0.0);
         QVERIFY(axis.exitRayAngle && *axis.exitRayAngle == 0.0 && !axis.measuredIndex);
@@ -133,9 +127,6 @@ private slots:
         QCOMPARE(traceParallelBeam(centredBlock(2, 1.5), false, 3).front().segments.front().segment.from.x, -200.0);
         QVERIFY(traceParallelBeam(centredBlock(2, 1.5), true, 0).empty());
         QVERIFY(traceParallelBeam(centredBlock(2, 1.5), true, 1 << 30).size() == 1000);
-    }
-
-    void oddInputsNeverGiveNaN() {
         const double big = std::numeric_limits<double>::max();
         const double tiny = std::numeric_limits<double>::denorm_min();
         int traced = 0;
