@@ -110,10 +110,8 @@ class TestFailedWrites : public QObject {
     }
 
     QString lastMessage() const { return scope_->dialogs().messages.value(scope_->dialogs().messages.size() - 1); }
-    // Whether the pupil was told once more, in both languages, since there were `before` messages.
-    bool toldOnce(qsizetype before) const {
-        return scope_->dialogs().messages.size() == before + 1 && bilingual(lastMessage());
-    }
+    // Whether the pupil was told once more, in both languages, since there were `n` messages.
+    bool toldOnce(qsizetype n) const { return scope_->dialogs().messages.size() == n + 1 && bilingual(lastMessage()); }
 
 private slots:
     void initTestCase() { installFontSubstitutions(); }
