@@ -76,12 +76,12 @@ private slots:
         // A link to a real file writes that file and stays a link; the old
         // permission bits are kept.
         put(at("real"), "old");
-        fs::permissions(at("real"), fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read);
+        const fs::perms mode = fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read;
+        fs::permissions(at("real"), mode);
         fs::create_symlink("real", at("link"));
         QVERIFY(replaceFile(at("link"), "new").ok);
         QVERIFY(fs::is_symlink(at("link")) && contents(at("real")) == "new");
-        QCOMPARE(fs::status(at("real")).permissions(),
-                 fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read);
+        QCOMPARE(fs::status(at("real")).permissions(), mode);
     }
 
     // The folder renamed while the contents are being written: the
@@ -111,13 +111,7 @@ private slots:
     // still sparse afterwards.
     void copyKeepsHolesAndData() {
         const std::uint64_t size = std::uint64_t{1} << 30;
-        {
-            const int fd = ::open(at("sparse").c_str(), O_WRONLY | O_CREAT, 0600);
-            QVERIFY(fd >= 0);
-            QCOMPARE(writeAllAt(fd, "head", 4, 0), 0);
-            QCOMPARE(writeAllAt(fd, "tail", 4, size - 4), 0);
-            ::close(fd);
-        }
+        std::ofstream(at("sparse"), std::ios::binary).write("head", 4).seekp(size - 4).write("tail", 4);
         const int from = ::open(at("sparse").c_str(), O_RDONLY);
         const int to = ::open(at("copy").c_str(), O_WRONLY | O_CREAT, 0600);
         const auto started = std::chrono::steady_clock::now();
@@ -134,31 +128,22 @@ private slots:
         copy.readAt(0, head, 4);
         copy.readAt(size / 2, middle, 4);
         copy.readAt(size - 4, tail, 4);
-        QVERIFY(std::string(head, 4) == "head" && std::string(tail, 4) == "tail");
-        QVERIFY(middle[0] == 0 && middle[3] == 0);
+        QVERIFY(std::string(head, 4) == "head" && std::string(tail, 4) == "tail" && middle[0] == 0 && middle[3] == 0);
     }
 
-    void strictUtf8() {
+    // Outside text is strict UTF-8 or not text; a quoted cell can neither
+    // widen a message beyond reason nor turn it round: the cut is marked,
+    // invisible controls become visible escapes.
+    void strictUtf8AndQuoting() {
         QVERIFY(isValidUtf8("incidence,διάθλαση 😀"));
-        QVERIFY(!isValidUtf8("\xED\xA0\x80"));      // U+D800, a surrogate
-        QVERIFY(!isValidUtf8("\xED\xBF\xBF"));      // U+DFFF
-        QVERIFY(!isValidUtf8("\xE0\x80\xAF"));      // '/' in three bytes
-        QVERIFY(!isValidUtf8("\xF4\x90\x80\x80"));  // beyond U+10FFFF
-        QVERIFY(!isValidUtf8("\xCE"));              // cut short
-    }
-
-    // A quoted cell can neither widen a message beyond reason nor turn it
-    // round: the cut is marked, invisible controls become visible escapes.
-    void quotingForMessages() {
+        // Surrogates U+D800 and U+DFFF, '/' in three bytes, beyond U+10FFFF, cut short.
+        for (const char* bad : {"\xED\xA0\x80", "\xED\xBF\xBF", "\xE0\x80\xAF", "\xF4\x90\x80\x80", "\xCE"})
+            QVERIFY2(!isValidUtf8(bad), QByteArray(bad).toHex().constData());
         QCOMPARE(quotedForMessage("19,5"), std::string("19,5"));
-        QCOMPARE(quotedForMessage("abc\xE2\x80\xAE"
-                                  "def"),
-                 std::string("abc\\u202Edef"));  // U+202E
+        QCOMPARE(quotedForMessage(std::string("abc\xE2\x80\xAE") + "def"), std::string("abc\\u202Edef"));  // U+202E
         QCOMPARE(quotedForMessage("a\tb\x7F"), std::string("a\\u0009b\\u007F"));
         QCOMPARE(quotedForMessage("x\xFFy"), std::string("x\\xFFy"));
-        const std::string digits(60000, '7');
-        const std::string cut = quotedForMessage(digits);
-        QCOMPARE(cut, std::string(39, '7') + "…");
+        QCOMPARE(quotedForMessage(std::string(60000, '7')), std::string(39, '7') + "…");
         QCOMPARE(quotedForMessage(std::string(40, 'g')), std::string(40, 'g'));  // exactly fits: no cut
         // Greek letters count as one character each, and are never split.
         const std::string greek = quotedForMessage(std::string(50, ' ') + "διάθλαση", 52);

@@ -1,21 +1,15 @@
 // Every file the pupil writes — the bench's measurement file, the data
 // screen's table, a figure as PNG or SVG — fails the same way whatever goes
 // wrong: the old file stays byte for byte, nothing else appears in its
-// folder, and the pupil is told why in English and Greek.
-//
-// The failures: a full disk and a write stopped half way (a file-size limit
-// on the process: the temporary grows to the limit, then writing fails, as
-// on a full disk), awkward targets (read-only, links, a folder in the way,
-// a read-only or missing folder) and an old file that can be written but
-// not read. The folder renamed while saving is left to the outside files'
-// own test: every writer goes through the same door. The superuser writes
-// into read-only folders, so when the tests run as root that row proves
-// nothing and is left out; the others fail for root as for anyone.
+// folder, and the pupil is told why in English and Greek. (The folder
+// renamed while saving is left to the outside files' own test: every writer
+// goes through the same door.)
 #include <QtTest>
 
 #include <csignal>
 #include <functional>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "app/main_menu.h"
@@ -46,16 +40,18 @@ QStringList folderContents(const QDir& dir) {
     QStringList found;
     for (const QFileInfo& entry :
          dir.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name)) {
-        QString held;
-        if (entry.isSymLink())
-            held = QStringLiteral("link to ") + entry.symLinkTarget();
-        else if (entry.isDir())
-            held = QDir(entry.filePath()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).join(',');
-        else
-            held = QString::fromLatin1(readAll(entry.filePath()).toHex());
-        found << entry.fileName() + QStringLiteral(": ") + held;
+        const QString path = entry.filePath();
+        found << entry.fileName() + QStringLiteral(": ") +
+                     (entry.isSymLink() ? QStringLiteral("link to ") + entry.symLinkTarget()
+                      : entry.isDir()   ? QDir(path).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).join(',')
+                                        : QString::fromLatin1(readAll(path).toHex()));
     }
     return found;
+}
+
+QString withMode(const QString& path, mode_t mode) {
+    ::chmod(qPrintable(path), mode);
+    return path;
 }
 
 bool writeAll(const QString& path, const QByteArray& bytes) {
@@ -63,24 +59,17 @@ bool writeAll(const QString& path, const QByteArray& bytes) {
     return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
 }
 
-// While alive, no file of this process may grow beyond `bytes`: writing
-// past it fails (EFBIG) as it would on a full disk.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &normal_);
-        rlimit limited = normal_;
-        limited.rlim_cur = bytes;
-        ::setrlimit(RLIMIT_FSIZE, &limited);
-    }
-    ~FileSizeLimit() { ::setrlimit(RLIMIT_FSIZE, &normal_); }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit normal_{};
-};
+// While the guard returned lives, no file of this process may grow beyond
+// `bytes`: writing past it fails (EFBIG) as it would on a full disk.
+auto fileSizeLimit(rlim_t bytes) {
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit normal{};
+    ::getrlimit(RLIMIT_FSIZE, &normal);
+    rlimit limited = normal;
+    limited.rlim_cur = bytes;
+    ::setrlimit(RLIMIT_FSIZE, &limited);
+    return qScopeGuard([normal] { ::setrlimit(RLIMIT_FSIZE, &normal); });
+}
 
 // One of the program's writers, as the pupil starts it: `save(path)` writes
 // the file the pupil chose (the measurement file is always "fylaxi" in the
@@ -120,10 +109,9 @@ class TestFailedWrites : public QObject {
         return list;
     }
 
-    QString lastMessage() const {
-        const QStringList& m = scope_->dialogs().messages;
-        return m.isEmpty() ? QString() : m.last();
-    }
+    QString lastMessage() const { return scope_->dialogs().messages.value(scope_->dialogs().messages.size() - 1); }
+    // Whether the pupil was told once more, in both languages, since there were `n` messages.
+    bool toldOnce(qsizetype n) const { return scope_->dialogs().messages.size() == n + 1 && bilingual(lastMessage()); }
 
 private slots:
     void initTestCase() { installFontSubstitutions(); }
@@ -132,8 +120,7 @@ private slots:
         scope_ = std::make_unique<ScreenTestScope>();
         form<Diathlasimeleti>().Command1_Click();  // the bench, ready to write its series
         form<Diathlasimeleti>().Command2_Click();
-        Inpdat& data = form<Inpdat>();
-        data.showPairs({{"10", "6.5"}, {"20", "13"}});
+        form<Inpdat>().showPairs({{"10", "6.5"}, {"20", "13"}});
         figure_ = new Canvas;
         figure_->resize(300, 200);
         figure_->scale(0, 0, 10, 10);
@@ -145,42 +132,33 @@ private slots:
         scope_.reset();
     }
 
-    // Each writer works at all, so that a refusal below is the failure's.
-    void everyWriterWrites() {
-        for (const Writer& w : writers()) {
-            QTemporaryDir dir;
-            const QString path = dir.filePath(w.fileName);
-            QVERIFY(writeAll(path, kOld));
-            w.save(path);
-            QVERIFY2(readAll(path) != kOld && !readAll(path).isEmpty(), qPrintable(w.name));
-            QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
-        }
-    }
-
-    // A full disk, and one that fills half way through the new contents.
+    // A full disk, and one that fills half way through the new contents;
+    // first each writer replaces an old file at all, leaving nothing else,
+    // so that a refusal is the failure's.
     void fullDiskAndHalfWay() {
         for (const Writer& w : writers()) {
             QTemporaryDir sized;
-            w.save(sized.filePath(w.fileName));
-            const qint64 size = QFileInfo(sized.filePath(w.fileName)).size();
-            QVERIFY2(size > 2 * kOld.size(), qPrintable(w.name));
+            const QString written = sized.filePath(w.fileName);
+            QVERIFY(writeAll(written, kOld));
+            w.save(written);
+            const qint64 size = QFileInfo(written).size();
+            QVERIFY2(size > 2 * kOld.size() && readAll(written) != kOld, qPrintable(w.name));
+            QCOMPARE(QDir(sized.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
             for (const rlim_t limit : {rlim_t(0), static_cast<rlim_t>(size / 2)}) {
                 QTemporaryDir dir;
                 const QString path = dir.filePath(w.fileName);
                 QVERIFY(writeAll(path, kOld));
                 const qsizetype messages = scope_->dialogs().messages.size();
                 {
-                    FileSizeLimit full(limit);
+                    const auto full = fileSizeLimit(limit);
                     w.save(path);
                 }
                 const QString what = w.name + QStringLiteral(", limit ") + QString::number(limit);
                 QVERIFY2(readAll(path) == kOld, qPrintable(what));
                 QVERIFY2(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size() == 1,
                          qPrintable(what + QStringLiteral(": a temporary was left behind")));
-                QVERIFY2(scope_->dialogs().messages.size() == messages + 1 && bilingual(lastMessage()),
-                         qPrintable(what + QStringLiteral(": ") + lastMessage()));
                 // The system's own reason, not a stand-in.
-                QVERIFY2(lastMessage().contains(QString::fromStdString(systemReason(EFBIG))),
+                QVERIFY2(toldOnce(messages) && lastMessage().contains(QString::fromStdString(systemReason(EFBIG))),
                          qPrintable(what + QStringLiteral(": ") + lastMessage()));
             }
         }
@@ -193,7 +171,6 @@ private slots:
     // measurement file's place is fixed), a folder that is gone or a
     // "folder" that is a file.
     void refusedTargets() {
-        using Make = std::function<QString(const QDir&, const QString&)>;
         const auto old = [](const QDir& d, const QString& f) {
             writeAll(d.filePath(f), kOld);
             return d.filePath(f);
@@ -202,12 +179,8 @@ private slots:
             QFile::link(d.filePath(to), d.filePath(f));
             return d.filePath(f);
         };
-        const std::vector<std::pair<const char*, Make>> refusals{
-            {"read-only old file",
-             [&](const QDir& d, const QString& f) {
-                 QFile::setPermissions(old(d, f), QFileDevice::ReadOwner | QFileDevice::ReadGroup);
-                 return d.filePath(f);
-             }},
+        const std::vector<std::pair<const char*, std::function<QString(const QDir&, const QString&)>>> refusals{
+            {"read-only old file", [&](const QDir& d, const QString& f) { return withMode(old(d, f), 0440); }},
             {"dangling link", [&](const QDir& d, const QString& f) { return link(d, "nowhere", f); }},
             {"loop of links",
              [&](const QDir& d, const QString& f) {
@@ -215,14 +188,11 @@ private slots:
                  return link(d, "other", f);
              }},
             {"name taken by a folder",
-             [](const QDir& d, const QString& f) {
-                 d.mkdir(f);
-                 return d.filePath(f);
-             }},
+             [](const QDir& d, const QString& f) { return d.mkdir(f) ? d.filePath(f) : QString(); }},
             {"read-only folder",
              [&](const QDir& d, const QString& f) {
                  const QString path = old(d, f);
-                 QFile::setPermissions(d.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+                 withMode(d.path(), 0500);
                  return path;
              }},
             {"folder gone", [](const QDir& d, const QString& f) { return d.filePath("gone/" + f); }},
@@ -240,12 +210,10 @@ private slots:
                     const QStringList before = folderContents(dir);
                     const qsizetype messages = scope_->dialogs().messages.size();
                     w.save(path);
-                    QVERIFY2(scope_->dialogs().messages.size() == messages + 1 && bilingual(lastMessage()),
-                             qPrintable(what + QStringLiteral(": ") + lastMessage()));
+                    QVERIFY2(toldOnce(messages), qPrintable(what + QStringLiteral(": ") + lastMessage()));
                     QVERIFY2(folderContents(dir) == before, qPrintable(what));
                 }
-                QFile::setPermissions(dir.path(),
-                                      QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+                withMode(dir.path(), 0700);
             }
         }
     }
@@ -256,20 +224,17 @@ private slots:
     void unreadableOldFileRefused() {
         for (const Writer& w : writers()) {
             QTemporaryDir dir;
-            QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
-                                                  QFileDevice::ReadOther | QFileDevice::WriteOther |
-                                                  QFileDevice::ExeOther);
+            withMode(dir.path(), 0777);  // so that "nobody" may make a temporary
             const QString path = dir.filePath(w.fileName);
             QVERIFY(writeAll(path, kOld));
-            QFile::setPermissions(path, QFileDevice::WriteOwner | QFileDevice::WriteGroup | QFileDevice::WriteOther);
+            withMode(path, 0222);
             const qsizetype messages = scope_->dialogs().messages.size();
             {
                 AsNobody nobody;
                 if (!AsNobody::refusesReading(qPrintable(path))) QSKIP("every file here can be read");
                 w.save(path);
             }
-            QVERIFY2(scope_->dialogs().messages.size() == messages + 1 && bilingual(lastMessage()), qPrintable(w.name));
-            QVERIFY2(lastMessage().contains(QString::fromStdString(systemReason(EACCES))),
+            QVERIFY2(toldOnce(messages) && lastMessage().contains(QString::fromStdString(systemReason(EACCES))),
                      qPrintable(w.name + QStringLiteral(": ") + lastMessage()));
             QVERIFY2(readAll(path) == kOld, qPrintable(w.name));
             QCOMPARE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),

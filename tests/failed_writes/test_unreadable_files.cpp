@@ -1,8 +1,6 @@
-// A file that is there but cannot be read is neither "missing" nor
-// something to write over: every reader says it cannot be read and why
-// (the recall asks for no position first); test_failed_writes has the
-// writers refuse it with the system's own reason. Also: a target of the longest name the file
-// system allows can still be saved (its temporary's name must fit too).
+// A file that is there but cannot be read is not "missing": every reader
+// says it cannot be read and why (test_failed_writes: the writers refuse
+// it). Also: a target of the longest name allowed can still be saved.
 #include <QtTest>
 
 #include <filesystem>
@@ -20,8 +18,6 @@
 namespace fs = std::filesystem;
 
 namespace {
-
-void put(const fs::path& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
 
 std::string contents(const fs::path& path) {
     std::ifstream in(path, std::ios::binary);
@@ -46,7 +42,7 @@ class TestUnreadableFiles : public QObject {
 
     // A file of that name with some bytes, that nobody may read.
     fs::path unreadable(const std::string& name, mode_t mode = 0) const {
-        put(at(name), std::string(300, 'x'));
+        std::ofstream(at(name), std::ios::binary) << std::string(300, 'x');
         ::chmod(at(name).c_str(), mode);
         return at(name);
     }
@@ -60,49 +56,36 @@ private slots:
         for (const auto& entry : fs::directory_iterator(at(""))) fs::remove_all(entry.path());
     }
 
-    // The reading door and the measurement file's readers, below the screens.
-    void doorsSayWhy() {
-        const fs::path none = unreadable("none");
-        const fs::path writeOnly = unreadable(kMeasurementFileName, 0222);
-        const QStringList before = names(at(""));
-        {
-            AsNobody nobody;
-            if (!AsNobody::refusesReading(none.c_str())) QSKIP("every file here can be read");
-            const InputFile in(none);
-            QVERIFY(!in.isOpen() && !in.missing());
-            QCOMPARE(in.reason(), kDenied);
-            const MeasurementFileState state = measurementFileState(writeOnly);
-            QVERIFY(!state.readable && !state.missing);
-            QCOMPARE(state.reason, kDenied);
-            QVERIFY(readMeasurementRecords(writeOnly).empty() && !readLastMeasurementRecord(writeOnly) &&
-                    !recallMeasurementRecord(writeOnly, 1));
-        }
-        QCOMPARE(names(at("")), before);
-        QCOMPARE(contents(writeOnly), std::string(300, 'x'));
-    }
-
-    // On the data screen: FILE's reading and RECALL both say the file cannot
-    // be read and why, and RECALL asks for no position; a table file is
-    // refused the same way.
-    void dataScreenSaysWhy() {
+    // Below the screens, the reading door and the measurement file's
+    // readers; on the data screen, FILE's reading, RECALL (which asks for no
+    // position first) and a table file: each says the file cannot be read
+    // and why, and nothing is changed.
+    void readersSayWhy() {
         ScreenTestScope scope;
         form<Diathlasimeleti>().Command2_Click();
         Inpdat& data = form<Inpdat>();
+        const fs::path measurements = unreadable(kMeasurementFileName, 0222), table = unreadable("table.csv");
+        const QStringList before = names(at(""));
         const QString previous = QDir::currentPath();
+        const auto back = qScopeGuard([&previous] { QDir::setCurrent(previous); });
         QVERIFY(QDir::setCurrent(dir_.path()));
-        unreadable(kMeasurementFileName, 0222);
-        const fs::path table = unreadable("table.csv");
         {
             AsNobody nobody;
-            if (!AsNobody::refusesReading(kMeasurementFileName)) {
-                QDir::setCurrent(previous);
-                QSKIP("every file here can be read");
-            }
+            if (!AsNobody::refusesReading(table.c_str())) QSKIP("every file here can be read");
+            const InputFile in(table);
+            QVERIFY(!in.isOpen() && !in.missing());
+            QCOMPARE(in.reason(), kDenied);
+            const MeasurementFileState state = measurementFileState(measurements);
+            QVERIFY(!state.readable && !state.missing);
+            QCOMPARE(state.reason, kDenied);
+            QVERIFY(readMeasurementRecords(measurements).empty() && !readLastMeasurementRecord(measurements) &&
+                    !recallMeasurementRecord(measurements, 1));
             data.readStoredSetups();
             data.recallSetup();
             data.openTableFile(QString::fromStdString(table.string()));
         }
-        QDir::setCurrent(previous);
+        QCOMPARE(names(at("")), before);
+        QCOMPARE(contents(measurements), std::string(300, 'x'));
         QVERIFY(scope.dialogs().prompts.isEmpty());
         const QStringList& m = scope.dialogs().messages;
         QCOMPARE(m.size(), 3);

@@ -1,20 +1,15 @@
 // A seeded storm of random pupil events against every screen the program
-// can reach from its main menu. The harness knows no screen by name: after
-// every event it walks the top-level windows and their controls by type, so
-// screens added later are stormed without changes here.
-//
+// can reach from its main menu, found by walking the windows and their
+// controls by type, so that screens added later are stormed too.
 // Usage: storm [events] [seed]       (STORM_TRACE=1 prints every event)
 // After every event: the program has not ended except through END (which
-// restarts it from the main menu), no single round of event handling took
-// longer than the budget, and no canvas skipped a drawing operation with a
-// non-finite coordinate. A sanitizer finding aborts the process; the seed
-// and the event under way are printed first, and the same seed replays the
-// same events.
+// restarts it), no round of event handling took longer than the budget, and
+// no canvas skipped a drawing with a non-finite coordinate. On a failure or
+// a sanitizer finding the seed and the event are printed: they replay it.
 #include <QAbstractButton>
 #include <QAbstractSlider>
 #include <QAction>
 #include <QApplication>
-#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
@@ -37,9 +32,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
-#include <map>
 #include <memory>
 #include <random>
 #include <set>
@@ -107,14 +100,20 @@ void printWhere() {
 // Anything that ends the process before the storm is done (exit() from a
 // handler) is a failure: only END may end the program, and it is caught.
 void onExit() {
-    if (!gFinished) {
-        std::fprintf(stderr, "STORM FAILURE: the process ended by itself\n");
-        printWhere();
-        std::_Exit(1);
-    }
+    if (gFinished) return;
+    std::fprintf(stderr, "STORM FAILURE: the process ended by itself\n");
+    printWhere();
+    std::_Exit(1);
 }
 
-class Storm;
+// Typed answers, the usual mistakes and good values; "" is no text at all
+// and "@" stands for 400 nines.
+QStringList typed(std::initializer_list<const char*> list) {
+    QStringList result;
+    for (const char* text : list)
+        result << (!*text ? QString() : *text == '@' ? QString(400, QLatin1Char('9')) : QString::fromUtf8(text));
+    return result;
+}
 
 // Answers every question the program asks the pupil: input boxes with the
 // usual mistakes and with good values, file dialogs with good, bad and
@@ -131,24 +130,8 @@ public:
     void message(const QString&, const QString&) override { ++messages; }
     QString input(const QString&, const QString&, const QString&) override {
         ++questions;
-        static const QStringList answers{QString(),
-                                         QStringLiteral(" "),
-                                         QStringLiteral("abc"),
-                                         QStringLiteral("1,5"),
-                                         QStringLiteral("1e999"),
-                                         QStringLiteral("nan"),
-                                         QString(400, QLatin1Char('9')),
-                                         QStringLiteral("0"),
-                                         QStringLiteral("-1"),
-                                         QStringLiteral("1"),
-                                         QStringLiteral("2"),
-                                         QStringLiteral("1.5"),
-                                         QStringLiteral("10"),
-                                         QStringLiteral("30"),
-                                         QStringLiteral("45"),
-                                         QStringLiteral("60"),
-                                         QStringLiteral("1.33"),
-                                         QStringLiteral("81")};
+        static const QStringList answers = typed({"", " ", "abc", "1,5", "1e999", "nan", "@", "0", "-1", "1", "2",
+                                                  "1.5", "10", "30", "45", "60", "1.33", "81"});
         return pick(answers);
     }
     QString openFileName(const QString&, const QString&) override {
@@ -216,11 +199,10 @@ public:
     void report(long events) const {
         std::printf("storm: %ld events, seed %llu, %d restarts after END, %d messages, %d input boxes\n", events, gSeed,
                     restarts_, dialogs_->messages, dialogs_->questions);
-        std::printf("storm: slowest round %lld ms of processor time (budget %lld ms): %s\n",
-                    static_cast<long long>(slowestMs_), static_cast<long long>(kBudgetMs), slowestWhat_.c_str());
-        std::printf("storm: slowest round with a chosen file %lld ms (budget %lld ms): %s\n",
-                    static_cast<long long>(slowestFileMs_), static_cast<long long>(kFileBudgetMs),
-                    slowestFileWhat_.c_str());
+        std::printf("storm: slowest round %lld ms of processor time (budget %lld ms): %s\n", slowestMs_, kBudgetMs,
+                    slowestWhat_.c_str());
+        std::printf("storm: slowest round with a chosen file %lld ms (budget %lld ms): %s\n", slowestFileMs_,
+                    kFileBudgetMs, slowestFileWhat_.c_str());
         std::printf("storm: %zu kinds of window seen:", windowKinds_.size());
         for (const auto& kind : windowKinds_) std::printf(" %s", kind.c_str());
         std::printf("\nstorm: %zu distinct controls used\n", used_.size());
@@ -282,21 +264,18 @@ private:
     // --- what exists --------------------------------------------------------
     void discover() {
         std::vector<QWidget*> fresh;
-        for (QWidget* w : QApplication::topLevelWidgets()) {
-            if (qobject_cast<QMenu*>(w)) continue;  // popups are reached through their actions
-            if (std::none_of(windows_.begin(), windows_.end(), [w](const QPointer<QWidget>& p) { return p == w; }))
+        for (QWidget* w : QApplication::topLevelWidgets())  // popups are reached through their actions
+            if (!qobject_cast<QMenu*>(w) && std::find(windows_.begin(), windows_.end(), w) == windows_.end())
                 fresh.push_back(w);
-        }
-        std::sort(fresh.begin(), fresh.end(), [](QWidget* a, QWidget* b) {
-            return std::make_pair(QString::fromLatin1(a->metaObject()->className()), a->objectName()) <
-                   std::make_pair(QString::fromLatin1(b->metaObject()->className()), b->objectName());
-        });
+        const auto kind = [](QWidget* w) {
+            return std::pair(QString::fromLatin1(w->metaObject()->className()), w->objectName());
+        };
+        std::sort(fresh.begin(), fresh.end(), [&kind](QWidget* a, QWidget* b) { return kind(a) < kind(b); });
         for (QWidget* w : fresh) {
             windows_.emplace_back(w);
             windowKinds_.insert(w->metaObject()->className());
         }
-        windows_.erase(std::remove_if(windows_.begin(), windows_.end(), [](const QPointer<QWidget>& p) { return !p; }),
-                       windows_.end());
+        std::erase_if(windows_, [](const QPointer<QWidget>& p) { return !p; });
     }
 
     std::vector<QWidget*> windows(bool visible) const {
@@ -307,10 +286,8 @@ private:
     }
 
     // The controls of a kind the pupil can reach: visible and enabled, in
-    // visible windows.
-    // Qt's own helpers inside controls (a menu bar's overflow arrow, a
-    // scroll area's bars are fine, but named "qt_…") are the toolkit's, not
-    // the program's; buttons that pop up a menu are reached through the
+    // visible windows. Qt's own helpers (named "qt_…", a menu bar's arrow)
+    // are the toolkit's; buttons that pop up a menu are reached through the
     // menu's actions instead.
     static bool ownControl(QWidget* w) {
         if (w->objectName().startsWith(QLatin1String("qt_"))) return false;
@@ -331,10 +308,9 @@ private:
     std::vector<QAction*> actions() const {
         std::vector<QAction*> list;
         for (QWidget* window : windows(true))
-            for (QAction* action : window->findChildren<QAction*>()) {
-                if (action->isSeparator() || action->menu() || !action->isEnabled() || !action->isVisible()) continue;
-                list.push_back(action);
-            }
+            for (QAction* action : window->findChildren<QAction*>())
+                if (!action->isSeparator() && !action->menu() && action->isEnabled() && action->isVisible())
+                    list.push_back(action);
         return list;
     }
 
@@ -391,33 +367,10 @@ private:
     }
 
     QString badOrGoodText() {
-        static const QStringList texts{QString(),
-                                       QStringLiteral(" "),
-                                       QStringLiteral("abc"),
-                                       QStringLiteral("1,5"),
-                                       QStringLiteral("1e999"),
-                                       QStringLiteral("-1e999"),
-                                       QStringLiteral("nan"),
-                                       QStringLiteral("inf"),
-                                       QString(400, QLatin1Char('9')),
-                                       QStringLiteral("0"),
-                                       QStringLiteral("-1"),
-                                       QStringLiteral("-0"),
-                                       QStringLiteral("1e-320"),
-                                       QStringLiteral("0x10"),
-                                       QStringLiteral("γωνία"),
-                                       QStringLiteral("\t\r\n"),
-                                       QStringLiteral("1.5"),
-                                       QStringLiteral("10"),
-                                       QStringLiteral("30"),
-                                       QStringLiteral("45"),
-                                       QStringLiteral("89.9"),
-                                       QStringLiteral("90"),
-                                       QStringLiteral("180"),
-                                       QStringLiteral("181"),
-                                       QStringLiteral("-45"),
-                                       QStringLiteral("1.33"),
-                                       QStringLiteral("2.42")};
+        static const QStringList texts =
+            typed({"",   " ",  "abc",  "1,5",    "1e999", "-1e999", "nan",    "inf",  "@",
+                   "0",  "-1", "-0",   "1e-320", "0x10",  "γωνία",  "\t\r\n", "1.5",  "10",
+                   "30", "45", "89.9", "90",     "180",   "181",    "-45",    "1.33", "2.42"});
         return texts[static_cast<qsizetype>(below(static_cast<std::size_t>(texts.size())))];
     }
 
@@ -496,13 +449,9 @@ private:
         Canvas* canvas = pickFrom(controls<Canvas>());
         if (!canvas) return pressButton();
         used_.insert(keyOf(canvas));
-        static const Qt::KeyboardModifiers modifiers[] = {Qt::NoModifier,
-                                                          Qt::ShiftModifier,
-                                                          Qt::ControlModifier,
-                                                          Qt::AltModifier,
-                                                          Qt::MetaModifier,
-                                                          Qt::ShiftModifier | Qt::ControlModifier,
-                                                          Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier};
+        constexpr auto shift = Qt::ShiftModifier, control = Qt::ControlModifier, alt = Qt::AltModifier;
+        static const Qt::KeyboardModifiers modifiers[] = {
+            Qt::NoModifier, shift, control, alt, Qt::MetaModifier, shift | control, shift | control | alt};
         static const Qt::MouseButton buttons[] = {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton};
         const Qt::KeyboardModifiers modifier = modifiers[below(std::size(modifiers))];
         const Qt::MouseButton button = buttons[below(std::size(buttons))];
@@ -518,24 +467,11 @@ private:
     }
 
     void resizeWindow() {
-        std::vector<QWidget*> shown = windows(true);
-        QWidget* window = pickFrom(shown);
+        QWidget* window = pickFrom(windows(true));
         if (!window) return showOrHide();
-        int w = 0, h = 0;
-        switch (between(0, 3)) {
-        case 0:
-            w = 1;
-            h = 1;
-            break;
-        case 1:
-            w = 4000;
-            h = 3000;
-            break;
-        default:
-            w = between(1, 4000);
-            h = between(1, 3000);
-            break;
-        }
+        const int size = between(0, 3);  // the smallest, a huge one, or any
+        const int w = size == 0 ? 1 : size == 1 ? 4000 : between(1, 4000);
+        const int h = size == 0 ? 1 : size == 1 ? 3000 : between(1, 3000);
         note(QStringLiteral("resize to %1x%2 ").arg(w).arg(h) + keyOf(window));
         window->resize(w, h);
     }
@@ -551,10 +487,7 @@ private:
             QWidget* window = shown[below(shown.size())];
             note(QStringLiteral("close or hide ") + keyOf(window));
             // The title bar's close button, or the window simply going.
-            if (chance(50))
-                window->close();
-            else
-                window->hide();
+            chance(50) ? void(window->close()) : window->hide();
         }
     }
 
@@ -606,14 +539,10 @@ private:
     }
 
     void slowest(qint64 ms, const char* what) {
-        if (dialogs_->fileChosen) {
-            if (ms > slowestFileMs_) {
-                slowestFileMs_ = ms;
-                slowestFileWhat_ = what;
-            }
-        } else if (ms > slowestMs_) {
-            slowestMs_ = ms;
-            slowestWhat_ = what;
+        qint64& worst = dialogs_->fileChosen ? slowestFileMs_ : slowestMs_;
+        if (ms > worst) {
+            worst = ms;
+            (dialogs_->fileChosen ? slowestFileWhat_ : slowestWhat_) = what;
         }
         const qint64 budget = dialogs_->fileChosen ? kFileBudgetMs : kBudgetMs;
         if (ms > budget)
@@ -641,8 +570,7 @@ void prepareFiles(const QDir& folder) {
         if (file.open(QIODevice::WriteOnly)) file.write(bytes);
     };
     write("good.csv", "incidence,refraction\n10,6.5\n20,13\n30,19.5\n40,25\n50,30.5\n60,35\n");
-    write("greek.csv",
-          "\xcf\x80\xcf\x81\xcf\x8c\xcf\x83\xcf\x80\xcf\x84\xcf\x89\xcf\x83\xce\xb7;x\r\n10,5;6\r\n20;13\r\n");
+    write("greek.csv", "πρόσπτωση;x\r\n10,5;6\r\n20;13\r\n");
     QByteArray garbage;
     for (int k = 0; k < 2000; ++k) garbage.append(static_cast<char>((k * 7919) % 256));
     write("garbage.csv", garbage);
@@ -656,10 +584,7 @@ QtMessageHandler gStandardHandler = nullptr;
 
 void quietPlatform(QtMsgType type, const QMessageLogContext& context, const QString& text) {
     if (text.startsWith(QLatin1String("This plugin does not support"))) return;
-    if (gStandardHandler)
-        gStandardHandler(type, context, text);
-    else
-        std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
+    gStandardHandler(type, context, text);  // never null: the default one if none was installed
 }
 
 }  // namespace

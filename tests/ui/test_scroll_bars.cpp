@@ -12,54 +12,40 @@
 #include "ui/forms.h"
 #include "ui/scroll_bars.h"
 
-namespace {
-
-// One notch of the wheel turned towards the pupil.
-void wheelDown(QScrollBar* bar) {
-    const QPointF centre(bar->width() / 2.0, bar->height() / 2.0);
-    QWheelEvent event(centre, bar->mapToGlobal(centre), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
-    QApplication::sendEvent(bar, &event);
-}
-
-}  // namespace
-
 class TestScrollBars : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase() { installFontSubstitutions(); }
 
     void bothOrientationsFollowTheirArrows() {
-        for (Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
-            std::unique_ptr<QScrollBar> bar(createScrollBar({.orientation = orientation,
-                                                             .minimum = 10,
-                                                             .maximum = 200,
-                                                             .value = 133,
-                                                             .smallChange = 1,
-                                                             .largeChange = 20,
-                                                             .objectName = "bar",
-                                                             .accessibleName = QString()}));
-            bar->resize(orientation == Qt::Horizontal ? QSize(200, 18) : QSize(18, 200));
+        for (Qt::Orientation o : {Qt::Horizontal, Qt::Vertical}) {
+            const ScrollBarSettings set{.orientation = o,
+                                        .minimum = 10,
+                                        .maximum = 200,
+                                        .value = 133,
+                                        .smallChange = 1,
+                                        .largeChange = 20,
+                                        .objectName = "bar",
+                                        .accessibleName = QString()};
+            std::unique_ptr<QScrollBar> bar(createScrollBar(set));
+            const bool horizontal = o == Qt::Horizontal;
+            bar->resize(horizontal ? QSize(200, 18) : QSize(18, 200));
             QCOMPARE(bar->focusPolicy(), Qt::StrongFocus);
-            const bool horizontal = orientation == Qt::Horizontal;
             const Qt::Key raise = horizontal ? Qt::Key_Right : Qt::Key_Down;
             const Qt::Key lower = horizontal ? Qt::Key_Left : Qt::Key_Up;
-            QTest::keyClick(bar.get(), raise);
-            QTest::keyClick(bar.get(), raise);
-            QCOMPARE(bar->value(), 135);
-            QTest::keyClick(bar.get(), lower);
-            QCOMPARE(bar->value(), 134);
-            QTest::keyClick(bar.get(), Qt::Key_PageDown);
-            QCOMPARE(bar->value(), 154);
-            QTest::keyClick(bar.get(), Qt::Key_PageUp);
-            QCOMPARE(bar->value(), 134);
-            QTest::keyClick(bar.get(), Qt::Key_End);
-            QCOMPARE(bar->value(), 200);
-            QTest::keyClick(bar.get(), Qt::Key_Home);
-            QCOMPARE(bar->value(), 10);
-            // The wheel turned towards the pupil moves both kinds the same way.
+            const std::pair<Qt::Key, int> steps[] = {
+                {raise, 134},          {raise, 135},       {lower, 134},      {Qt::Key_PageDown, 154},
+                {Qt::Key_PageUp, 134}, {Qt::Key_End, 200}, {Qt::Key_Home, 10}};
+            for (const auto& [key, value] : steps) {
+                QTest::keyClick(bar.get(), key);
+                QCOMPARE(bar->value(), value);
+            }
+            // One notch of the wheel turned towards the pupil moves both kinds the same way.
             bar->setValue(100);
-            wheelDown(bar.get());
+            const QPointF centre(bar->width() / 2.0, bar->height() / 2.0);
+            QWheelEvent wheel(centre, bar->mapToGlobal(centre), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                              Qt::NoScrollPhase, false);
+            QApplication::sendEvent(bar.get(), &wheel);
             QVERIFY2(bar->value() > 100, horizontal ? "horizontal" : "vertical");
         }
     }
