@@ -1,6 +1,5 @@
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -15,7 +14,6 @@
 #include "semicircle/hmiky_screen.h"
 #include "test_support.h"
 #include "ui/focus_frame.h"
-#include "ui/forms.h"
 #include "ui/menu_keys.h"
 #include "ui/window_keys.h"
 
@@ -32,20 +30,13 @@ bool highlighted(QMenuBar& bar, QAction* title) {
     return hits > box.width() * box.height() / 4;
 }
 
-}  // namespace
-
-namespace {
-
-// The widgets that Tab visits in the window, starting from its focus.
-QSet<QWidget*> tabThrough(QWidget& window) {
+// The widgets that Tab visits, starting from the focus.
+QSet<QWidget*> tabThrough() {
     QSet<QWidget*> seen;
-    for (int k = 0; k < 200; ++k) {
-        QWidget* focus = QApplication::focusWidget();
-        if (!focus) break;
-        seen.insert(focus);
-        QTest::keyClick(focus, Qt::Key_Tab);
+    for (int k = 0; k < 200 && QApplication::focusWidget(); ++k) {
+        seen.insert(QApplication::focusWidget());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
-    Q_UNUSED(window);
     return seen;
 }
 
@@ -68,12 +59,13 @@ private slots:
 
     // The focused control wears a 2-pixel black frame with a white line
     // inside, whatever kind of control it is; the others do not.
-    void focusIsFramed() {
+    void benchByKeys() {
         ScreenTestScope scope;
         form<Diathlasimeleti>().Command1_Click();
         Hmiky& bench = form<Hmiky>();
         QVERIFY(active(bench));
-        QList<QWidget*> controls{bench.findChild<Canvas*>("bench")};
+        Canvas* canvas = bench.findChild<Canvas*>("bench");
+        QList<QWidget*> controls{canvas};
         controls << bench.findChildren<QScrollBar*>().first() << bench.findChildren<QAbstractButton*>().first();
         for (QWidget* w : controls) {
             const auto framed = [w] {
@@ -88,6 +80,40 @@ private slots:
             QVERIFY2(!framed(), qPrintable(w->objectName()));
             w->setFocus();
             QVERIFY2(framed(), qPrintable(w->objectName()));
+        }
+
+        // The bench's mouse by keys: the arrows move the pressed point and aim
+        // the ray from it, as a press there does; Enter lets go there.
+        bench.moredens_Click();  // a direction, so that a pressed point aims a ray
+        canvas->setFocus();
+        const double x0 = bench.markStartX, y0 = bench.markStartY;
+        for (int k = 0; k < 6; ++k) QTest::keyClick(canvas, Qt::Key_Left, Qt::ShiftModifier);
+        QTest::keyClick(canvas, Qt::Key_Up);
+        QCOMPARE(QPointF(bench.markStartX, bench.markStartY), QPointF(x0 - 150, y0 + 5));
+        const QString byKeys = canvas->summary();
+        QVERIFY2(byKeys.contains(QLatin1String("Ray 1: incidence")), qPrintable(byKeys));
+        bench.Form_MouseDown(x0 - 150, y0 + 5);
+        QCOMPARE(canvas->summary(), byKeys);  // the same picture as a press there
+
+        const int drawn = canvas->recordedOperations();
+        QTest::keyClick(canvas, Qt::Key_Return);
+        QVERIFY(canvas->recordedOperations() > drawn);  // the marks of the release
+        QCOMPARE(canvas->summary(), byKeys);
+        // The point stays on the bench however long the key is held.
+        for (int k = 0; k < 40; ++k) QTest::keyClick(canvas, Qt::Key_Right, Qt::ShiftModifier);
+        QCOMPARE(double(bench.markStartX), canvas->scaleLeft() + canvas->scaleWidth());
+        // Other keys go on to the window (Ctrl+arrows, letters).
+        QVERIFY(!bench.benchKey(Qt::Key_Left, Qt::ControlModifier) && !bench.benchKey(Qt::Key_A, Qt::NoModifier));
+
+        // Tab reaches every drawing of the windows a pupil opens.
+        form<Diathlasimeleti>().Command2_Click();
+        form<Inpdat>().Ptolemy_Click();
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (!window->isVisible() || window->findChildren<Canvas*>().isEmpty()) continue;
+            QVERIFY(active(*window));
+            const QSet<QWidget*> reached = tabThrough();
+            for (Canvas* c : window->findChildren<Canvas*>())
+                if (c->isVisible()) QVERIFY2(reached.contains(c), qPrintable(c->objectName()));
         }
     }
 
@@ -143,41 +169,6 @@ private slots:
         QTRY_COMPARE(QApplication::activeWindow(), now);
     }
 
-    // Tab reaches every drawing of the windows a pupil opens.
-    void tabReachesEveryDrawing() {
-        ScreenTestScope scope;
-        form<Diathlasimeleti>().Command1_Click();
-        form<Diathlasimeleti>().Command2_Click();
-        form<Inpdat>().Ptolemy_Click();
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (!window->isVisible() || window->findChildren<Canvas*>().isEmpty()) continue;
-            QVERIFY(active(*window));
-            const QSet<QWidget*> reached = tabThrough(*window);
-            for (Canvas* c : window->findChildren<Canvas*>())
-                if (c->isVisible()) QVERIFY2(reached.contains(c), qPrintable(c->objectName()));
-        }
-    }
-
-    // A message box gives the focus back to the button that opened it.
-    void focusComesBackAfterAMessage() {
-        ScreenTestScope scope;
-        setDialogs(std::make_unique<WidgetDialogs>());
-        form<Diathlasimeleti>().Command2_Click();
-        Inpdat& d = form<Inpdat>();
-        QVERIFY(active(d));
-        named(d, "Command1")->setFocus();
-        bool boxShown = false;
-        QTimer::singleShot(50, [&boxShown] {
-            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-                boxShown = true;
-                box->accept();
-            }
-        });
-        QTest::keyClick(named(d, "Command1"), Qt::Key_Space);  // Data Analysis with no pairs: a message
-        QVERIFY(boxShown);
-        QTRY_COMPARE(QApplication::focusWidget(), named(d, "Command1"));
-    }
-
     // Fermat's experiment by keys: Shift, Ctrl and Shift+Ctrl with an arrow
     // move the magenta, green and blue bodies, and the time follows.
     void fermatByKeys() {
@@ -189,55 +180,22 @@ private slots:
         Canvas* canvas = s.findChild<Canvas*>("corpuscleField");
         const QLabel* label = s.findChild<QLabel*>("Label1");
         canvas->setFocus();
-        struct Move {
-            Qt::KeyboardModifiers keys;
-            Somata::Body body;
-            Qt::Key arrow;
-        };
-        for (const Move& m : {Move{Qt::ShiftModifier, Somata::Magenta, Qt::Key_Right},
-                              Move{Qt::ControlModifier, Somata::Green, Qt::Key_Up},
-                              Move{Qt::ShiftModifier | Qt::ControlModifier, Somata::Blue, Qt::Key_Left}}) {
-            const auto before = s.bodyCentre(m.body);
+        using Move = std::tuple<Qt::KeyboardModifiers, Somata::Body, Qt::Key>;
+        for (const auto& [keys, body, arrow] :
+             {Move{Qt::ShiftModifier, Somata::Magenta, Qt::Key_Right},
+              Move{Qt::ControlModifier, Somata::Green, Qt::Key_Up},
+              Move{Qt::ShiftModifier | Qt::ControlModifier, Somata::Blue, Qt::Key_Left}}) {
+            const auto before = s.bodyCentre(body);
             const QString time = label->text();
-            QTest::keyClick(canvas, m.arrow, m.keys);
-            const auto after = s.bodyCentre(m.body);
-            QVERIFY2(before.x != after.x || before.y != after.y, qPrintable(QString::number(m.body)));
+            QTest::keyClick(canvas, arrow, keys);
+            const auto after = s.bodyCentre(body);
+            QVERIFY2(before.x != after.x || before.y != after.y, qPrintable(QString::number(body)));
             QVERIFY(label->text() != time && label->text().startsWith(QLatin1String("Time of movement")));
         }
         // The green body moved up: towards the top of the drawing.
         const QPointF green = canvas->toLogical(s.bodyCentre(Somata::Green).x, s.bodyCentre(Somata::Green).y);
         QTest::keyClick(canvas, Qt::Key_Up, Qt::ControlModifier);
         QVERIFY(canvas->toLogical(s.bodyCentre(Somata::Green).x, s.bodyCentre(Somata::Green).y).y() < green.y());
-    }
-
-    // The bench's mouse by keys: the arrows move the pressed point and aim
-    // the ray from it, as a press there does; Enter lets go there.
-    void benchPressByKeys() {
-        ScreenTestScope scope;
-        form<Diathlasimeleti>().Command1_Click();
-        Hmiky& bench = form<Hmiky>();
-        QVERIFY(active(bench));
-        bench.moredens_Click();  // a direction, so that a pressed point aims a ray
-        Canvas* canvas = bench.findChild<Canvas*>("bench");
-        canvas->setFocus();
-        const double x0 = bench.markStartX, y0 = bench.markStartY;
-        for (int k = 0; k < 6; ++k) QTest::keyClick(canvas, Qt::Key_Left, Qt::ShiftModifier);
-        QTest::keyClick(canvas, Qt::Key_Up);
-        QCOMPARE(QPointF(bench.markStartX, bench.markStartY), QPointF(x0 - 150, y0 + 5));
-        const QString byKeys = canvas->summary();
-        QVERIFY2(byKeys.contains(QLatin1String("Ray 1: incidence")), qPrintable(byKeys));
-        bench.Form_MouseDown(x0 - 150, y0 + 5);
-        QCOMPARE(canvas->summary(), byKeys);  // the same picture as a press there
-
-        const int before = canvas->recordedOperations();
-        QTest::keyClick(canvas, Qt::Key_Return);
-        QVERIFY(canvas->recordedOperations() > before);  // the marks of the release
-        QCOMPARE(canvas->summary(), byKeys);
-        // The point stays on the bench however long the key is held.
-        for (int k = 0; k < 40; ++k) QTest::keyClick(canvas, Qt::Key_Right, Qt::ShiftModifier);
-        QCOMPARE(double(bench.markStartX), canvas->scaleLeft() + canvas->scaleWidth());
-        // Other keys go on to the window (Ctrl+arrows, letters).
-        QVERIFY(!bench.benchKey(Qt::Key_Left, Qt::ControlModifier) && !bench.benchKey(Qt::Key_A, Qt::NoModifier));
     }
 
     void lettersAreFirstFreeLatinLetters() {
@@ -267,32 +225,24 @@ private slots:
         QVERIFY(bars >= 6);
     }
 
-    // Alt and the letter opens the menu on the data screen; captions stay
-    // as written.
-    void altLetterOpensTheMenu() {
+    // The menus of the data screen by keys. Alt and a letter opens a menu
+    // (the tooltip tells which); the key after it acts in the open menu, as
+    // after a mnemonic: Alt+F, Down, Enter runs the second item of FILE,
+    // Alt+N, Enter the first of INSTRUMENTS. Alt alone highlights the first
+    // title without opening it, visibly; the arrows then move along the titles.
+    void dataScreenByKeys() {
         ScreenTestScope scope;
-        installMenuKeysEverywhere(*QCoreApplication::instance());
         form<Diathlasimeleti>().Command2_Click();
         Inpdat& d = form<Inpdat>();
+        QMenuBar* bar = d.menuBar();
+        QAction* models = named<QMenu>(d, "Models")->menuAction();
+        QAction* tables = named<QMenu>(d, "Histoire")->menuAction();
         QVERIFY(QTest::qWaitForWindowActive(&d));
-        QCOMPARE(named<QMenu>(d, "Histoire")->title(), QStringLiteral("HISTORICAL DATA"));
-        QVERIFY(named<QMenu>(d, "Histoire")->menuAction()->toolTip().contains("Alt+H"));
-        QTest::keyClick(&d, Qt::Key_H, Qt::AltModifier);
-        QCOMPARE(d.menuBar()->activeAction(), named<QMenu>(d, "Histoire")->menuAction());
-        QTest::keyClick(d.menuBar()->activeAction()->menu(), Qt::Key_Escape);
+        QVERIFY(tables->toolTip().contains("Alt+H"));
         QTest::keyClick(&d, Qt::Key_I, Qt::AltModifier);
-        QCOMPARE(d.menuBar()->activeAction(), named<QMenu>(d, "History_notes")->menuAction());
-    }
+        QCOMPARE(bar->activeAction(), named<QMenu>(d, "History_notes")->menuAction());
+        QTest::keyClick(bar->activeAction()->menu(), Qt::Key_Escape);
 
-    // The key after Alt+letter acts in the open menu, as after a mnemonic:
-    // Alt+F, Down, Enter runs the second item of FILE; Alt+N, Enter the
-    // first of INSTRUMENTS.
-    void keyAfterAltLetterGoesToTheMenu() {
-        ScreenTestScope scope;
-        installMenuKeysEverywhere(*QCoreApplication::instance());
-        form<Diathlasimeleti>().Command2_Click();
-        Inpdat& d = form<Inpdat>();
-        QVERIFY(QTest::qWaitForWindowActive(&d));
         QSignalSpy fit(named<QAction>(d, "empiricalFit"), &QAction::triggered);
         QSignalSpy recall(named<QAction>(d, "recall"), &QAction::triggered);
         QTest::keyClick(&d, Qt::Key_F, Qt::AltModifier);
@@ -300,37 +250,39 @@ private slots:
         QVERIFY(popup);
         QTest::keyClick(popup, Qt::Key_Down);
         QTest::keyClick(popup, Qt::Key_Return);
-        QCOMPARE(recall.count(), 1);
-        QCOMPARE(fit.count(), 0);
-
+        QVERIFY(recall.count() == 1 && fit.count() == 0);
         QVERIFY(QTest::qWaitForWindowActive(&d));
         QSignalSpy ptolemy(named<QAction>(d, "ptolemaios"), &QAction::triggered);
         QTest::keyClick(&d, Qt::Key_N, Qt::AltModifier);
         QVERIFY(QApplication::activePopupWidget());
         QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
         QCOMPARE(ptolemy.count(), 1);
-    }
 
-    // Alt alone highlights the first title of the menu bar without opening
-    // it, visibly; the arrows then move along the titles.
-    void altAloneHighlightsTheMenuBar() {
-        ScreenTestScope scope;
-        installMenuKeysEverywhere(*QCoreApplication::instance());
-        form<Diathlasimeleti>().Command2_Click();
-        Inpdat& d = form<Inpdat>();
         QVERIFY(QTest::qWaitForWindowActive(&d));
         QTest::keyPress(&d, Qt::Key_Alt, Qt::AltModifier);
         QTest::keyRelease(&d, Qt::Key_Alt, Qt::AltModifier);
-        QCOMPARE(d.menuBar()->activeAction(), named<QMenu>(d, "Models")->menuAction());
-        QVERIFY(!QApplication::activePopupWidget());
-        QVERIFY(highlighted(*d.menuBar(), named<QMenu>(d, "Models")->menuAction()));
-        QTest::keyClick(d.menuBar(), Qt::Key_Right);
-        QCOMPARE(d.menuBar()->activeAction(), named<QMenu>(d, "Histoire")->menuAction());
-        QVERIFY(highlighted(*d.menuBar(), named<QMenu>(d, "Histoire")->menuAction()) &&
-                !highlighted(*d.menuBar(), named<QMenu>(d, "Models")->menuAction()));
-        QTest::keyClick(d.menuBar(), Qt::Key_Escape);
-        QVERIFY(!d.menuBar()->activeAction());
-        QVERIFY(!highlighted(*d.menuBar(), named<QMenu>(d, "Histoire")->menuAction()));
+        QCOMPARE(bar->activeAction(), models);
+        QVERIFY(!QApplication::activePopupWidget() && highlighted(*bar, models));
+        QTest::keyClick(bar, Qt::Key_Right);
+        QCOMPARE(bar->activeAction(), tables);
+        QVERIFY(highlighted(*bar, tables) && !highlighted(*bar, models));
+        QTest::keyClick(bar, Qt::Key_Escape);
+        QVERIFY(!bar->activeAction() && !highlighted(*bar, tables));
+
+        // A message box gives the focus back to the button that opened it.
+        setDialogs(std::make_unique<WidgetDialogs>());
+        QVERIFY(active(d));
+        named(d, "Command1")->setFocus();
+        bool boxShown = false;
+        QTimer::singleShot(50, [&boxShown] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                boxShown = true;
+                box->accept();
+            }
+        });
+        QTest::keyClick(named(d, "Command1"), Qt::Key_Space);  // Data Analysis with no pairs: a message
+        QVERIFY(boxShown);
+        QTRY_COMPARE(QApplication::focusWidget(), named(d, "Command1"));
     }
 };
 

@@ -6,21 +6,14 @@
 //
 // The screen is given by the platform (CTest runs this program once per
 // screen); LAYOUT_SCREEN names the logical size and scale expected, so that
-// a run on the wrong screen fails instead of passing. With LAYOUT_PNG_DIR
-// set, every window is also written there as a picture after each step.
+// a run on the wrong screen fails instead of passing.
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
-#include <QCheckBox>
-#include <QDir>
-#include <QLabel>
 #include <QMenuBar>
 #include <QRadioButton>
 #include <QScreen>
 #include <QToolButton>
 #include <QtTest>
-
-#include <algorithm>
-#include <cmath>
 
 #include "analysis/errors_screen.h"
 #include "analysis/graph_screens.h"
@@ -38,10 +31,7 @@
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
 #include "semicircle/hmiky_screen.h"
-#include "semicircle/list_of_data_screen.h"
 #include "test_support.h"
-#include "ui/caption_button.h"
-#include "ui/forms.h"
 
 namespace {
 
@@ -53,29 +43,25 @@ QList<QWidget*> shownWindows() {
     return windows;
 }
 
+QString wh(QSize s) { return QStringLiteral("%1x%2").arg(s.width()).arg(s.height()); }
+QString at(QPointF p) { return QStringLiteral("(%1, %2)").arg(p.x()).arg(p.y()); }
+
 QString nameOf(const QWidget* w) {
     return w->objectName().isEmpty() ? QString::fromLatin1(w->metaObject()->className()) : w->objectName();
 }
 
 // The part of a control that its window shows: cut by every parent on the
 // way up, except that inside a scrolled area it is enough to be reachable
-// by scrolling, so there only the area itself is cut.
-QRect shownPart(const QWidget* control, const QWidget* window) {
+// by scrolling, so there only the area itself is cut (`scrolled` tells).
+QRect shownPart(const QWidget* control, const QWidget* window, bool& scrolled) {
     QRect part(control->mapTo(window, QPoint(0, 0)), control->size());
+    scrolled = false;
     for (const QWidget* p = control->parentWidget(); p && p != window; p = p->parentWidget()) {
-        if (qobject_cast<const QAbstractScrollArea*>(p)) {
-            part = QRect(p->mapTo(window, QPoint(0, 0)), p->size());
-            continue;
-        }
-        part &= QRect(p->mapTo(window, QPoint(0, 0)), p->size());
+        const QRect box(p->mapTo(window, QPoint(0, 0)), p->size());
+        scrolled = scrolled || qobject_cast<const QAbstractScrollArea*>(p);
+        part = qobject_cast<const QAbstractScrollArea*>(p) ? box : part & box;
     }
     return part & window->rect();
-}
-
-bool isInScrolledArea(const QWidget* control, const QWidget* window) {
-    for (const QWidget* p = control->parentWidget(); p && p != window; p = p->parentWidget())
-        if (qobject_cast<const QAbstractScrollArea*>(p)) return true;
-    return false;
 }
 
 // Why the text of a control does not fit it, or an empty string.
@@ -85,30 +71,19 @@ QString textProblem(const QWidget* control) {
     if (auto* caption = qobject_cast<const CaptionButton*>(control)) {
         const QRect room = r.adjusted(6, 6, -6, -6);
         const QRect text = fm.boundingRect(room, Qt::AlignCenter | Qt::TextWordWrap, caption->text());
-        if (!room.contains(text))
-            return QStringLiteral("caption needs %1x%2 in %3x%4")
-                .arg(text.width())
-                .arg(text.height())
-                .arg(room.width())
-                .arg(room.height());
-        return {};
+        return room.contains(text) ? QString() : "caption needs " + wh(text.size()) + " in " + wh(room.size());
     }
     if (qobject_cast<const QRadioButton*>(control) || qobject_cast<const QCheckBox*>(control)) {
         const QSize hint = control->sizeHint();
-        if (hint.width() > r.width() || fm.height() > r.height())
-            return QStringLiteral("needs %1x%2, has %3x%4")
-                .arg(hint.width())
-                .arg(hint.height())
-                .arg(r.width())
-                .arg(r.height());
-        return {};
+        return hint.width() > r.width() || fm.height() > r.height() ? "needs " + wh(hint) + ", has " + wh(r.size())
+                                                                    : QString();
     }
     if (auto* button = qobject_cast<const QAbstractButton*>(control)) {
         if (button->text().isEmpty()) return {};
         const int width = fm.horizontalAdvance(button->text());
-        if (width + 8 > r.width() || fm.height() + 2 > r.height())
-            return QStringLiteral("text %1 wide in %2x%3").arg(width).arg(r.width()).arg(r.height());
-        return {};
+        return width + 8 > r.width() || fm.height() + 2 > r.height()
+                   ? QStringLiteral("text %1 wide in ").arg(width) + wh(r.size())
+                   : QString();
     }
     if (auto* label = qobject_cast<const QLabel*>(control)) {
         if (label->text().isEmpty() || label->textFormat() == Qt::RichText || Qt::mightBeRichText(label->text()))
@@ -117,11 +92,7 @@ QString textProblem(const QWidget* control) {
         const int flags = static_cast<int>(label->alignment()) | (label->wordWrap() ? Qt::TextWordWrap : 0);
         const QRect text = fm.boundingRect(room, flags, label->text());
         if (text.width() > room.width() || text.height() > room.height())
-            return QStringLiteral("text needs %1x%2 in %3x%4")
-                .arg(text.width())
-                .arg(text.height())
-                .arg(room.width())
-                .arg(room.height());
+            return "text needs " + wh(text.size()) + " in " + wh(room.size());
     }
     return {};
 }
@@ -130,15 +101,10 @@ QStringList windowProblems(QWidget* window) {
     QStringList problems;
     const QString name = nameOf(window);
     const QRect area = window->screen()->availableGeometry();
-    if (!area.contains(window->frameGeometry()))
-        problems << QStringLiteral("%1: frame %2,%3 %4x%5 outside the screen's %6x%7")
-                        .arg(name)
-                        .arg(window->frameGeometry().x())
-                        .arg(window->frameGeometry().y())
-                        .arg(window->frameGeometry().width())
-                        .arg(window->frameGeometry().height())
-                        .arg(area.width())
-                        .arg(area.height());
+    const QRect frame = window->frameGeometry();
+    if (!area.contains(frame))
+        problems << name + ": frame at " + at(frame.topLeft()) + " " + wh(frame.size()) + " outside the screen's " +
+                        wh(area.size());
     for (QMenuBar* bar : window->findChildren<QMenuBar*>()) {
         if (!bar->isVisibleTo(window)) continue;
         const auto* overflow = bar->findChild<QToolButton*>(QStringLiteral("qt_menubar_ext_button"));
@@ -157,20 +123,13 @@ QStringList windowProblems(QWidget* window) {
     for (QWidget* control : controls) {
         if (!control->isVisibleTo(window) || control->objectName().startsWith(QStringLiteral("qt_"))) continue;
         if (control->window() != window || control->size().isEmpty()) continue;
-        const QString what =
-            QStringLiteral("%1/%2 \"%3\"")
-                .arg(name, nameOf(control),
-                     qobject_cast<QLabel*>(control) ? qobject_cast<QLabel*>(control)->text().left(30)
-                                                    : qobject_cast<QAbstractButton*>(control)->text().left(30));
-        const QRect whole(control->mapTo(window, QPoint(0, 0)), control->size());
-        const QRect part = shownPart(control, window);
-        if (isInScrolledArea(control, window) ? part.isEmpty() : part != whole)
-            problems << QStringLiteral("%1 cut by its window (%2x%3 of %4x%5 shown)")
-                            .arg(what)
-                            .arg(part.width())
-                            .arg(part.height())
-                            .arg(whole.width())
-                            .arg(whole.height());
+        const auto* label = qobject_cast<QLabel*>(control);
+        const QString text = label ? label->text() : static_cast<QAbstractButton*>(control)->text();
+        const QString what = QStringLiteral("%1/%2 \"%3\"").arg(name, nameOf(control), text.left(30));
+        bool scrolled;
+        const QRect part = shownPart(control, window, scrolled);
+        if (scrolled ? part.isEmpty() : part != QRect(control->mapTo(window, QPoint(0, 0)), control->size()))
+            problems << what + " cut by its window (" + wh(part.size()) + " of " + wh(control->size()) + " shown)";
         if (const QString p = textProblem(control); !p.isEmpty()) problems << what + QStringLiteral(": ") + p;
     }
     return problems;
@@ -221,8 +180,10 @@ bool showsThrough(const Canvas& canvas, const Canvas::DrawnLine& line, const QRe
 
 // Why a graph's printed texts cannot all be read whole: a text below 8 pt,
 // one that runs off the drawing, two that overlap, one that a data point
-// touches, a line seen through one.
-QStringList graphProblems(const Canvas& canvas, const QString& name) {
+// touches, a line seen through one. The texts from `firstLawLabel` on are
+// the labels of laws laid over the graph, each on a ground a couple of
+// pixels wider that hides what it covers: none may cover a point or an axis.
+QStringList graphProblems(const Canvas& canvas, const QString& name, std::size_t firstLawLabel) {
     QStringList problems;
     const auto texts = canvas.drawnTexts();
     const auto lines = canvas.drawnLines();
@@ -234,50 +195,21 @@ QStringList graphProblems(const Canvas& canvas, const QString& name) {
         if (t.text.trimmed().isEmpty()) continue;
         const QString what = QStringLiteral("%1 \"%2\"").arg(name, t.text.left(40));
         if (t.points < 8.0) problems << QStringLiteral("%1 in %2 pt").arg(what).arg(t.points);
-        if (!area.contains(t.box))
-            problems
-                << QStringLiteral("%1 runs off the %2x%3 drawing").arg(what).arg(canvas.width()).arg(canvas.height());
+        if (!area.contains(t.box)) problems << what + " runs off the " + wh(canvas.size()) + " drawing";
         for (std::size_t j = i + 1; j < texts.size(); ++j)
             if (!texts[j].text.trimmed().isEmpty() && inner(t.box).intersects(inner(texts[j].box)))
                 problems << QStringLiteral("%1 overlaps \"%2\"").arg(what, texts[j].text.left(40));
+        const QRectF near = i >= firstLawLabel ? t.box.adjusted(-2, -2, 2, 2) : inner(t.box);
         for (const auto& disc : canvas.drawnDiscs())
-            if (discMeets(disc, inner(t.box)))
-                problems << QStringLiteral("%1 meets the point at (%2, %3)")
-                                .arg(what)
-                                .arg(disc.box.center().x())
-                                .arg(disc.box.center().y());
+            if (discMeets(disc, near)) problems << what + " meets the point at " + at(disc.box.center());
+        for (const auto& line : lines)
+            if (i >= firstLawLabel && line.colour == Qt::black && crosses(line, near))
+                problems << what + " covers an axis";
         for (const auto& line : lines)
             if (crosses(line, inner(t.box)) && showsThrough(canvas, line, inner(t.box))) {
-                problems << QStringLiteral("%1 crossed by a line from (%2, %3) to (%4, %5)")
-                                .arg(what)
-                                .arg(line.from.x())
-                                .arg(line.from.y())
-                                .arg(line.to.x())
-                                .arg(line.to.y());
+                problems << what + " crossed by a line from " + at(line.from) + " to " + at(line.to);
                 break;
             }
-    }
-    return problems;
-}
-
-// Why the labels of the laws laid over a graph hide part of it: the texts
-// from `firstLabel` on are the laws' labels, each on a ground a couple of
-// pixels wider; none may cover a data point or an axis.
-QStringList lawLabelProblems(const Canvas& canvas, std::size_t firstLabel, const QString& name) {
-    QStringList problems;
-    const auto texts = canvas.drawnTexts();
-    for (std::size_t i = firstLabel; i < texts.size(); ++i) {
-        const QRectF ground = texts[i].box.adjusted(-2, -2, 2, 2);
-        const QString what = QStringLiteral("%1 \"%2\"").arg(name, texts[i].text.left(40));
-        for (const auto& disc : canvas.drawnDiscs())
-            if (discMeets(disc, ground))
-                problems << QStringLiteral("%1 covers the point at (%2, %3)")
-                                .arg(what)
-                                .arg(disc.box.center().x())
-                                .arg(disc.box.center().y());
-        for (const auto& line : canvas.drawnLines())
-            if (line.colour == Qt::black && crosses(line, ground))
-                problems << QStringLiteral("%1 covers an axis").arg(what);
     }
     return problems;
 }
@@ -287,23 +219,13 @@ QStringList lawLabelProblems(const Canvas& canvas, std::size_t firstLabel, const
 class TestWindowLayout : public QObject {
     Q_OBJECT
     QStringList problems_;
-    int step_ = 0;
 
     // Lets the windows settle, then checks every window that is up.
     void check(const QString& step) {
-        ++step_;
         QTest::qWait(20);
         for (QWidget* w : shownWindows()) {
             QVERIFY(QTest::qWaitForWindowExposed(w));
             for (const QString& p : windowProblems(w)) problems_ << step + QStringLiteral(": ") + p;
-            const QString dir = qEnvironmentVariable("LAYOUT_PNG_DIR");
-            if (!dir.isEmpty()) {
-                QDir().mkpath(dir);
-                w->grab().save(QStringLiteral("%1/%2_%3_%4.png")
-                                   .arg(dir)
-                                   .arg(step_, 2, 10, QLatin1Char('0'))
-                                   .arg(step, nameOf(w)));
-            }
         }
     }
 
@@ -321,11 +243,7 @@ private slots:
         const QString wanted = qEnvironmentVariable("LAYOUT_SCREEN");  // e.g. 1280x720@1.5
         if (wanted.isEmpty()) QSKIP("no screen named");
         const QScreen* screen = QGuiApplication::primaryScreen();
-        const QString actual = QStringLiteral("%1x%2@%3")
-                                   .arg(screen->geometry().width())
-                                   .arg(screen->geometry().height())
-                                   .arg(screen->devicePixelRatio());
-        QCOMPARE(actual, wanted);
+        QCOMPARE(wh(screen->geometry().size()) + '@' + QString::number(screen->devicePixelRatio()), wanted);
     }
 
     void everyWindowOnTheScreen() {
@@ -395,23 +313,17 @@ private slots:
         QCOMPARE(shownNames(), QStringList{nameOf(&menu)});
 
         QVERIFY2(problems_.isEmpty(), qPrintable(QStringLiteral("\n") + problems_.join(QLatin1Char('\n'))));
-    }
 
-    // A window stretched far beyond the screen (by hand or by a window
-    // manager) grows no larger than the screens together, so its drawing
-    // and backing store stay bounded.
-    void noWindowOutgrowsTheScreens() {
-        ScreenTestScope scope;
-        Main();
-        form<Diathlasimeleti>().Command1_Click();
-        auto& bench = form<Hmiky>();
+        // A window stretched far beyond the screen (by hand or by a window
+        // manager) grows no larger than the screens together, so its drawing
+        // and backing store stay bounded.
+        menu.Command1_Click();
         QVERIFY(QTest::qWaitForWindowExposed(&bench));
         QRect all;
         for (const QScreen* screen : QGuiApplication::screens()) all |= screen->geometry();
         QTest::qWait(1600);  // past the moments after showing, when placement still watches
         bench.resize(8000, 8000);
-        QVERIFY(bench.width() <= all.width());
-        QVERIFY(bench.height() <= all.height());
+        QVERIFY(bench.width() <= all.width() && bench.height() <= all.height());
         QVERIFY(bench.drawing().width() <= all.width());
     }
 
@@ -425,16 +337,12 @@ private slots:
         form<Diathlasimeleti>().Command2_Click();
         auto& data = form<Inpdat>();
         QStringList problems;
-        const QString pngDir = qEnvironmentVariable("LAYOUT_PNG_DIR");
-        auto checkGraphs = [&](const QString& step) {
+        auto checkGraphs = [&](const QString& step, std::size_t firstLawLabel = SIZE_MAX) {
             QTest::qWait(20);
-            for (const Canvas* canvas : {form<Incref>().canvas(), form<Analysis>().canvas()}) {
-                for (const QString& p : graphProblems(*canvas, nameOf(canvas->window())))
+            for (const Canvas* canvas : {form<Incref>().canvas(), form<Analysis>().canvas()})
+                for (const QString& p : graphProblems(*canvas, nameOf(canvas->window()),
+                                                      canvas == form<Incref>().canvas() ? firstLawLabel : SIZE_MAX))
                     problems << step + QStringLiteral(": ") + p;
-                if (!pngDir.isEmpty() && QDir().mkpath(pngDir))
-                    canvas->window()->grab().save(
-                        QStringLiteral("%1/graph_%2_%3.png").arg(pngDir, step, nameOf(canvas->window())));
-            }
         };
         const std::pair<const char*, void (Inpdat::*)()> tables[] = {
             {"Newton glass", &Inpdat::Newt_Click},          {"Newton water", &Inpdat::newt2_Click},
@@ -459,16 +367,14 @@ private slots:
         data.Ptolemy_Click();
         checkGraphs(QStringLiteral("Ptolemy glass with residuals"));
         named<QAction>(data, "residuals")->setChecked(false);
-        // A law laid over the data: its label in readable type, on a
-        // ground that reaches as far down as its lines.
+        // A law laid over the data: its label on a ground that reaches as
+        // far down as its lines (its type size is checked with four laws below).
         data.Kepler_Click();
         QTest::qWait(20);
         const Canvas& angles = *form<Incref>().canvas();
         double lowest = 0.0;
-        for (const auto& t : angles.drawnTexts()) {
-            QVERIFY2(t.points >= 8.0, qPrintable(QStringLiteral("\"%1\" in %2 pt").arg(t.text).arg(t.points)));
+        for (const auto& t : angles.drawnTexts())
             if (t.colour == QColor(255, 0, 0)) lowest = std::max(lowest, t.box.bottom());
-        }
         QVERIFY(lowest > 0.0);
         // Beside the end of the label's last line, the ground.
         QCOMPARE(angles.pixelAt(99.5, angles.toUser(QPointF(0, lowest - 2)).y()), QColor(255, 255, 0));
@@ -486,12 +392,10 @@ private slots:
         // Several laws laid one after another over three tables, as a
         // pupil compares them: every label readable, none over another's,
         // no line seen through one; and still so once the window is resized.
-        const std::pair<const char*, void (Inpdat::*)()> lawTables[] = {{"Ptolemy glass", &Inpdat::Ptolemy_Click},
-                                                                        {"Newton water", &Inpdat::newt2_Click},
-                                                                        {"Al Haytham glass", &Inpdat::Alhazen_Click}};
         auto& graph = form<Incref>();
         const QSize placed = graph.size();
-        for (const auto& [name, load] : lawTables) {
+        for (const int table : {4, 1, 2}) {  // Ptolemy glass, Newton water, Al Haytham glass
+            const auto& [name, load] = tables[table];
             (data.*load)();
             const std::size_t graphTexts = graph.canvas()->drawnTexts().size();
             data.Kepler_Click();
@@ -507,8 +411,7 @@ private slots:
                 QTest::qWait(30);
                 const QString sized =
                     laws + QStringLiteral(" at %1x%2").arg(graph.canvas()->width()).arg(graph.canvas()->height());
-                checkGraphs(sized);
-                problems << lawLabelProblems(*graph.canvas(), graphTexts, sized);
+                checkGraphs(sized, graphTexts);
                 // The laws are drawn again at the new size, not left squeezed.
                 QStringList fixed, snell, kepler;
                 for (const auto& t : angles.drawnTexts()) {
