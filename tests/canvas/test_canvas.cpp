@@ -107,7 +107,7 @@ private slots:
         QCOMPARE(QPointF(c.currentX(), c.currentY()), QPointF(0, 0));
     }
 
-    void fillAndAspect() {
+    void fillAspectWidthAndStyles() {
         Canvas& c = *bench;
         const QColor glass(205, 255, 255);
         c.setFillColor(glass);
@@ -129,10 +129,8 @@ private slots:
             const QSize got = ink(c.image()).bounds.size();
             QVERIFY(std::abs(got.width() - size.width()) <= 2 && std::abs(got.height() - size.height()) <= 2);
         }
-    }
 
-    void drawWidthAndStyles() {
-        Canvas& c = *bench;
+        c.cls();
         c.setDrawWidth(5);
         c.line(-150, 0, 150, 0, kRed);
         QCOMPARE(ink(c.image()).bounds.height(), 5);
@@ -275,9 +273,7 @@ private slots:
     // drawing lands where it should. Back at a small size the image is
     // sharp again.
     void imageStopsAtTheLargestScreen() {
-        Canvas c;
-        c.resize(400, 400);
-        c.setBackColor(kWhite);
+        Canvas& c = *bench;
         c.scale(0, 0, 100, 100);
         c.filledBox(90, 90, 100, 100, kRed);  // the far corner
         c.resize(8000, 8000);
