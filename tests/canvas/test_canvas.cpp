@@ -251,10 +251,12 @@ private slots:
         QCOMPARE(c.drawnTexts().front().points, 10.0);
     }
 
-    void aPartOfTheAreaRepaintsFromTheSamePlaceOfTheImage() {
+    void patchRepaintsControlsAndMouse() {
         Canvas& c = *bench;
         c.filledBox(-200, 200, 0, 0, kRed);  // top-left quarter
         c.filledCircle(100, -100, 30, kBlue);
+        auto* button = new QPushButton(QStringLiteral("OK"));  // clear of the pixels compared below
+        c.placeControl(button, -100, 100, 50, 20);
         c.show();
         QVERIFY(QTest::qWaitForWindowExposed(&c));
         // A repaint of one patch (what an animation over the drawing asks
@@ -265,6 +267,24 @@ private slots:
                                    QPoint(patch.width() - 1, patch.height() - 1)})
                 QCOMPARE(shown.pixelColor(p), c.image().pixelColor(patch.topLeft() + p));
         }
+
+        // Controls and the mouse work in user units.
+        QCOMPARE(button->geometry(), QRect(100, 100, 50, 20));
+        QVERIFY(button->isVisible());
+
+        c.resize(800, 600);
+        QCoreApplication::processEvents();
+        QCOMPARE(button->geometry(), QRect(200, 150, 100, 30));
+
+        QSignalSpy clicked(&c, &Canvas::clicked);
+        QTest::mouseClick(&c, Qt::LeftButton, Qt::NoModifier, QPoint(600, 150));
+        QCOMPARE(clicked.count(), 1);
+        QCOMPARE(QPointF(clicked.at(0).at(0).toDouble(), clicked.at(0).at(1).toDouble()), QPointF(100, 100));
+
+        c.scale(0, 0, 100, 100);  // a new scale moves nothing already placed
+        c.resize(400, 300);
+        QCoreApplication::processEvents();
+        QCOMPARE(button->geometry(), QRect(100, 75, 50, 15));
     }
 
     // A window far larger than any screen: its image stops at the largest
@@ -295,31 +315,4 @@ private slots:
         QCOMPARE(ink(c.image()).bounds, QRect(0, 360, 400, 40));
         QCOMPARE(ink(c.image(), QRect(0, 360, 400, 40)).count, 2 * 40 * 40);
     }
-
-    void controlsAndMouseInUserUnits() {
-        Canvas& c = *bench;
-        auto* button = new QPushButton(QStringLiteral("OK"));
-        c.placeControl(button, -100, 100, 50, 20);
-        QCOMPARE(button->geometry(), QRect(100, 100, 50, 20));
-        c.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&c));
-        QVERIFY(button->isVisible());
-
-        c.resize(800, 600);
-        QCoreApplication::processEvents();
-        QCOMPARE(button->geometry(), QRect(200, 150, 100, 30));
-
-        QSignalSpy clicked(&c, &Canvas::clicked);
-        QTest::mouseClick(&c, Qt::LeftButton, Qt::NoModifier, QPoint(600, 150));
-        QCOMPARE(clicked.count(), 1);
-        QCOMPARE(QPointF(clicked.at(0).at(0).toDouble(), clicked.at(0).at(1).toDouble()), QPointF(100, 100));
-
-        c.scale(0, 0, 100, 100);  // a new scale moves nothing already placed
-        c.resize(400, 300);
-        QCoreApplication::processEvents();
-        QCOMPARE(button->geometry(), QRect(100, 75, 50, 15));
-    }
 };
-
-QTEST_MAIN(TestCanvas)
-#include "test_canvas.moc"
