@@ -316,3 +316,6 @@ private slots:
         QCOMPARE(ink(c.image(), QRect(0, 360, 400, 40)).count, 2 * 40 * 40);
     }
 };
+
+QTEST_MAIN(TestCanvas)
+#include "test_canvas.moc"
