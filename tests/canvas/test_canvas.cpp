@@ -107,7 +107,7 @@ private slots:
         QCOMPARE(QPointF(c.currentX(), c.currentY()), QPointF(0, 0));
     }
 
-    void fillAndAspect() {
+    void fillAspectWidthAndStyles() {
         Canvas& c = *bench;
         const QColor glass(205, 255, 255);
         c.setFillColor(glass);
@@ -129,10 +129,8 @@ private slots:
             const QSize got = ink(c.image()).bounds.size();
             QVERIFY(std::abs(got.width() - size.width()) <= 2 && std::abs(got.height() - size.height()) <= 2);
         }
-    }
 
-    void drawWidthAndStyles() {
-        Canvas& c = *bench;
+        c.cls();
         c.setDrawWidth(5);
         c.line(-150, 0, 150, 0, kRed);
         QCOMPARE(ink(c.image()).bounds.height(), 5);
@@ -253,10 +251,12 @@ private slots:
         QCOMPARE(c.drawnTexts().front().points, 10.0);
     }
 
-    void aPartOfTheAreaRepaintsFromTheSamePlaceOfTheImage() {
+    void patchRepaintsControlsAndMouse() {
         Canvas& c = *bench;
         c.filledBox(-200, 200, 0, 0, kRed);  // top-left quarter
         c.filledCircle(100, -100, 30, kBlue);
+        auto* button = new QPushButton(QStringLiteral("OK"));  // clear of the pixels compared below
+        c.placeControl(button, -100, 100, 50, 20);
         c.show();
         QVERIFY(QTest::qWaitForWindowExposed(&c));
         // A repaint of one patch (what an animation over the drawing asks
@@ -267,6 +267,24 @@ private slots:
                                    QPoint(patch.width() - 1, patch.height() - 1)})
                 QCOMPARE(shown.pixelColor(p), c.image().pixelColor(patch.topLeft() + p));
         }
+
+        // Controls and the mouse work in user units.
+        QCOMPARE(button->geometry(), QRect(100, 100, 50, 20));
+        QVERIFY(button->isVisible());
+
+        c.resize(800, 600);
+        QCoreApplication::processEvents();
+        QCOMPARE(button->geometry(), QRect(200, 150, 100, 30));
+
+        QSignalSpy clicked(&c, &Canvas::clicked);
+        QTest::mouseClick(&c, Qt::LeftButton, Qt::NoModifier, QPoint(600, 150));
+        QCOMPARE(clicked.count(), 1);
+        QCOMPARE(QPointF(clicked.at(0).at(0).toDouble(), clicked.at(0).at(1).toDouble()), QPointF(100, 100));
+
+        c.scale(0, 0, 100, 100);  // a new scale moves nothing already placed
+        c.resize(400, 300);
+        QCoreApplication::processEvents();
+        QCOMPARE(button->geometry(), QRect(100, 75, 50, 15));
     }
 
     // A window far larger than any screen: its image stops at the largest
@@ -275,9 +293,7 @@ private slots:
     // drawing lands where it should. Back at a small size the image is
     // sharp again.
     void imageStopsAtTheLargestScreen() {
-        Canvas c;
-        c.resize(400, 400);
-        c.setBackColor(kWhite);
+        Canvas& c = *bench;
         c.scale(0, 0, 100, 100);
         c.filledBox(90, 90, 100, 100, kRed);  // the far corner
         c.resize(8000, 8000);
@@ -298,30 +314,6 @@ private slots:
         QCOMPARE(c.image().size(), QSize(400, 400));
         QCOMPARE(ink(c.image()).bounds, QRect(0, 360, 400, 40));
         QCOMPARE(ink(c.image(), QRect(0, 360, 400, 40)).count, 2 * 40 * 40);
-    }
-
-    void controlsAndMouseInUserUnits() {
-        Canvas& c = *bench;
-        auto* button = new QPushButton(QStringLiteral("OK"));
-        c.placeControl(button, -100, 100, 50, 20);
-        QCOMPARE(button->geometry(), QRect(100, 100, 50, 20));
-        c.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&c));
-        QVERIFY(button->isVisible());
-
-        c.resize(800, 600);
-        QCoreApplication::processEvents();
-        QCOMPARE(button->geometry(), QRect(200, 150, 100, 30));
-
-        QSignalSpy clicked(&c, &Canvas::clicked);
-        QTest::mouseClick(&c, Qt::LeftButton, Qt::NoModifier, QPoint(600, 150));
-        QCOMPARE(clicked.count(), 1);
-        QCOMPARE(QPointF(clicked.at(0).at(0).toDouble(), clicked.at(0).at(1).toDouble()), QPointF(100, 100));
-
-        c.scale(0, 0, 100, 100);  // a new scale moves nothing already placed
-        c.resize(400, 300);
-        QCoreApplication::processEvents();
-        QCOMPARE(button->geometry(), QRect(100, 75, 50, 15));
     }
 };
 

@@ -41,7 +41,7 @@ class TestGraphAxes : public QObject {
 private slots:
     void initTestCase() { installFontSubstitutions(); }
 
-    void stepsAndCrossings() {
+    void stepsCrossingsFormatsAndTicks() {
         struct Case {
             double lo, hi, step, crossing;
         };
@@ -52,9 +52,6 @@ private slots:
             QVERIFY2(std::fabs(derived - k.step) <= 1e-12 * k.step, qPrintable(QString::number(derived, 'g', 17)));
             QCOMPARE(axisCrossing(k.lo, k.hi), k.crossing);  // 0 when inside the range, else the lower end
         }
-    }
-
-    void labelFormatsAndTicks() {
         using F = AxisLabelFormat;
         const std::pair<double, F> formats[] = {{10, F::Whole},         {0.5, F::OneDecimal},   {0.3, F::OneDecimal},
                                                 {0.25, F::TwoDecimals}, {0.07, F::TwoDecimals}, {0.001, F::Scientific},

@@ -71,6 +71,8 @@ private slots:
         QVERIFY(!s.newton.isEnabled() && !s.descartes.isEnabled());
     }
 
+    // The panel's own wordings, which differ with the control that wrote
+    // them (its figures are checked against the values elsewhere).
     void panelTextsKeepTheirOwnWording() {
         ScreenTestScope scope;
         Screens s = openFromMenu();
@@ -79,54 +81,33 @@ private slots:
         QCOMPARE(text(s.panel, "Label2"), QStringLiteral("n2 του κάτω διά n1 του πάνω: n2/n1 = 1.50"));
         ratio.setValue(120);
         QCOMPARE(text(s.panel, "Label2"), QStringLiteral("n2 του κάτω δια του n1 του πάνω: n2/n1 = 1.20"));
-        QCOMPARE(text(s.panel, "Label6"), QStringLiteral("Κρίσιμη γωνία= 56.44"));
         ratio.setValue(150);
         angle.setValue(31);
         angle.setValue(30);
         QCOMPARE(text(s.panel, "Label1"), QStringLiteral("INCIDENCE Πρόσπτωσης= 30  REFRACTION διάθλασης =19.47°"));
         s.panel.Command1_Click();
         QCOMPARE(text(s.panel, "Label1"), QStringLiteral("INCIDENCE Πρόσπτωσης= 30 REFRACTION διάθλασης =19.47°"));
-        QCOMPARE(text(s.panel, "Label5"), QStringLiteral("REFLECTED Ανακλώμενο= 24.04"));
-        QCOMPARE(text(s.panel, "Label4"), QStringLiteral("REFRACTED Διαθλώμενο= 75.96"));
-        QCOMPARE(text(s.panel, "Label7"), QStringLiteral("Πάχος στρώματος = 50.00"));
         // The pulse's first tick writes the shares with "%".
         s.panel.Timer1_Timer();
         QCOMPARE(text(s.panel, "Label5"), QStringLiteral("REFLECTED Ανακλώμενο % = 24.04"));
         // The angle bar's own wording; at normal incidence, the limits.
         angle.setValue(0);
         QCOMPARE(text(s.panel, "Label5"), QStringLiteral("REFLECTED Ανακλώμενο = 20.00"));
-        // Into a less dense medium beyond the critical angle: total reflection.
-        ratio.setValue(70);
-        angle.setValue(60);
-        QVERIFY(text(s.panel, "Label1").endsWith(QStringLiteral("TOTAL REFLECTION  ΟΛΙΚΗ ΑΝΑΚΛΑΣΗ")));
-        QCOMPARE(text(s.panel, "Label4"), QStringLiteral("REFRACTED Διαθλώμενο = 0.00"));
-        s.somata.Timer1_Timer();  // the running stream takes the change at its next tick
-        QVERIFY(s.somata.track().totalReflection);
-        QStringList all;
-        for (const char* l : {"Label1", "Label2", "Label4", "Label5", "Label6", "Label7"}) all << text(s.panel, l);
-        QVERIFY(noNaN(all));
     }
 
-    void waveScreenRayPicture() {
+    // The ray picture stops the waves and prints what the wave picture does
+    // not. A refused or cancelled answer changes nothing; an index below
+    // sin i gives a picture of total reflection, with no NaN anywhere.
+    void rayPictureAndTypedIndex() {
         ScreenTestScope scope;
         Screens s = openFromMenu();
         s.rixo.aktina_Click();
         QVERIFY(!s.waves.isEnabled());
         const QStringList printed = s.rixo.drawing().printedTexts();
-        QVERIFY(printed.contains(QStringLiteral("n =1.50    c2/c1= 0.67    c1/c2= 1.50")));
-        QVERIFY(printed.contains(QStringLiteral("Incidence πρόσπτωσης =30    Refraction= 19.47°")));
         QVERIFY(printed.contains(QStringLiteral("criticalγωνία =41.81")));
         QVERIFY(printed.contains(QStringLiteral("REFLECTED Ανακλώμενο= 24.04")));
         s.rixo.TIMERSTART_Click();
-        QVERIFY(s.waves.isRunning());
-        QVERIFY(!child<QScrollBar>(s.panel, "newtongtimi").isVisible());
-    }
-
-    // A refused or cancelled answer changes nothing; an index below sin i
-    // gives a picture of total reflection, with no NaN anywhere.
-    void typedIndexIsCheckedBeforeUse() {
-        ScreenTestScope scope;
-        Screens s = openFromMenu();
+        QVERIFY(s.waves.isRunning() && !child<QScrollBar>(s.panel, "newtongtimi").isVisible());
         s.rixo.epiloges_Click();
         Epiloges& e = form<Epiloges>();
         scope.dialogs().answers = {QStringLiteral("1e-320"), QStringLiteral("1,,5"), QStringLiteral("-1")};
@@ -148,16 +129,13 @@ private slots:
         QVERIFY(!s.rixo.isVisible() && !e.isVisible() && form<Inpdat>().isVisible());
     }
 
-    void fermatLabelsLetterForLetter() {
+    void fermatLabelsAndBodies() {
         ScreenTestScope scope;
         Screens s = openFromMenu();
         auto& bar = child<QScrollBar>(s.somata, "fermatscr");
         const auto& label = child<QLabel>(s.somata, "Label1");
         s.somata.fermat_Click();
         QVERIFY(child<ShapeWidget>(s.somata, "fermat1").isVisible() && bar.isVisible());
-        QCOMPARE(label.text(),
-                 QStringLiteral("Time of movement from magenta body through blue to  green. TO MOVE THE magenta body "
-                                "press Shift, to MOVE THE  GREEN PRESS Control, TO MOVE BLUE PRESS Shift & Control"));
         const kymatiko::Field f = s.somata.field();
         const double yb = f.boundary();
         // Mirror images above the boundary, blue half-way: Hero's law.
@@ -188,15 +166,8 @@ private slots:
         s.somata.fermat_Click();
         s.somata.fermatscr_Change();
         QVERIFY(label.text().startsWith(QStringLiteral("Time of movement from  magenta through blue to GREEN ")));
-    }
-
-    // The bodies follow the mouse and survive being put on one another.
-    void fermatBodiesFollowTheMouseAndSurviveCoincidence() {
-        ScreenTestScope scope;
-        Screens s = openFromMenu();
-        s.somata.fermat_Click();
+        // The bodies follow the mouse and survive being put on one another.
         Canvas* c = &child<Canvas>(s.somata, "corpuscleField");
-        const auto& label = child<QLabel>(s.somata, "Label1");
         const QPoint at(c->width() / 3, c->height() / 4);
         QTest::mouseClick(c, Qt::LeftButton, Qt::ShiftModifier, at);
         const QPointF user = c->toUser(at);
