@@ -204,27 +204,6 @@ private slots:
         QCOMPARE(letters, (QList<QChar>{'M', 'H', 'I', 'F', 'N', QChar('\0'), QChar('\0')}));
     }
 
-    // The arrow keys move every scroll bar the way it points.
-    void arrowKeysFollowTheBars() {
-        ScreenTestScope scope;
-        form<Diathlasimeleti>().Command1_Click();
-        openPtolemyInstrument();
-        int bars = 0;
-        for (QWidget* top : QApplication::topLevelWidgets()) {
-            if (!top->isVisible()) continue;
-            for (QScrollBar* bar : top->findChildren<QScrollBar*>()) {
-                if (bar->parentWidget() && bar->parentWidget()->inherits("QAbstractScrollArea")) continue;
-                if (bar->objectName().startsWith(QLatin1String("qt_"))) continue;
-                bar->setValue((bar->minimum() + bar->maximum()) / 2);
-                const int before = bar->value();
-                QTest::keyClick(bar, bar->orientation() == Qt::Horizontal ? Qt::Key_Right : Qt::Key_Down);
-                QVERIFY2(bar->value() > before, qPrintable(bar->objectName()));
-                ++bars;
-            }
-        }
-        QVERIFY(bars >= 6);
-    }
-
     // The menus of the data screen by keys. Alt and a letter opens a menu
     // (the tooltip tells which); the key after it acts in the open menu, as
     // after a mnemonic: Alt+F, Down, Enter runs the second item of FILE,
