@@ -13,6 +13,7 @@
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "core/physics.h"
 #include "history/data_screen_opener.h"
@@ -37,7 +38,7 @@ Diathlasimeleti::Diathlasimeleti() {
     setWindowTitle(QStringLiteral("STUDY OF REFRACTION   MELETH DIATHLASIS"));
     setAutoFillBackground(true);
     QPalette pal = palette();
-    pal.setColor(QPalette::Window, QColor(224, 236, 248));
+    pal.setColor(QPalette::Window, palette::menu::window);
     setPalette(pal);
 
     createTitle();
@@ -107,19 +108,19 @@ void Diathlasimeleti::drawIllustration() {
     constexpr double n = 1.5;
     constexpr double incidence = physics::radians(50.0);
     const double refraction = std::asin(std::sin(incidence) / n);
-    c.filledBox(-200, 0, 200, -100, QColor(205, 230, 250));
-    c.line(-200, 0, 200, 0, QColor(60, 90, 140));
+    c.filledBox(-200, 0, 200, -100, palette::menu::water);
+    c.line(-200, 0, 200, 0, palette::menu::surface);
     c.setDrawStyle(DrawStyle::Dash);
-    c.line(0, 95, 0, -95, QColor(90, 90, 90));
+    c.line(0, 95, 0, -95, palette::menu::normal);
     c.setDrawStyle(DrawStyle::Solid);
     c.setDrawWidth(3);
     const double inLength = 120.0;
-    c.line(-inLength * std::sin(incidence), inLength * std::cos(incidence), 0, 0, QColor(220, 30, 30));
-    c.line(0, 0, inLength * std::sin(refraction), -inLength * std::cos(refraction), QColor(220, 30, 30));
+    c.line(-inLength * std::sin(incidence), inLength * std::cos(incidence), 0, 0, palette::menu::ray);
+    c.line(0, 0, inLength * std::sin(refraction), -inLength * std::cos(refraction), palette::menu::ray);
     c.setDrawWidth(1);
     c.setFontName(QStringLiteral("Arial"));
     c.setFontSize(12);
-    c.setForeColor(QColor(30, 30, 30));
+    c.setForeColor(palette::menu::caption);
     c.setCurrentX(10);
     c.setCurrentY(90);
     c.print(QStringLiteral("AIR  ΑΕΡΑΣ"));

@@ -13,6 +13,7 @@
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "ui/caption_button.h"
 #include "ui/dialogs.h"
@@ -23,10 +24,6 @@
 using namespace ptolemy_fit;
 
 namespace {
-const QColor kBlack(0, 0, 0);
-const QColor kSnell(255, 0, 0);
-const QColor kAnalogy(0, 150, 0);
-const QColor kPtolemy(150, 0, 150);
 
 constexpr double kLeft = -30.0, kTop = 75.0, kRight = 140.0, kBottom = -45.0;
 constexpr double kLegendX = 75.0;
@@ -234,7 +231,7 @@ void Ptolkam::drawCurves(const DataSet& set, const std::vector<double>& values, 
     c.setFontSize(8.0);
     c.scale(kLeft, kTop, kRight, kBottom);
     makeRoomForTextsFrom(c, kLegendX, {legend.analogy, legend.ptolemy, legend.expected});
-    c.setForeColor(kBlack);
+    c.setForeColor(palette::black);
     c.setDrawWidth(1);
     c.line(-15, 0, 100, 0);
     c.line(0, -5, 0, 100);  // not down through the table
@@ -249,22 +246,25 @@ void Ptolkam::drawCurves(const DataSet& set, const std::vector<double>& values, 
     c.setDrawWidth(2);
     // The proportional law through the origin.
     const double ratio = proportionalRatio(set);
-    c.line(0, 0, 80, 80 * ratio, kAnalogy);
+    c.line(0, 0, 80, 80 * ratio, palette::ptolemy::analogyCurve);
     // The law of refraction, point to point.
     const std::vector<std::optional<double>> snell = snellRefraction(set);
     for (std::size_t k = 1; k < snell.size(); ++k)
-        if (snell[k - 1] && snell[k]) c.line(set.incidence[k - 1], *snell[k - 1], set.incidence[k], *snell[k], kSnell);
+        if (snell[k - 1] && snell[k])
+            c.line(set.incidence[k - 1], *snell[k - 1], set.incidence[k], *snell[k], palette::ptolemy::snellCurve);
     // Ptolemy's values, marked and joined.
     for (std::size_t k = 0; k < values.size() && k < set.incidence.size(); ++k) {
-        if (k > 0) c.line(set.incidence[k - 1], values[k - 1], set.incidence[k], values[k], kPtolemy);
-        c.filledCircle(set.incidence[k], values[k], 0.8, kPtolemy);
+        if (k > 0)
+            c.line(set.incidence[k - 1], values[k - 1], set.incidence[k], values[k], palette::ptolemy::ptolemyCurve);
+        c.filledCircle(set.incidence[k], values[k], 0.8, palette::ptolemy::ptolemyCurve);
     }
     c.setDrawWidth(1);
 
     // The legend, a line of text for each curve.
     const double step = c.textHeight() * 1.1;
-    const std::pair<const QString*, QColor> rows[] = {
-        {&legend.analogy, kAnalogy}, {&legend.ptolemy, kPtolemy}, {&legend.expected, kSnell}};
+    const std::pair<const QString*, QColor> rows[] = {{&legend.analogy, palette::ptolemy::analogyCurve},
+                                                      {&legend.ptolemy, palette::ptolemy::ptolemyCurve},
+                                                      {&legend.expected, palette::ptolemy::snellCurve}};
     double y = kLegendY;
     for (const auto& [text, colour] : rows) {
         c.setDrawWidth(2);

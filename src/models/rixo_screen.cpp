@@ -5,6 +5,7 @@
 #include <QMenuBar>
 
 #include "canvas/fonts.h"
+#include "canvas/palette.h"
 #include "models/epiloges_screen.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"
@@ -44,7 +45,7 @@ void Rixo::createDrawing() {
     moving = new MovingLayer(canvas);
     moving->setObjectName(QStringLiteral("waveFronts"));
     moving->setAccessibleName(QStringLiteral("Moving wave fronts  Κινούμενα μέτωπα κύματος"));
-    Shape1 = new ShapeWidget(canvas, QColor(0, 0, 0), 10, true);
+    Shape1 = new ShapeWidget(canvas, palette::black, 10, true);
     Shape1->setObjectName(QStringLiteral("Shape1"));
     Shape1->setAccessibleName(QStringLiteral("Point of the wave front  Σημείο του μετώπου κύματος"));
 }

@@ -3,17 +3,14 @@
 #include <algorithm>
 #include <cmath>
 
+#include "canvas/palette.h"
 #include "models/model_summaries.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
 #include "ui/forms.h"
 
-namespace {
-const QColor kPlainPath(0, 0, 0);
-const QColor kHeroPath(255, 0, 0);
-const QColor kFermatPath(0, 255, 0);
-}  // namespace
+namespace {}  // namespace
 
 kymatiko::Point Somata::bodyCentre(Body body) const {
     const kymatiko::Field f = field();
@@ -72,7 +69,7 @@ void Somata::showFermat() {
             kymatiko::findLeastTime(bodyCentre(Magenta), bodyCentre(Green), f.boundary(), speeds());
         if (s.best > 0) {
             bodies_[Blue] = {s.bestX / f.width, 0.5};
-            drawFermatPicture(bodyCentre(Blue), kFermatPath);
+            drawFermatPicture(bodyCentre(Blue), palette::corpuscles::fermatPath);
             setFermatLabel(texts::leastTime(s.bestTime));
             const kymatiko::Point a = bodyCentre(Magenta), b = bodyCentre(Blue), c = bodyCentre(Green);
             canvas->setSummary(spoken::fermat({lawOfSpeeds(), state_.index(), speeds(), a, b, c, f.boundary(),
@@ -86,9 +83,9 @@ void Somata::showFermat() {
     const kymatiko::PathTime t = kymatiko::travelTime(a, b, c, f.boundary(), speeds());
     const kymatiko::PathKind kind =
         kymatiko::classifyPath(a, b, c, f.boundary(), state_.index(), fermalaw->isChecked());
-    const QColor colour = kind == kymatiko::PathKind::Reflection   ? kHeroPath
-                          : kind == kymatiko::PathKind::Refraction ? kFermatPath
-                                                                   : kPlainPath;
+    const QColor colour = kind == kymatiko::PathKind::Reflection   ? palette::corpuscles::heroPath
+                          : kind == kymatiko::PathKind::Refraction ? palette::corpuscles::fermatPath
+                                                                   : palette::black;
     drawFermatPicture(b, colour);
     canvas->setSummary(
         spoken::fermat({lawOfSpeeds(), state_.index(), speeds(), a, b, c, f.boundary(), kind, t, std::nullopt}));
