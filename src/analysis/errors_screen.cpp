@@ -95,7 +95,7 @@ void Errors::drawMeanError() {
 void Errors::paintGraph() {
     canvas->cls();
     canvas->setForeColor(palette::graph::axis);
-    canvas->setFontName(QStringLiteral("Arial Greek"));
+    canvas->setFontRole(FontRole::Caption);
     canvas->scale(-14, 104, 156, -9);
     tickmarks();
     canvas->setDrawWidth(1);

@@ -17,8 +17,6 @@
 
 namespace {
 
-const QString kBodyFace = QStringLiteral("Times New Roman Greek");
-
 QString fromUtf8(const std::string& text) { return QString::fromUtf8(text.data(), qsizetype(text.size())); }
 
 QLabel* makeLabel(const QString& text, const QFont& font, Qt::Alignment alignment) {
@@ -135,10 +133,10 @@ void HistoryPageView::createColumns() {
 }
 
 void HistoryPageView::addBlocks(const history::HistoryPage& page) {
-    bodyFont_ = programFont(kBodyFace, kBodyPoints);
-    const QFont titleFont = programFont(kBodyFace, 20.0, true);
-    const QFont sectionFont = programFont(kBodyFace, 15.0, true);
-    QFont formulaFont = programFont(kBodyFace, 15.0);
+    bodyFont_ = roleFont(FontRole::Reading, kBodyPoints);
+    const QFont titleFont = roleFont(FontRole::Reading, 20.0, true);
+    const QFont sectionFont = roleFont(FontRole::Reading, 15.0, true);
+    QFont formulaFont = roleFont(FontRole::Reading, 15.0);
     formulaFont.setItalic(true);
 
     QVBoxLayout* current = nullptr;

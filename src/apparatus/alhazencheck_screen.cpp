@@ -65,7 +65,7 @@ void showAlHaythamRulesAsLastChecked() {
 Alhazencheck::Alhazencheck() {
     setObjectName(QStringLiteral("alhazencheck"));
     setWindowTitle(QStringLiteral("CHECK AL HAYTHAM'S RULES "));
-    setFont(programFont(QStringLiteral("Arial"), 9.0));
+    setFont(roleFont(FontRole::Caption, 9.0));
     createControls();
     layOut();
 
@@ -87,7 +87,7 @@ void Alhazencheck::createControls() {
     checkGraph_->setAccessibleName(QStringLiteral(
         "Refraction, deviation and Al Haytham's bounds against incidence  Διάθλαση, απόκλιση και τα όρια του Al "
         "Haytham ως προς την πρόσπτωση"));
-    checkGraph_->setFontName(QStringLiteral("Arial"));
+    checkGraph_->setFontRole(FontRole::Caption);
     checkGraph_->setFontSize(8.0);
     timidikti = apparatus::makeScrollBar(Qt::Vertical, 10, 200, 20, 133, "timidikti",
                                          QStringLiteral("Index of refraction n  Δείκτης διάθλασης n"));

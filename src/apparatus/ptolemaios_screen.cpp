@@ -67,7 +67,7 @@ Emfanisi::Emfanisi() {
     sightView_->setAccessibleName(
         QStringLiteral("The bodies as the observer sees them  Τα σώματα όπως τα βλέπει ο παρατηρητής"));
     sightView_->scale(kViewLeft, kViewTop, kViewRight, kViewBottom);
-    sightView_->setFontName(QStringLiteral("TAHOMA"));
+    sightView_->setFontRole(FontRole::Panel);
     sightView_->setFontSize(8.0);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -113,7 +113,7 @@ void Emfanisi::showSight(const std::optional<SightView>& sight) {
 Ptolemaios::Ptolemaios() {
     setObjectName(QStringLiteral("ptolemaios"));
     setWindowTitle(QStringLiteral("PTOLEMY'S METHOD"));
-    setFont(programFont(QStringLiteral("Tahoma"), 9.0));
+    setFont(roleFont(FontRole::Panel, 9.0));
     createControls();
     layOut();
     describeBars();
@@ -127,7 +127,7 @@ void Ptolemaios::createControls() {
     instrument_->setObjectName(QStringLiteral("instrument"));
     instrument_->setAccessibleName(QStringLiteral("Ptolemy's instrument  Η συσκευή του Πτολεμαίου"));
     instrument_->scale(kLeft, kTop, kRight, kBottom);
-    instrument_->setFontName(QStringLiteral("TAHOMA"));
+    instrument_->setFontRole(FontRole::Panel);
     goniaprosptosis = apparatus::makeScrollBar(Qt::Horizontal, kMinWaterAngle, kMaxWaterAngle, 5, 30, "goniaprosptosis",
                                                QStringLiteral("Angle in water  Γωνία στο νερό"));
     metatopisipar = apparatus::makeScrollBar(Qt::Horizontal, -200, 300, 20, 50, "metatopisipar",

@@ -78,7 +78,7 @@ QStringList ptolemyFittingExplanation() {
 Ptolkam::Ptolkam() {
     setObjectName(QStringLiteral("ptolkam"));
     setWindowTitle(QStringLiteral("PTOLEMY'S DATA MANIPULATION"));
-    setFont(programFont(QStringLiteral("Arial"), 9.0));
+    setFont(roleFont(FontRole::Caption, 9.0));
     createControls();
     createExplanation();
     layOut();
@@ -94,7 +94,7 @@ void Ptolkam::createControls() {
         "Refraction against incidence: Ptolemy's values and two laws  Διάθλαση ως προς πρόσπτωση: οι τιμές του "
         "Πτολεμαίου και δύο νόμοι"));
     fittingGraph_->scale(kLeft, kTop, kRight, kBottom);
-    fittingGraph_->setFontName(QStringLiteral("Arial"));
+    fittingGraph_->setFontRole(FontRole::Caption);
     fittingGraph_->setFontSize(8.0);
 
     Option1 = new QRadioButton(QStringLiteral("INDEX Δείκτης =1,5"));
@@ -116,7 +116,7 @@ void Ptolkam::createExplanation() {
     explanation_->setObjectName(QStringLiteral("explanation"));
     explanation_->setReadOnly(true);
     explanation_->setAcceptRichText(false);
-    explanation_->setFont(programFont(QStringLiteral("Arial"), 9.0));
+    explanation_->setFont(roleFont(FontRole::Caption, 9.0));
     explanation_->setAccessibleName(QStringLiteral("Ptolemy's rule  Ο κανόνας του Πτολεμαίου"));
     explanation_->setPlainText(ptolemyFittingExplanation().join(QStringLiteral("\n")));
     explanation_->setMaximumHeight(150);
@@ -227,7 +227,7 @@ void Ptolkam::drawCurves(const DataSet& set, const std::vector<double>& values, 
     Canvas& c = *fittingGraph_;
     c.cls();
     // The legend's longest line ends on the canvas however narrow the window.
-    c.setFontName(QStringLiteral("Arial"));
+    c.setFontRole(FontRole::Caption);
     c.setFontSize(8.0);
     c.scale(kLeft, kTop, kRight, kBottom);
     makeRoomForTextsFrom(c, kLegendX, {legend.analogy, legend.ptolemy, legend.expected});
@@ -279,7 +279,7 @@ void Ptolkam::drawCurves(const DataSet& set, const std::vector<double>& values, 
 
 void Ptolkam::printTable(const DataSet& set, const std::vector<double>& values) {
     Canvas& c = *fittingGraph_;
-    c.setFontName(QStringLiteral("Courier New"));
+    c.setFontRole(FontRole::Table);
     const double column = c.textWidth(QStringLiteral("REFRACTION Διάθλασης  "));
     auto cell = [&](int col, double y, const QString& text) {
         c.setCurrentX(kTableX + col * column);
@@ -297,5 +297,5 @@ void Ptolkam::printTable(const DataSet& set, const std::vector<double>& values) 
         cell(1, y, fmt(values[k], "0.0") + QStringLiteral("°"));
         if (k > 0) cell(2, y, fmt(values[k] - values[k - 1], "0.0") + QStringLiteral("°"));
     }
-    c.setFontName(QStringLiteral("Arial"));
+    c.setFontRole(FontRole::Caption);
 }

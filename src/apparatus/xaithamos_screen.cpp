@@ -33,7 +33,7 @@ using physics::radians;
 Xaithamos::Xaithamos() {
     setObjectName(QStringLiteral("xaithamos"));
     setWindowTitle(QStringLiteral("Πείραμα του Αλ Χαϊθάμ"));
-    setFont(programFont(QStringLiteral("Arial"), 9.0));
+    setFont(roleFont(FontRole::Caption, 9.0));
     createControls();
     layOut();
     connectControls();
@@ -46,7 +46,7 @@ void Xaithamos::createControls() {
     instrument_->setObjectName(QStringLiteral("instrument"));
     instrument_->setAccessibleName(QStringLiteral("Al Haytham's instrument  Η συσκευή του Al Haytham"));
     instrument_->scale(-200, 200, 200, -200);
-    instrument_->setFontName(QStringLiteral("Arial"));
+    instrument_->setFontRole(FontRole::Caption);
     instrument_->setFontSize(10.0);
     strefo = apparatus::makeScrollBar(Qt::Horizontal, 0, 80, 10, 30, "strefo",
                                       QStringLiteral("Angle of incidence  Γωνία πρόσπτωσης"));

@@ -52,7 +52,7 @@ void Inpdat::printFileLines(const QStringList& lines, const std::vector<QColor>&
     Canvas& c = *fileView;
     c.cls();
     c.scale(0, 0, 100, 100);
-    c.setFontName(QStringLiteral("Arial Greek"));
+    c.setFontRole(FontRole::Caption);
     c.setFontBold(true);
     c.setFontSize(10);
     c.setCurrentX(2);

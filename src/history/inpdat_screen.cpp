@@ -57,7 +57,7 @@ int gridKeyCode(const QLineEdit& box, int key, Column column) {
 Inpdat::Inpdat() {
     setObjectName(QStringLiteral("inpdat"));
     setWindowTitle(QStringLiteral("DATA  Δεδομένα"));
-    setFont(programFont(QStringLiteral("Arial Greek"), 10.0));
+    setFont(roleFont(FontRole::Caption, 10.0));
     buildControls();
     buildMenus();
     Form_Load();

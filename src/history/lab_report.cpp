@@ -35,7 +35,7 @@ public:
     double mm(double v) const { return v * dpi_ / 25.4; }
 
     void setFont(double points, bool bold) {
-        QFont f = programFont(QStringLiteral("Arial"), points, bold);
+        QFont f = roleFont(FontRole::Caption, points, bold);
         p_.setFont(f);
     }
     // Prints a line at the pen's position and moves the pen under it,

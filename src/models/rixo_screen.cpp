@@ -18,7 +18,7 @@
 Rixo::Rixo() : state_(sharedState<InterpretationState>()) {
     setObjectName(QStringLiteral("rixo"));
     setWindowTitle(QStringLiteral("WAVES"));
-    setFont(programFont(QStringLiteral("Arial Greek"), 9.0));
+    setFont(roleFont(FontRole::Caption, 9.0));
     createDrawing();
     createMenus();
     Timer1 = new FormTimer(
@@ -38,7 +38,7 @@ void Rixo::createDrawing() {
     canvas = new Canvas;
     canvas->setObjectName(QStringLiteral("waveField"));
     canvas->setAccessibleName(QStringLiteral("Waves at the boundary of two media  Κύματα στο όριο δύο μέσων"));
-    canvas->setFontName(QStringLiteral("Arial Greek"));
+    canvas->setFontRole(FontRole::Caption);
     canvas->setFontSize(9.0);
     canvas->setMinimumSize(1, 1);
     setCentralWidget(canvas);

@@ -67,14 +67,14 @@ void Somata::drawTrackPicture() {
 
 void Somata::DrawNewtonOneLayer() {
     neftonas->setChecked(true);
-    if (mode_ == Mode::Fermat) setMode(Mode::Newton);
+    if (state_.mode() == Mode::Fermat) setMode(Mode::Newton);
     buildTrack(kymatiko::CorpuscleModel::NewtonOneLayer);
     drawTrackPicture();
 }
 
 void Somata::DrawNewtonParallelLayers() {
     NEWTON2STROMATA->setChecked(true);
-    if (mode_ == Mode::Fermat) setMode(Mode::Newton);
+    if (state_.mode() == Mode::Fermat) setMode(Mode::Newton);
     buildTrack(kymatiko::CorpuscleModel::NewtonParallelLayers);
     drawTrackPicture();
 }

@@ -105,7 +105,7 @@ void Somata::showTravelTime() {
 void Somata::redrawFermat() { showFermat(); }
 
 void Somata::setMode(Mode mode) {
-    mode_ = mode;
+    state_.setMode(mode);
     if (mode != Mode::Fermat) fermatView_ = FermatView::Instruction;  // what the demonstration opens with
 }
 
@@ -124,7 +124,7 @@ void Somata::fermat_Click() {
 }
 
 void Somata::Form_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers shift, double x, double y) {
-    if (mode_ != Mode::Fermat || button != Qt::LeftButton) return;
+    if (state_.mode() != Mode::Fermat || button != Qt::LeftButton) return;
     const bool withShift = shift.testFlag(Qt::ShiftModifier);
     const bool withControl = shift.testFlag(Qt::ControlModifier);
     if (withShift && withControl)
@@ -139,7 +139,7 @@ void Somata::Form_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers shift,
 }
 
 bool Somata::fermatKey(int key, Qt::KeyboardModifiers modifiers) {
-    if (mode_ != Mode::Fermat) return false;
+    if (state_.mode() != Mode::Fermat) return false;
     const bool withShift = modifiers.testFlag(Qt::ShiftModifier);
     const bool withControl = modifiers.testFlag(Qt::ControlModifier);
     if (!withShift && !withControl) return false;
@@ -164,7 +164,7 @@ bool Somata::fermatKey(int key, Qt::KeyboardModifiers modifiers) {
 }
 
 void Somata::fermatscr_Change() {
-    if (mode_ != Mode::Fermat) return;
+    if (state_.mode() != Mode::Fermat) return;
     const kymatiko::Field f = field();
     const double x = f.width * fermatscr->value() / fermatscr->maximum();
     bodies_[Blue] = {std::clamp(x / f.width, 0.0, 1.0), 0.5};  // on the boundary

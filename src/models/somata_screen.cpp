@@ -17,7 +17,7 @@ namespace {}  // namespace
 Somata::Somata() : state_(sharedState<InterpretationState>()) {
     setObjectName(QStringLiteral("somata"));
     setWindowTitle(QStringLiteral("CORPUSCULAR AND FERMAT ΣΩMATIΔIA KAI FERMAT"));
-    setFont(programFont(QStringLiteral("Arial Greek"), 9.0));
+    setFont(roleFont(FontRole::Caption, 9.0));
     createDrawing();
     createBodies();
     createMenus();
@@ -42,7 +42,7 @@ void Somata::createDrawing() {
     canvas = new Canvas;
     canvas->setObjectName(QStringLiteral("corpuscleField"));
     canvas->setAccessibleName(QStringLiteral("Corpuscles and Fermat's principle  Σωμάτια και αρχή του Fermat"));
-    canvas->setFontName(QStringLiteral("Arial Greek"));
+    canvas->setFontRole(FontRole::Caption);
     canvas->setMinimumSize(1, 1);
     fermatscr = createScrollBar({.orientation = Qt::Horizontal,
                                  .minimum = 0,
@@ -190,14 +190,14 @@ void Somata::fermalaw_Click() {
 }
 
 void Somata::lawChanged() {
-    if (mode_ == Mode::Fermat) fermatView_ = FermatView::PictureOnly;
+    if (state_.mode() == Mode::Fermat) fermatView_ = FermatView::PictureOnly;
     fermatscr->hide();
     Label1->hide();
-    if (mode_ == Mode::Fermat) showFermat();  // the path with the new speeds
+    if (state_.mode() == Mode::Fermat) showFermat();  // the path with the new speeds
 }
 
 void Somata::valuesChanged() {
-    if (mode_ == Mode::Fermat) {
+    if (state_.mode() == Mode::Fermat) {
         redrawFermat();
         return;
     }
@@ -206,7 +206,7 @@ void Somata::valuesChanged() {
         trackStale_ = true;
         return;
     }
-    buildTrack(mode_ == Mode::Descartes ? kymatiko::CorpuscleModel::Descartes : newtonModel());
+    buildTrack(state_.mode() == Mode::Descartes ? kymatiko::CorpuscleModel::Descartes : newtonModel());
     showCriticalAngle(false);
     drawTrackPicture();
 }
@@ -214,7 +214,7 @@ void Somata::valuesChanged() {
 bool Somata::eventFilter(QObject* watched, QEvent* event) {
     if (watched == canvas && event->type() == QEvent::Resize) {
         applyField();
-        if (mode_ == Mode::Fermat) {
+        if (state_.mode() == Mode::Fermat) {
             redrawFermat();
         } else {
             buildTrack(model_);  // the field changed: the same path in the new field

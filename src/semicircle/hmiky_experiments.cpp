@@ -193,7 +193,7 @@ void Hmiky::drawComparison(const Block& block, const std::vector<RayTrace>& trac
     canvas->setDrawStyle(DrawStyle::Solid);
 
     // The table, on white, in the free upper left corner.
-    canvas->setFontName(QStringLiteral("Courier New"));
+    canvas->setFontRole(FontRole::Table);
     canvas->setFontSize(8.0);
     double width = 0.0;
     for (const QString& line : table) width = std::max(width, canvas->textWidth(line));
@@ -203,7 +203,7 @@ void Hmiky::drawComparison(const Block& block, const std::vector<RayTrace>& trac
     canvas->filledBox(left - 2, top + 2, left + width + 2, top - height - 2, palette::white);
     canvas->box(left - 2, top + 2, left + width + 2, top - height - 2, palette::bench::noteFrame);
     printNotes(table);
-    canvas->setFontName(QStringLiteral("Arial"));
+    canvas->setFontRole(FontRole::Caption);
     canvas->setFontSize(9.0);
 
     canvas->setCurrentX(left);
