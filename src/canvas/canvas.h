@@ -186,6 +186,11 @@ public:
     // afterwards (a law laid over the data).
     void addToSummary(const QString& sentence);
     const QString& summary() const { return summary_; }
+    // What a printout's heading states besides the window's title and the
+    // date: the figure's fitted index ("n = 1.523") where it has one. Set
+    // after each drawing; cls() forgets it.
+    void setPrintNote(const QString& note) { printNote_ = note; }
+    const QString& printNote() const { return printNote_; }
     // The accessible description: the summary, then the newest printed
     // texts, one per line.
     QString description() const;
@@ -260,6 +265,7 @@ private:
     bool opsComplete_ = true;  // false once the list overflowed: resize then rescales pixels
     QStringList printed_;
     QString summary_;
+    QString printNote_;
     bool descriptionChangePending_ = false;
     int skipped_ = 0;
     std::vector<Placement> placements_;

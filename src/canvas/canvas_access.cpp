@@ -76,6 +76,7 @@ void Canvas::notePrinted(const QString& text) {
 void Canvas::forgetDescription() {
     printed_.clear();
     summary_.clear();
+    printNote_.clear();
     descriptionChanged();
 }
 

@@ -4,6 +4,7 @@
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QPrinter>
 #include <QSvgGenerator>
@@ -84,9 +85,47 @@ QRectF figureOnPage(const QSizeF& figure, const QSizeF& page) {
     return {QPointF((page.width() - size.width()) / 2.0, 0.0), size};
 }
 
-void paintFigureOnPage(const Canvas& canvas, QPainter& painter, const QSizeF& page) {
-    const QRectF place = figureOnPage(QSizeF(canvas.size()), page);
+QString figureHeading(const Canvas& canvas, QDate date) {
+    QStringList parts{figureTitle(canvas).trimmed(), date.toString(Qt::ISODate)};
+    if (!canvas.printNote().isEmpty()) parts << canvas.printNote();
+    parts << QStringLiteral("Name  Όνομα: ____________________");
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral("     "));
+}
+
+namespace {
+
+constexpr double kHeadingPoints = 10.0;
+
+// Prints the heading from the page's top-left corner, on one line or, when
+// that is too wide, broken before the name's blank; returns the height it
+// took, with a gap under it.
+double paintHeading(QPainter& painter, const QSizeF& page, const QString& heading) {
+    painter.save();
+    painter.setFont(roleFont(FontRole::Caption, kHeadingPoints));
+    painter.setPen(Qt::black);
+    const QFontMetricsF metrics(painter.font(), painter.device());
+    QStringList lines{heading};
+    if (metrics.horizontalAdvance(heading) > page.width()) {
+        const qsizetype name = heading.lastIndexOf(QStringLiteral("Name"));
+        if (name > 0) lines = QStringList{heading.left(name).trimmed(), heading.mid(name)};
+    }
+    double y = 0.0;
+    for (const QString& line : lines) {
+        painter.drawText(QRectF(0.0, y, page.width(), metrics.height()), Qt::AlignLeft | Qt::AlignVCenter, line);
+        y += metrics.height();
+    }
+    painter.restore();
+    return y + metrics.height() / 2.0;
+}
+
+}  // namespace
+
+void paintFigureOnPage(const Canvas& canvas, QPainter& painter, const QSizeF& page, const QString& heading) {
+    const double band = heading.isEmpty() ? 0.0 : paintHeading(painter, page, heading);
+    QRectF place = figureOnPage(QSizeF(canvas.size()), QSizeF(page.width(), page.height() - band));
     if (place.isEmpty()) return;
+    place.translate(0.0, band);
     painter.save();
     painter.translate(place.topLeft());
     const double scale = place.width() / std::max(1, canvas.width());
@@ -100,7 +139,8 @@ bool printFigure(const Canvas& canvas, QPrinter& printer) {
     QPainter painter;
     if (!painter.begin(&printer)) return false;
     // The painter starts at the top-left corner of the printable area.
-    paintFigureOnPage(canvas, painter, printer.pageLayout().paintRectPixels(printer.resolution()).size());
+    paintFigureOnPage(canvas, painter, printer.pageLayout().paintRectPixels(printer.resolution()).size(),
+                      figureHeading(canvas, QDate::currentDate()));
     return painter.end();
 }
 

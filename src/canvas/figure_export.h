@@ -1,5 +1,6 @@
 #pragma once
 #include <QByteArray>
+#include <QDate>
 #include <QImage>
 #include <QRectF>
 #include <QString>
@@ -29,11 +30,18 @@ QByteArray figureSvg(const Canvas& canvas, const QString& title);
 // Where a figure of the given size goes on a page: as large as fits with
 // its proportions kept, centred across, at the top.
 QRectF figureOnPage(const QSizeF& figure, const QSizeF& page);
-// Paints the figure there through the painter, whose origin is the page's
-// top-left corner (in the painter's units, the page's size is `page`).
-void paintFigureOnPage(const Canvas& canvas, QPainter& painter, const QSizeF& page);
-// Prints the figure on the printer's page, in its printable area; false
-// when the printer could not be used.
+// The line a printed figure carries above it, so that a pile of printouts
+// can be told apart: the window's title, the date, the fitted index where
+// the figure has one, and a blank for the pupil's name.
+QString figureHeading(const Canvas& canvas, QDate date);
+// Paints the figure through the painter, whose origin is the page's
+// top-left corner (in the painter's units, the page's size is `page`):
+// with a heading, the heading at the top (on two lines if one is too
+// narrow) and the figure as large as fits below it, its proportions kept;
+// without, the figure as figureOnPage places it.
+void paintFigureOnPage(const Canvas& canvas, QPainter& painter, const QSizeF& page, const QString& heading = {});
+// Prints the figure with today's heading on the printer's page, in its
+// printable area; false when the printer could not be used.
 bool printFigure(const Canvas& canvas, QPrinter& printer);
 
 // Writes the figure to the file, as SVG when the name ends in .svg and as

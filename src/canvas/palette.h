@@ -56,6 +56,7 @@ inline constexpr QColor fixedGround{70, 40, 30};
 inline constexpr QColor ptolemyTable{100, 0, 255};
 inline constexpr QColor alHaythamTable{100, 150, 0};
 inline constexpr QColor newtonTable = red;
+inline constexpr QColor legendFrame{120, 120, 120};
 }  // namespace law
 
 // The data screen and its files.

@@ -178,6 +178,7 @@ void drawAngleGraph(Canvas& c, const std::vector<history::AnglePair>& pairs, con
     const double top = angleGraphTop(pairs);
     const double graphTop = top - 10.0;  // the y axis and the highest grid line end there
     c.cls();
+    c.setPrintNote(style.indexNote);
     c.scale(kAngleLeft, top, kAngleRight, kAngleBottom);
     c.setForeColor(Qt::black);
     c.setDrawWidth(1);
@@ -406,6 +407,7 @@ QString sineSummary(const history::SineFit& fit, const PlotStyle& style, const S
 void drawSineGraph(Canvas& c, const history::SineFit& fit, const PlotStyle& style, const SineGraphTexts& texts,
                    bool residualBars) {
     c.cls();
+    c.setPrintNote(style.indexNote);
     c.scale(kSineGraphScale.left, kSineGraphScale.top, kSineGraphScale.right, kSineGraphScale.bottom);
     c.setForeColor(Qt::black);
     c.setDrawWidth(1);

@@ -15,6 +15,7 @@ class Canvas;
 struct PlotStyle {
     QColor colour{Qt::black};
     QString setLabel;
+    QString indexNote;  // the fitted index as a printout states it: "n = 1.523"
 };
 
 // The top of the angle graph: 110°, or higher when a refraction angle

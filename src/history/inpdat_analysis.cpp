@@ -113,24 +113,26 @@ bool Inpdat::analyse(const std::vector<AnglePair>& pairs, const AnalysisTexts& t
     state.setPairs(pairs);
     state.setDataIndex(*fit.index);
 
+    PlotStyle style = texts.style;
+    style.indexNote = QStringLiteral("n = ") + fmt(state.dataIndex(), texts.indexFormat);
     Incref& incref = form<Incref>();
     Analysis& analysis = form<Analysis>();
     analysis.hideText();
     // Shown before drawing, so that texts and ticks are measured at the
     // size the pupil sees.
     showGraphScreens();
-    drawAngleGraph(*incref.canvas(), state.pairs(), texts.style, texts.refractionTitle, texts.incidenceTitle);
+    drawAngleGraph(*incref.canvas(), state.pairs(), style, texts.refractionTitle, texts.incidenceTitle);
     const SineGraphTexts sineTexts{texts.indexPrefix + fmt(state.dataIndex(), texts.indexFormat),
                                    fitQualityText(fit, texts.indexFormat), texts.sinIncidenceTitle,
                                    texts.sinRefractionTitle};
-    drawSineGraph(*analysis.canvas(), fit, texts.style, sineTexts, residualsItem->isChecked());
+    drawSineGraph(*analysis.canvas(), fit, style, sineTexts, residualsItem->isChecked());
     incref.setPicture(Picture::AngleGraph);
     analysis.setPicture(Picture::SineGraph);
     const QString source = historicalDataFlag && !Label3->text().isEmpty()
                                ? Label3->text()
                                : QStringLiteral("Typed by the pupil  Μετρήσεις του μαθητή");
-    lastAnalysis_ = Analysed{
-        fit, texts.style, sineTexts, texts.indexFormat, source, {}, texts.refractionTitle, texts.incidenceTitle, {}};
+    lastAnalysis_ =
+        Analysed{fit, style, sineTexts, texts.indexFormat, source, {}, texts.refractionTitle, texts.incidenceTitle, {}};
     return true;
 }
 
@@ -150,11 +152,11 @@ bool Inpdat::analyseCurrentPairs() {
     // Newton; the pupil's data and Witelo's stay black.
     if (historicalDataFlag) {
         if (Ptolemy->isChecked() || ptolemy2->isChecked())
-            texts.style = {palette::law::ptolemyTable, QStringLiteral("PTOLEMY Πτολεμαίος")};
+            texts.style = {palette::law::ptolemyTable, QStringLiteral("PTOLEMY Πτολεμαίος"), {}};
         else if (Alhazen->isChecked() || Alhazen2->isChecked())
-            texts.style = {palette::law::alHaythamTable, QStringLiteral("Al Haytham")};
+            texts.style = {palette::law::alHaythamTable, QStringLiteral("Al Haytham"), {}};
         else if (Newt->isChecked() || newt2->isChecked())
-            texts.style = {palette::law::newtonTable, QStringLiteral("Newton")};
+            texts.style = {palette::law::newtonTable, QStringLiteral("Newton"), {}};
     }
     texts.style.colour = historicalDataFlag ? texts.style.colour : drawingColour_;
     return analyse(*pairs, texts);
@@ -163,7 +165,7 @@ bool Inpdat::analyseCurrentPairs() {
 void Inpdat::Command1_Click() {
     const auto pairs = currentPairs(true);
     if (!pairs) return;
-    const AnalysisTexts texts{{drawingColour_, QString()},
+    const AnalysisTexts texts{{drawingColour_, QString(), {}},
                               QStringLiteral("INDEX OF REFRACTION Δείκτης Διάθλασης= "),
                               "0.0000",
                               QStringLiteral("Sin(INCIDENCE Πρόσπτωσης)"),

@@ -96,6 +96,8 @@ void Inpdat::Kepler_Click() {
                         "to the %3 pairs below 45°.")
                         .arg(fmt(k, "0.00"), fmt(100 * k, "0.0"))
                         .arg(model.runLength);
+    figure.legend = QStringLiteral("Kepler k = ") + fmt(k, "0.00");
+    figure.colour = palette::law::kepler;
     lawDrawn(QStringLiteral("Kepler's model  Μοντέλο Kepler: r = ") + fmt(k, "0.00") + QStringLiteral("·i"),
              std::move(figure));
 }
@@ -157,6 +159,8 @@ LawFigure snellFigure(double index, bool leavesDenserMedium) {
                         QRectF(QPointF(77.0, 70.0), QPointF(97.0, 65.0))};
     };
     figure.spoken = spokenSnell(index, leavesDenserMedium);
+    figure.legend = QStringLiteral("Snell n = ") + fmt(index, "0.00");
+    figure.colour = palette::law::snell;
     return figure;
 }
 
@@ -224,6 +228,8 @@ void Inpdat::toentrito() {
     };
     figure.spoken = QStringLiteral("refraction = 2/3 incidence: the line from (0°, 0°) to (100°, %1°).")
                         .arg(fmt(200.0 / 3.0, "0.0"));
+    figure.legend = QStringLiteral("r = 2/3 i");
+    figure.colour = palette::law::fixedLine;
     lawDrawn(label, std::move(figure));
 }
 
@@ -243,6 +249,8 @@ void Inpdat::toendeytero() {
             fitted.lines, fitted.points, palette::law::fixedLabel, palette::law::fixedGround, 60.0, 1.5 * 60 - 2, {}};
     };
     figure.spoken = QStringLiteral("refraction = 3/2 incidence: the line from (0°, 0°) to (100°, 150°).");
+    figure.legend = QStringLiteral("r = 3/2 i");
+    figure.colour = palette::law::fixedLine;
     lawDrawn(label, std::move(figure));
 }
 

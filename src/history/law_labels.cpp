@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "canvas/canvas.h"
+#include "canvas/palette.h"
 
 namespace {
 
@@ -70,6 +71,75 @@ std::vector<QRectF> takenOnGraph(const Canvas& c) {
     return taken;
 }
 
+// The legend's rows and their box, in widget pixels.
+struct Legend {
+    QSizeF size;
+    double rowHeight = 0.0;
+};
+constexpr double kSwatchPixels = 22.0;
+constexpr double kLegendPadding = 4.0;
+
+Legend measureLegend(Canvas& c, const std::vector<LawFigure>& laws) {
+    c.setFontBold(false);
+    c.setFontSize(std::clamp(9.0 * c.width() / 900.0, 8.0, 12.0));
+    const double pixelsPerUserX = 1.0 / std::fabs(c.userPerPixelX());
+    double widest = 0.0;
+    for (const LawFigure& law : laws) widest = std::max(widest, c.textWidth(law.legend) * pixelsPerUserX);
+    Legend legend;
+    legend.rowHeight = c.textHeight() / std::fabs(c.userPerPixelY());
+    legend.size = QSizeF(widest + kSwatchPixels + 3.0 * kLegendPadding,
+                         legend.rowHeight * static_cast<double>(laws.size()) + 2.0 * kLegendPadding);
+    return legend;
+}
+
+// The first free place, column by column from the top left (on a graph of
+// refraction against incidence, the upper left of the data area), for a box of the
+// size: clear of everything in `avoid`; else clear of `taken` only; else
+// the top left corner.
+QPointF legendPlace(const Canvas& c, QSizeF size, const std::vector<QRectF>& taken, const std::vector<QRectF>& avoid) {
+    const QRectF area(0.0, 0.0, c.width(), c.height());
+    for (const auto* keepClear : {&avoid, &taken})
+        for (double x = kLegendPadding; x + size.width() <= area.right(); x += kStepPixels)
+            for (double y = kLegendPadding; y + size.height() <= area.bottom(); y += kStepPixels) {
+                const QRectF box(QPointF(x, y), size);
+                if (clearOf(box.adjusted(-kGroundPixels, -kGroundPixels, kGroundPixels, kGroundPixels), *keepClear))
+                    return box.topLeft();
+            }
+    return {kLegendPadding, kLegendPadding};
+}
+
+void drawLegend(Canvas& c, const std::vector<LawFigure>& laws, const std::vector<QRectF>& taken) {
+    std::vector<QRectF> avoid = taken;
+    // The laws' own lines as well, where there is room: a legend over a
+    // curve hides the curve.
+    for (const auto& l : c.drawnLines())
+        if (l.colour != palette::graph::grid)
+            avoid.push_back(QRectF(l.from, l.to).normalized().adjusted(-1.0, -1.0, 1.0, 1.0));
+    const Legend legend = measureLegend(c, laws);
+    const QPointF at = legendPlace(c, legend.size, taken, avoid);
+    const QRectF box(at, legend.size);
+    const QPointF from = c.toUser(box.topLeft()), to = c.toUser(box.bottomRight());
+    c.setDrawWidth(1);
+    c.filledBox(from.x(), from.y(), to.x(), to.y(), palette::white);
+    c.box(from.x(), from.y(), to.x(), to.y(), palette::law::legendFrame);
+    QStringList rows;
+    for (std::size_t k = 0; k < laws.size(); ++k) {
+        const double top = box.top() + kLegendPadding + legend.rowHeight * static_cast<double>(k);
+        const QPointF swatchFrom = c.toUser({box.left() + kLegendPadding, top + legend.rowHeight / 2.0});
+        const QPointF swatchTo = c.toUser({box.left() + kLegendPadding + kSwatchPixels, top + legend.rowHeight / 2.0});
+        c.setDrawWidth(2);
+        c.line(swatchFrom.x(), swatchFrom.y(), swatchTo.x(), swatchTo.y(), laws[k].colour);
+        c.setDrawWidth(1);
+        const QPointF text = c.toUser({box.left() + 2.0 * kLegendPadding + kSwatchPixels, top});
+        c.setForeColor(Qt::black);
+        c.setCurrentX(text.x());
+        c.setCurrentY(text.y());
+        c.print(laws[k].legend);
+        rows << laws[k].legend;
+    }
+    c.addToSummary(QStringLiteral("Legend: ") + rows.join(QStringLiteral("; ")) + QLatin1Char('.'));
+}
+
 }  // namespace
 
 void layLawsOver(Canvas& c, const std::vector<LawFigure>& laws) {
@@ -94,7 +164,8 @@ void layLawsOver(Canvas& c, const std::vector<LawFigure>& laws) {
         }
         taken.push_back(ground);
     }
+    for (const LawFigure& law : laws) c.addToSummary(QStringLiteral("Laid over the data: ") + law.spoken);
+    if (!laws.empty()) drawLegend(c, laws, taken);
     c.setFontBold(false);
     c.setForeColor(foreColour);
-    for (const LawFigure& law : laws) c.addToSummary(QStringLiteral("Laid over the data: ") + law.spoken);
 }

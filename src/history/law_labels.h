@@ -29,6 +29,10 @@ struct LawFigure {
     std::function<void(Canvas&)> drawLine;
     std::function<LawLabel(Canvas&)> label;
     QString spoken;
+    // The law's row of the legend: its name with its parameter
+    // ("Snell n = 1.52") beside a short line of its colour.
+    QString legend;
+    QColor colour;
 };
 
 // Lays the laws over the graph already drawn on the canvas: first every
@@ -36,5 +40,7 @@ struct LawFigure {
 // A label goes to its own place when that is free; otherwise it moves down,
 // or up, a few pixels at a time to the nearest place where its ground
 // covers no text already printed (the graph's and the other laws' labels),
-// no data point and no axis.
+// no data point and no axis. Last comes the legend, one row per law, in the
+// first place from the upper left where it covers no text, label, data
+// point, axis or line of a law.
 void layLawsOver(Canvas& canvas, const std::vector<LawFigure>& laws);

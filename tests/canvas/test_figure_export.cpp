@@ -177,6 +177,29 @@ private slots:
                                                   expected.height())));
         }
 
+        // With its heading (what, when, whose) on top: the figure keeps its
+        // proportions below it and no figure text runs into it.
+        c.setWindowTitle(QStringLiteral("Data Analysis"));
+        c.setPrintNote(QStringLiteral("n = 1.523"));
+        const QString heading = figureHeading(c, QDate(2026, 11, 26));
+        QCOMPARE(heading,
+                 QStringLiteral("Data Analysis     2026-11-26     n = 1.523     Name  Όνομα: ____________________"));
+        ProbeDevice headed(area.toSize(), printer.resolution());
+        {
+            QPainter painter(&headed);
+            paintFigureOnPage(c, painter, area, heading);
+        }
+        const auto& texts = headed.engine.texts;
+        // The heading comes first, in a run per script.
+        const std::size_t runs = texts.size() - screen.engine.texts.size();
+        QVERIFY(runs >= 2 && texts[0].text.startsWith(QStringLiteral("Data Analysis")) && texts[0].box.top() >= 0.0);
+        double headingFoot = 0.0;
+        for (std::size_t i = 0; i < runs; ++i) headingFoot = std::max(headingFoot, texts[i].box.bottom());
+        for (std::size_t i = runs; i < texts.size(); ++i) QVERIFY(texts[i].box.top() > headingFoot);
+        QVERIFY(pageRect.adjusted(-k, -k, k, k).contains(headed.engine.ink));
+        c.cls();
+        QVERIFY(c.printNote().isEmpty());  // a new drawing states its own
+
         printFigure(c, printer);
         QVERIFY(mediaBox(readAll(dir.filePath("page.pdf"))).height() > 800);  // A4 upright: 842 points
     }

@@ -10,6 +10,7 @@
 #include "app/main_menu.h"
 #include "apparatus/alhaytham_screens.h"
 #include "canvas/fonts.h"
+#include "canvas/qt_format.h"
 #include "history/data_state.h"
 #include "history/history_notes.h"
 #include "history/inpdat_screen.h"
@@ -278,6 +279,17 @@ private slots:
         // Without ERASE the picture is drawn again with both laws on it.
         QVERIFY(joined(inc).contains("n=1.50") && joined(inc).contains("Kepler's Model for Refraction"));
         QCOMPARE(d.lastAnalysis()->laws.size(), 2);
+        // The legend names both laws, covers no data point, label or axis
+        // text, and the printout states the fitted index.
+        QVERIFY(inc.summary().contains(QStringLiteral("Legend: Kepler k = 0.60; Snell n = 1.50.")));
+        const auto drawn = inc.drawnTexts();
+        for (const char* row : {"Kepler k = 0.60", "Snell n = 1.50"}) {
+            const auto legend = std::find_if(drawn.begin(), drawn.end(), [&](const auto& t) { return t.text == row; });
+            QVERIFY(legend != drawn.end());
+            for (const auto& t : drawn) QVERIFY(&t == &*legend || !t.box.intersects(legend->box));
+            for (const auto& disc : inc.drawnDiscs()) QVERIFY(!disc.box.intersects(legend->box));
+        }
+        QCOMPARE(inc.printNote(), QStringLiteral("n = ") + fmt(sharedState<DataState>().dataIndex(), "0.000"));
 
         // ERASE: the data are drawn again before the next law.
         named<QCheckBox>(d, "svinograf")->setChecked(true);
