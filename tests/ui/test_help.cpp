@@ -329,6 +329,9 @@ private slots:
                 if (opening.size() == 3) QVERIFY2(!words.contains(opening.join(' ')), qPrintable(page + " shows an answer"));
             }
             QVERIFY(answers >= 3);
+            static const QRegularExpression figure(QStringLiteral(R"(\d+\.\d\d+)"));
+            for (auto it = figure.globalMatch(teacher.section(QStringLiteral("**Answers.**"), 1)); it.hasNext();)
+                QVERIFY2(!words.contains(it.next().captured()), qPrintable(page + " gives away an answer"));
         }
         // Printing paints the same sheet.
         help.showPage(lessonPages().last());
