@@ -1,9 +1,9 @@
 #include "app/lesson_links.h"
 
 #include <functional>
-#include <initializer_list>
 #include <iterator>
 #include <utility>
+#include <vector>
 
 #include "app/main_menu.h"
 #include "apparatus/apparatus_openers.h"
@@ -22,11 +22,14 @@ namespace {
 
 using Command = std::function<QString()>;
 
-// Gives the commands in turn and stops at the first that cannot be given.
-QString inTurn(std::initializer_list<Command> commands) {
-    for (const Command& c : commands)
-        if (QString failure = c(); !failure.isEmpty()) return failure;
-    return {};
+// The commands in turn as one step, which stops at the first that cannot
+// be given.
+Command steps(std::vector<Command> commands) {
+    return [commands = std::move(commands)] {
+        for (const Command& c : commands)
+            if (QString failure = c(); !failure.isEmpty()) return failure;
+        return QString();
+    };
 }
 
 Command menuItem(QWidget& (*screen)(), const char* action) {
@@ -56,9 +59,9 @@ QWidget& screen() {
 
 // The class's readings in the lesson on measuring an index: the bench's
 // angles for glass read to half a degree, as a protractor gives them.
-constexpr std::pair<const char*, const char*> kHalfDegreeReadings[] = {
-    {"10", "6.5"}, {"20", "13.0"}, {"30", "19.5"}, {"40", "25.5"},
-    {"50", "30.5"}, {"60", "35.5"}, {"70", "39.0"}, {"80", "41.0"}};
+constexpr std::pair<const char*, const char*> kHalfDegreeReadings[] = {{"10", "6.5"},  {"20", "13.0"}, {"30", "19.5"},
+                                                                       {"40", "25.5"}, {"50", "30.5"}, {"60", "35.5"},
+                                                                       {"70", "39.0"}, {"80", "41.0"}};
 
 // The data screen's grid typed row by row (the rows under them emptied),
 // then analysed.
@@ -69,8 +72,8 @@ QString typeReadingsAndAnalyse() {
     for (int row = 0; failure.isEmpty() && row < Inpdat::kRows; ++row) {
         const bool given = row < static_cast<int>(std::size(kHalfDegreeReadings));
         const auto [i, r] = given ? kHalfDegreeReadings[row] : std::pair{"", ""};
-        failure = inTurn({[&] { return typeText(data, QStringLiteral("Text1_%1").arg(row), QString::fromLatin1(i)); },
-                          [&] { return typeText(data, QStringLiteral("Refr_%1").arg(row), QString::fromLatin1(r)); }});
+        failure = typeText(data, QStringLiteral("Text1_%1").arg(row), QString::fromLatin1(i));
+        if (failure.isEmpty()) failure = typeText(data, QStringLiteral("Refr_%1").arg(row), QString::fromLatin1(r));
     }
     return failure.isEmpty() ? pressButton(data, QStringLiteral("Command1")) : failure;
 }
@@ -80,8 +83,8 @@ QString typeReadingsAndAnalyse() {
 Command bench(const char* direction, int indexTenths) {
     return [=] {
         form<Diathlasimeleti>().Command1_Click();
-        return inTurn({button(screen<Hmiky>, "Command2"), menuItem(screen<Hmiky>, direction),
-                       scrollBar(screen<Hmiky>, "Indexn", indexTenths)});
+        return steps({button(screen<Hmiky>, "Command2"), menuItem(screen<Hmiky>, direction),
+                      scrollBar(screen<Hmiky>, "Indexn", indexTenths)})();
     };
 }
 
@@ -89,39 +92,42 @@ Command bench(const char* direction, int indexTenths) {
 Command tableWithLaw(const char* table, const char* law) {
     return [=] {
         openDataScreen();
-        return inTurn({menuItem(screen<Inpdat>, table), menuItem(screen<Inpdat>, law)});
+        return steps({menuItem(screen<Inpdat>, table), menuItem(screen<Inpdat>, law)})();
     };
 }
 
-// The three interpretation screens from the main menu.
-Command interpretations() {
-    return [] {
-        showInterpretationScreens();
-        return QString();
-    };
+// RAYS FOR incidence = 0° to 90° with the block turned one way, and the list.
+Command sweep(const char* direction) {
+    return steps({bench(direction, 15), button(screen<Hmiky>, "Command4"), button(screen<Hmiky>, "listOfData")});
 }
 
-}  // namespace
+// The three interpretation screens from the main menu, glass (n2/n1 =
+// 1.50) at 40°.
+Command glassAt40() {
+    return steps({[] {
+                      showInterpretationScreens();
+                      return QString();
+                  },
+                  menuItem(screen<Rixo>, "okitis1"), scrollBar(screen<Rixotext>, "n1overn2", 150),
+                  scrollBar(screen<Rixotext>, "prosptosi", 40)});
+}
 
-void connectLessonLinks() {
+void connectBenchLinks() {
     // Snell's law on the bench: the flat face to the light, glass n = 1.5.
-    setShowMe(QStringLiteral("bench-30"), [] { return inTurn({bench("moredens", 15), typed(screen<Hmiky>, "Command1", "30")}); });
-    setShowMe(QStringLiteral("bench-rays"), [] {
-        return inTurn({bench("moredens", 15), button(screen<Hmiky>, "Command4"), button(screen<Hmiky>, "listOfData")});
-    });
+    setShowMe(QStringLiteral("bench-30"), steps({bench("moredens", 15), typed(screen<Hmiky>, "Command1", "30")}));
+    setShowMe(QStringLiteral("bench-rays"), sweep("moredens"));
     // Total reflection: the curved face to the light, so that the light
     // leaves the glass at the flat face.
-    setShowMe(QStringLiteral("bench-critical"), [] { return inTurn({bench("Raref", 15), menuItem(screen<Hmiky>, "kritikal")}); });
-    setShowMe(QStringLiteral("bench-inside-60"), [] { return inTurn({bench("Raref", 15), typed(screen<Hmiky>, "Command1", "60")}); });
-    setShowMe(QStringLiteral("bench-inside-30"), [] { return inTurn({bench("Raref", 15), typed(screen<Hmiky>, "Command1", "30")}); });
-    setShowMe(QStringLiteral("bench-right-rays"), [] {
-        return inTurn({bench("Raref", 15), button(screen<Hmiky>, "Command4"), button(screen<Hmiky>, "listOfData")});
-    });
-    // The bench's pairs on the data screen, analysed.
-    setShowMe(QStringLiteral("data-from-bench"), [] {
-        return inTurn({bench("moredens", 15), button(screen<Hmiky>, "Command4"), button(screen<Hmiky>, "listOfData"),
-                       button(screen<ListOfData>, "Command2"), button(screen<Inpdat>, "Command1")});
-    });
+    setShowMe(QStringLiteral("bench-critical"), steps({bench("Raref", 15), menuItem(screen<Hmiky>, "kritikal")}));
+    setShowMe(QStringLiteral("bench-inside-30"), steps({bench("Raref", 15), typed(screen<Hmiky>, "Command1", "30")}));
+    setShowMe(QStringLiteral("bench-inside-60"), steps({bench("Raref", 15), typed(screen<Hmiky>, "Command1", "60")}));
+    setShowMe(QStringLiteral("bench-right-rays"), sweep("Raref"));
+}
+
+void connectDataLinks() {
+    // The bench's pairs carried to the data screen and analysed.
+    setShowMe(QStringLiteral("data-from-bench"),
+              steps({sweep("moredens"), button(screen<ListOfData>, "Command2"), button(screen<Inpdat>, "Command1")}));
     setShowMe(QStringLiteral("data-typed"), typeReadingsAndAnalyse);
     setShowMe(QStringLiteral("data-ptolemy-kepler"), tableWithLaw("Ptolemy", "Kepler"));
     setShowMe(QStringLiteral("data-ptolemy-snell"), tableWithLaw("Ptolemy", "Snell_1"));
@@ -130,28 +136,25 @@ void connectLessonLinks() {
         openDataScreen();
         return chooseMenuItem(form<Inpdat>(), QStringLiteral("ptolemeosprosarmogidedo"));
     });
-    // Waves: glass at 40°, then light leaving into a faster medium past its
+}
+
+void connectInterpretationLinks() {
+    setShowMe(QStringLiteral("waves-glass-40"), steps({glassAt40(), menuItem(screen<Rixo>, "aktina")}));
+    // Light meeting a medium where it is twice as fast (c = 0,5), past the
     // critical angle.
-    setShowMe(QStringLiteral("waves-glass-40"), [] {
-        return inTurn({interpretations(), menuItem(screen<Rixo>, "okitis1"), scrollBar(screen<Rixotext>, "n1overn2", 150),
-                       scrollBar(screen<Rixotext>, "prosptosi", 40), menuItem(screen<Rixo>, "aktina")});
-    });
-    setShowMe(QStringLiteral("waves-past-critical"), [] {
-        return inTurn({interpretations(), menuItem(screen<Rixo>, "okitismiso"), scrollBar(screen<Rixotext>, "prosptosi", 40),
-                       menuItem(screen<Rixo>, "aktina")});
-    });
-    setShowMe(QStringLiteral("fermat-minimum"), [] {
-        return inTurn({interpretations(), menuItem(screen<Rixo>, "okitis1"), scrollBar(screen<Rixotext>, "n1overn2", 150),
-                       menuItem(screen<Somata>, "fermat"), menuItem(screen<Somata>, "fermalaw"),
-                       menuItem(screen<Somata>, "evresielaxistoy")});
-    });
-    setShowMe(QStringLiteral("fermat-descartes"), [] {
-        return inTurn({interpretations(), menuItem(screen<Rixo>, "okitis1"), scrollBar(screen<Rixotext>, "n1overn2", 150),
-                       menuItem(screen<Somata>, "fermat"), menuItem(screen<Somata>, "descartes"),
-                       menuItem(screen<Somata>, "evresielaxistoy")});
-    });
-    setShowMe(QStringLiteral("corpuscles-newton"), [] {
-        return inTurn({interpretations(), menuItem(screen<Rixo>, "okitis1"), scrollBar(screen<Rixotext>, "n1overn2", 150),
-                       scrollBar(screen<Rixotext>, "prosptosi", 40), menuItem(screen<Somata>, "neftonas")});
-    });
+    setShowMe(QStringLiteral("waves-past-critical"),
+              steps({glassAt40(), menuItem(screen<Rixo>, "okitismiso"), menuItem(screen<Rixo>, "aktina")}));
+    setShowMe(QStringLiteral("corpuscles-newton"), steps({glassAt40(), menuItem(screen<Somata>, "neftonas")}));
+    for (const auto& [name, law] : {std::pair{"fermat-minimum", "fermalaw"}, {"fermat-descartes", "descartes"}})
+        setShowMe(QString::fromLatin1(name),
+                  steps({glassAt40(), menuItem(screen<Somata>, "fermat"), menuItem(screen<Somata>, law),
+                         menuItem(screen<Somata>, "evresielaxistoy")}));
+}
+
+}  // namespace
+
+void connectLessonLinks() {
+    connectBenchLinks();
+    connectDataLinks();
+    connectInterpretationLinks();
 }

@@ -39,9 +39,7 @@ QString helpPageFor(const QWidget* widget) {
     return helpContentsPage();
 }
 
-QString helpUrl(const QString& page) {
-    return QUrl(QStringLiteral("qrc:/help/")).resolved(QUrl(page)).toString();
-}
+QString helpUrl(const QString& page) { return QUrl(QStringLiteral("qrc:/help/")).resolved(QUrl(page)).toString(); }
 
 QString helpPageOf(const QUrl& url) {
     const QString path = QUrl(QStringLiteral("qrc:/help/")).resolved(url).path();

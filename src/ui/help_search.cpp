@@ -15,7 +15,8 @@ QStringList pagesIn(const QString& folder, const QString& prefix, const QStringL
     QStringList pages;
     for (const QString& name : first)
         if (QFile::exists(QStringLiteral(":/") + folder + QLatin1Char('/') + name)) pages << prefix + name;
-    const QStringList all = QDir(QStringLiteral(":/") + folder).entryList({QStringLiteral("*.md")}, QDir::Files, QDir::Name);
+    const QStringList all =
+        QDir(QStringLiteral(":/") + folder).entryList({QStringLiteral("*.md")}, QDir::Files, QDir::Name);
     for (const QString& name : all)
         if (!first.contains(name)) pages << prefix + name;
     return pages;
@@ -67,7 +68,8 @@ QString plainMarkdownLine(const QString& line) {
 }
 
 QList<HelpMatch> searchHelp(const QString& query) {
-    const QStringList words = foldedForSearch(query).split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
+    const QStringList words =
+        foldedForSearch(query).split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
     QList<HelpMatch> matches;
     if (words.isEmpty()) return matches;
     for (const QString& page : searchablePages()) {
@@ -79,8 +81,8 @@ QList<HelpMatch> searchHelp(const QString& query) {
         int bestCount = 0;
         for (const QString& line : source.split(QLatin1Char('\n'))) {
             const QString l = foldedForSearch(line);
-            const auto count =
-                static_cast<int>(std::count_if(words.begin(), words.end(), [&](const QString& w) { return l.contains(w); }));
+            const auto count = static_cast<int>(
+                std::count_if(words.begin(), words.end(), [&](const QString& w) { return l.contains(w); }));
             if (count > bestCount) {
                 bestCount = count;
                 best = line;

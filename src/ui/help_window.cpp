@@ -107,7 +107,8 @@ void HelpWindow::createSearch() {
     connect(search_, &QLineEdit::returnPressed, this, [this] {
         if (results_->count() > 0) openResult(std::max(0, results_->currentRow()));
     });
-    connect(results_, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) { openResult(results_->row(item)); });
+    connect(results_, &QListWidget::itemActivated, this,
+            [this](QListWidgetItem* item) { openResult(results_->row(item)); });
 }
 
 void HelpWindow::createWorksheetButton() {

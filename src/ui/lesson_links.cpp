@@ -53,15 +53,15 @@ QStringList showMeNames() { return steps().keys(); }
 
 bool followShowMe(const QString& name) {
     const auto found = steps().constFind(name);
-    const QString failure = found == steps().constEnd()
-                                ? QStringLiteral("This link names no screen of the program: %1.  "
-                                                 "Ο σύνδεσμος δεν οδηγεί σε οθόνη του προγράμματος: %1.")
-                                      .arg(name)
-                                : (*found)();
+    const QString failure = found == steps().constEnd() ? QStringLiteral(
+                                                              "This link names no screen of the program: %1.  "
+                                                              "Ο σύνδεσμος δεν οδηγεί σε οθόνη του προγράμματος: %1.")
+                                                              .arg(name)
+                                                        : (*found)();
     if (failure.isEmpty()) return true;
-    messageBox(QStringLiteral("The lesson's step could not be shown.  Το βήμα του μαθήματος δεν εμφανίστηκε.\n") +
-                   failure,
-               QStringLiteral("Show me  Δείξε μου"));
+    messageBox(
+        QStringLiteral("The lesson's step could not be shown.  Το βήμα του μαθήματος δεν εμφανίστηκε.\n") + failure,
+        QStringLiteral("Show me  Δείξε μου"));
     return false;
 }
 

@@ -19,8 +19,10 @@ namespace {
 enum class Section { Other, Steps, Table, Questions };
 
 Section sectionOf(const QString& heading) {
-    for (const auto& [start, section] : {std::pair{"Steps", Section::Steps}, {"Βήματα", Section::Steps},
-                                         {"Table", Section::Table}, {"Questions", Section::Questions},
+    for (const auto& [start, section] : {std::pair{"Steps", Section::Steps},
+                                         {"Βήματα", Section::Steps},
+                                         {"Table", Section::Table},
+                                         {"Questions", Section::Questions},
                                          {"Ερωτήσεις", Section::Questions}})
         if (heading.startsWith(QString::fromUtf8(start))) return section;
     return Section::Other;
@@ -64,7 +66,8 @@ std::optional<Worksheet> worksheetOf(const QString& markdown) {
         if (line.startsWith(QLatin1String("## "))) {
             const QString heading = line.mid(3).trimmed();
             section = sectionOf(heading);
-            greek = heading.startsWith(QString::fromUtf8("Βήματα")) || heading.startsWith(QString::fromUtf8("Ερωτήσεις"));
+            greek =
+                heading.startsWith(QString::fromUtf8("Βήματα")) || heading.startsWith(QString::fromUtf8("Ερωτήσεις"));
             Lists* lists = section == Section::Steps ? &steps : section == Section::Questions ? &questions : nullptr;
             items = lists ? (greek ? &lists->greek : &lists->english) : nullptr;
             continue;
@@ -73,7 +76,8 @@ std::optional<Worksheet> worksheetOf(const QString& markdown) {
             QStringList cells = line.trimmed().split(QLatin1Char('|'));
             cells = cells.mid(1, cells.size() - 2);
             for (QString& c : cells) c = plain(c);
-            if (std::all_of(cells.begin(), cells.end(), [](const QString& c) { return c.startsWith(QLatin1Char('-')); }))
+            if (std::all_of(cells.begin(), cells.end(),
+                            [](const QString& c) { return c.startsWith(QLatin1Char('-')); }))
                 continue;
             (sheet.tableHeads.isEmpty() ? sheet.tableHeads : sheet.tableRows.emplace_back()) = cells;
             continue;
@@ -114,8 +118,8 @@ public:
               const QColor& colour = Qt::black) {
         QFont font = programFont(QStringLiteral("Arial"), points, bold);
         const QRectF area(mm(indentMm), 0, mm(kWidthMm - indentMm), mm(kHeightMm));
-        const double height = QFontMetricsF(font, device_).boundingRect(area, Qt::TextWordWrap, text).height() *
-                              25.4 / dpi_;
+        const double height =
+            QFontMetricsF(font, device_).boundingRect(area, Qt::TextWordWrap, text).height() * 25.4 / dpi_;
         room(height);
         if (p_) {
             p_->setFont(font);
@@ -162,8 +166,9 @@ public:
             double height = kRowMm;
             for (const QString& text : cells) {
                 const QRectF box(0, 0, mm(column - 2.0), mm(kHeightMm));
-                height = std::max(height, QFontMetricsF(font, device_).boundingRect(box, kCellFlags, text).height() *
-                                                  25.4 / dpi_ + 2.0);
+                height = std::max(
+                    height,
+                    QFontMetricsF(font, device_).boundingRect(box, kCellFlags, text).height() * 25.4 / dpi_ + 2.0);
             }
             room(height);
             if (p_) {
@@ -231,8 +236,7 @@ bool paintWorksheet(QPagedPaintDevice& device, const Worksheet& sheet) {
     SheetPen measure(nullptr, &device, dpi);
     layOut(measure, sheet, 0);
     const auto questions = std::max<qsizetype>(1, sheet.questions.size());
-    const int answerLines =
-        std::clamp(static_cast<int>((kHeightMm - measure.used()) / questions / kRowMm) - 1, 2, 5);
+    const int answerLines = std::clamp(static_cast<int>((kHeightMm - measure.used()) / questions / kRowMm) - 1, 2, 5);
 
     QPainter painter;
     if (!painter.begin(&device)) return false;

@@ -120,10 +120,11 @@ private slots:
         const QString critical = fmt(runCriticalAngle(right, 0.0)->angleDegrees, "0.00");
         QCOMPARE(lessonFiguresAmiss("snell_bench.md", angles + QStringList{mean, critical, fmt(left.index, "0.0")}),
                  QStringList());
-        QCOMPARE(lessonFiguresAmiss("critical_angle.md",
-                                    leaving + QStringList{critical, fmt(left.index, "0.0"),
-                                                          fmt(runIncidenceSeries(right, 0.0).meanIndex.value_or(0), "0.0000"),
-                                                          fmt(*criticalAngleDegrees(2.0), "0.00"), fmt(2.0, "0.0")}),
+        QCOMPARE(lessonFiguresAmiss(
+                     "critical_angle.md",
+                     leaving + QStringList{critical, fmt(left.index, "0.0"),
+                                           fmt(runIncidenceSeries(right, 0.0).meanIndex.value_or(0), "0.0000"),
+                                           fmt(*criticalAngleDegrees(2.0), "0.00"), fmt(2.0, "0.0")}),
                  QStringList());
         // As LIST OF DATA hands the sweep over: incidence to 0.1°, refraction to 0.01°.
         std::vector<double> handedI, handedR;
@@ -134,14 +135,14 @@ private slots:
         const auto handed = history::fitSines(history::pairsFromLists(handedI, handedR), false);
         const auto fit = history::fitSines(history::pairsFromLists(incidence, readings), false);
         QVERIFY(fit.index && fit.statistics.indexError);
-        QCOMPARE(lessonFiguresAmiss("measuring_index.md",
-                                    halfDegrees + QStringList{fmt(*handed.index, "0.0000"),
-                                                              fmt(*handed.statistics.indexError, "0.0000"),
-                                                              fmt(*handed.statistics.rSquared, "0.0000"),
-                                                              fmt(left.index, "0.0"), fmt(*fit.index, "0.0000"),
-                                                              fmt(*fit.statistics.indexError, "0.0000"),
-                                                              fmt(fit.statistics.rSquared.value_or(0), "0.0000")}),
-                 QStringList());
+        QCOMPARE(
+            lessonFiguresAmiss(
+                "measuring_index.md",
+                halfDegrees + QStringList{fmt(*handed.index, "0.0000"), fmt(*handed.statistics.indexError, "0.0000"),
+                                          fmt(*handed.statistics.rSquared, "0.0000"), fmt(left.index, "0.0"),
+                                          fmt(*fit.index, "0.0000"), fmt(*fit.statistics.indexError, "0.0000"),
+                                          fmt(fit.statistics.rSquared.value_or(0), "0.0000")}),
+            QStringList());
     }
 
     void meanError() {
@@ -175,7 +176,8 @@ private slots:
         for (std::size_t k = 0; k < glass.refraction.size(); ++k) {
             ptolemy << QString::fromStdString(history::shortestDecimal(glass.refraction[k]));
             if (k > 0)
-                ptolemy << QString::fromStdString(history::shortestDecimal(glass.refraction[k] - glass.refraction[k - 1]));
+                ptolemy << QString::fromStdString(
+                    history::shortestDecimal(glass.refraction[k] - glass.refraction[k - 1]));
         }
         const auto& water = ptolemy_fit::waterSet();
         ptolemy << fmt(ptolemy_fit::proportionalRatio(water), "0.00")
@@ -248,16 +250,16 @@ private slots:
                    ((x - a.x) / std::hypot(x - a.x, boundary - a.y));
         };
         STATES("corpuscles.md", fmt(sinRatioAt(search.bestX), "0.000"));
-        QCOMPARE(lessonFiguresAmiss("why_light_bends.md",
-                                    {fmt(1.5, "0.00"), fmt(degrees(at40.refraction), "0.00"), fmt(s.reflected, "0.00"),
-                                     fmt(s.refracted, "0.00"), fmt(100 * e.reflectedS, "0.00"),
-                                     fmt(100 * e.transmittedS, "0.00"), fmt(100 * e.reflectedP, "0.00"),
-                                     fmt(*brewsterAngleDegrees(1.5), "0.00"),
-                                     fmt(*kymatiko::criticalAngleDegrees(0.5), "0.00"),
-                                     fmt(speedsFor(SpeedLaw::Fermat, 1.5).upper, "0.00"),
-                                     fmt(speedsFor(SpeedLaw::Fermat, 1.5).lower, "0.00"),
-                                     fmt(speedsFor(SpeedLaw::Descartes, 1.5).lower, "0.00")}),
-                 QStringList());
+        QCOMPARE(
+            lessonFiguresAmiss(
+                "why_light_bends.md",
+                {fmt(1.5, "0.00"), fmt(degrees(at40.refraction), "0.00"), fmt(s.reflected, "0.00"),
+                 fmt(s.refracted, "0.00"), fmt(100 * e.reflectedS, "0.00"), fmt(100 * e.transmittedS, "0.00"),
+                 fmt(100 * e.reflectedP, "0.00"), fmt(*brewsterAngleDegrees(1.5), "0.00"),
+                 fmt(*kymatiko::criticalAngleDegrees(0.5), "0.00"), fmt(speedsFor(SpeedLaw::Fermat, 1.5).upper, "0.00"),
+                 fmt(speedsFor(SpeedLaw::Fermat, 1.5).lower, "0.00"),
+                 fmt(speedsFor(SpeedLaw::Descartes, 1.5).lower, "0.00")}),
+            QStringList());
         // Within one step of the search the sines obey n = 1.5.
         const double step = (c.x - a.x) / LeastTimeSearch::kCandidates;
         QVERIFY(std::min(sinRatioAt(search.bestX - step), sinRatioAt(search.bestX + step)) <= 1.5);

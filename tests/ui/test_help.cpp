@@ -202,8 +202,9 @@ private slots:
     void searchFindsPagesByWords() {
         const QString bench = QStringLiteral("bench.md"), panel = QStringLiteral("wave_panel.md"),
                       tir = QStringLiteral("../lessons/critical_angle.md");
-        for (const QString& words : {QStringLiteral("critical"), QStringLiteral("CRITICAL angle"),
-                                     QStringLiteral("κρίσιμη"), QStringLiteral("ΚΡΙΣΙΜΗ ΓΩΝΙΑ"), QStringLiteral("κρισιμη")}) {
+        for (const QString& words :
+             {QStringLiteral("critical"), QStringLiteral("CRITICAL angle"), QStringLiteral("κρίσιμη"),
+              QStringLiteral("ΚΡΙΣΙΜΗ ΓΩΝΙΑ"), QStringLiteral("κρισιμη")}) {
             const QStringList pages = found(words);
             QVERIFY2(pages.contains(bench) && pages.contains(panel) && pages.contains(tir), qPrintable(words));
         }
@@ -239,10 +240,12 @@ private slots:
         using Expect = std::pair<QWidget& (*)(), QStringList>;
         const std::map<QString, Expect> expected{
             {"bench-30", {screen<Hmiky>, {"in the block 19.47°"}}},
-            {"bench-rays", {screen<ListOfData>, {"6.65", "13.18", "19.47", "25.37", "30.71", "35.26", "38.79", "41.04"}}},
+            {"bench-rays",
+             {screen<ListOfData>, {"6.65", "13.18", "19.47", "25.37", "30.71", "35.26", "38.79", "41.04"}}},
             {"bench-inside-30", {screen<Hmiky>, {"leaves at 48.59°"}}},
             {"bench-inside-60", {screen<Hmiky>, {"incidence 60", "total reflection"}}},
-            {"bench-right-rays", {screen<ListOfData>, {"15.10", "30.87", "48.59", "74.62", "total reflection", "0.6667"}}},
+            {"bench-right-rays",
+             {screen<ListOfData>, {"15.10", "30.87", "48.59", "74.62", "total reflection", "0.6667"}}},
             {"bench-critical", {screen<Hmiky>, {"critical=41.81"}}},
             {"data-from-bench", {screen<Analysis>, {"n = 1.5000 ± 0.0001, r² = 1.0000"}}},
             {"data-typed", {screen<Analysis>, {"n = 1.4885 ± 0.0068, r² = 0.9999"}}},
@@ -250,11 +253,13 @@ private slots:
             {"data-ptolemy-kepler", {screen<Incref>, {"PTOLEMY", "Kepler's model, k = 0.60"}}},
             {"data-ptolemy-snell", {screen<Incref>, {"PTOLEMY", "Snell's law, n = 1.519"}}},
             {"ptolemy-fitting", {screen<Ptolkam>, {"r = 0.75", "80° → 47.6°"}}},
-            {"waves-glass-40", {screen<Rixo>, {"refraction 25.37°", "= 27.78", "= 72.22", "R = 7.72 %   T = 92.28 %",
-                                               "R = 1.43 %", "θB = 56.31°"}}},
+            {"waves-glass-40",
+             {screen<Rixo>,
+              {"refraction 25.37°", "= 27.78", "= 72.22", "R = 7.72 %   T = 92.28 %", "R = 1.43 %", "θB = 56.31°"}}},
             {"waves-past-critical", {screen<Rixo>, {"criticalγωνία =30.00", "TOTAL REFLECTION"}}},
             {"corpuscles-newton", {screen<Somata>, {"Newton's model with one layer", "n2/n1 = 1.50, incidence 40°"}}},
-            {"fermat-minimum", {screen<Somata>, {"Fermat's law, 100.00 above the boundary and 66.67 below", "Least time"}}},
+            {"fermat-minimum",
+             {screen<Somata>, {"Fermat's law, 100.00 above the boundary and 66.67 below", "Least time"}}},
             {"fermat-descartes", {screen<Somata>, {"Descartes's law, 100.00 above the boundary and 150.00 below"}}},
         };
         HelpWindow& help = form<HelpWindow>();
@@ -282,7 +287,8 @@ private slots:
                 }
                 followed.insert(name);
             }
-        for (const QString& name : showMeNames()) QVERIFY2(followed.contains(name), qPrintable(name + " is in no lesson"));
+        for (const QString& name : showMeNames())
+            QVERIFY2(followed.contains(name), qPrintable(name + " is in no lesson"));
         // A link that cannot be followed says so, in both languages.
         QVERIFY(!followShowMe(QStringLiteral("nowhere")));
         QCOMPARE(scope.dialogs().messageTitles.last(), kShowMe);
@@ -321,12 +327,14 @@ private slots:
                 for (const QString& word : w.simplified().split(QLatin1Char(' ')))
                     QVERIFY2(words.contains(word), qPrintable(page + " lacks " + word));
             // The teacher's part: its answers' opening words appear nowhere.
-            const QString teacher = source.section(QStringLiteral("## For the teacher"), 1).section(QStringLiteral("---"), 0, 0);
+            const QString teacher =
+                source.section(QStringLiteral("## For the teacher"), 1).section(QStringLiteral("---"), 0, 0);
             static const QRegularExpression answer(QStringLiteral(R"(\n\d\. ([^\n]+))"));
             int answers = 0;
             for (auto it = answer.globalMatch(teacher); it.hasNext(); ++answers) {
                 const QStringList opening = it.next().captured(1).split(QLatin1Char(' ')).mid(0, 3);
-                if (opening.size() == 3) QVERIFY2(!words.contains(opening.join(' ')), qPrintable(page + " shows an answer"));
+                if (opening.size() == 3)
+                    QVERIFY2(!words.contains(opening.join(' ')), qPrintable(page + " shows an answer"));
             }
             QVERIFY(answers >= 3);
             static const QRegularExpression figure(QStringLiteral(R"(\d+\.\d\d+)"));
