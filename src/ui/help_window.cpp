@@ -11,6 +11,7 @@
 #include <QPrinter>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTextBrowser>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -106,6 +107,11 @@ void HelpWindow::createSearch() {
     connect(search_, &QLineEdit::textChanged, this, &HelpWindow::search);
     connect(search_, &QLineEdit::returnPressed, this, [this] {
         if (results_->count() > 0) openResult(std::max(0, results_->currentRow()));
+    });
+    // Down from the field into the list, as in a search box with suggestions.
+    auto* down = new QShortcut(QKeySequence(Qt::Key_Down), search_, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(down, &QShortcut::activated, results_, [this] {
+        if (results_->isVisible()) results_->setFocus(Qt::TabFocusReason);
     });
     connect(results_, &QListWidget::itemActivated, this,
             [this](QListWidgetItem* item) { openResult(results_->row(item)); });

@@ -227,6 +227,12 @@ private slots:
         QVERIFY(results->item(0)->text().contains(QStringLiteral("ρίσιμ")));
         QTest::keyClick(named<QLineEdit>(help, "helpSearch"), Qt::Key_Return);
         QCOMPARE(help.currentPage(), searchHelp(QStringLiteral("κρίσιμη")).front().page);
+        help.activateWindow();
+        named<QLineEdit>(help, "helpSearch")->setFocus();
+        QTest::keyClick(named<QLineEdit>(help, "helpSearch"), Qt::Key_Down);
+        QTest::keyClick(results, Qt::Key_Down);
+        QTest::keyClick(results, Qt::Key_Return);
+        QCOMPARE(help.currentPage(), searchHelp(QStringLiteral("κρίσιμη"))[1].page);
         help.search(QString());
         QVERIFY(results->isHidden());
     }
@@ -341,8 +347,11 @@ private slots:
             for (auto it = figure.globalMatch(teacher.section(QStringLiteral("**Answers.**"), 1)); it.hasNext();)
                 QVERIFY2(!words.contains(it.next().captured()), qPrintable(page + " gives away an answer"));
         }
-        // Printing paints the same sheet.
+        // Printing paints the same sheet; a file that cannot be written is
+        // left unmade, with a message.
         help.showPage(lessonPages().last());
+        QVERIFY(!help.saveWorksheet(dir.filePath(QStringLiteral("missing/sheet.pdf"))));
+        QVERIFY(bilingual(scope.dialogs().messages.last()) && !QFile::exists(dir.filePath("missing")));
         scope.dialogs().printToPdf = dir.filePath(QStringLiteral("printed.pdf"));
         named<QAction>(help, "worksheetPrint")->trigger();
         QCOMPARE(pdfText(scope.dialogs().printToPdf).count(QLatin1Char('\f')), 1);
