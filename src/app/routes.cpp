@@ -1,6 +1,7 @@
 #include "app/routes.h"
 
 #include "analysis/errors_screen.h"
+#include "app/lesson_links.h"
 #include "app/main_menu.h"
 #include "history/inpdat_screen.h"
 #include "semicircle/bench_routes.h"
@@ -24,4 +25,5 @@ void connectRoutes() {
         showPlace(Place::DataScreen);
         return count;
     };
+    connectLessonLinks();
 }

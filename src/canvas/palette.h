@@ -140,6 +140,11 @@ inline constexpr QColor ray = notes::ray;
 inline constexpr QColor caption{30, 30, 30};
 }  // namespace menu
 
+// Worksheets: the ruled lines pupils write on.
+namespace worksheet {
+inline constexpr QColor rule{160, 160, 160};
+}  // namespace worksheet
+
 // The history pages.
 namespace pages {
 inline constexpr QColor text{20, 20, 20};

@@ -20,8 +20,8 @@ void placeQuestionButton(QWidget& menu) {
 }
 
 // The main menu's captions and layout stay as they are: the "?" sits in the
-// corner above everything, and the contents and the About box are also on
-// the window's context menu.
+// corner above everything, and the contents, the lessons and the About box
+// are also on the window's context menu.
 void addMainMenuHelp(QWidget& menu) {
     auto* button = new QToolButton(&menu);
     button->setObjectName(QStringLiteral("helpButton"));
@@ -43,10 +43,14 @@ void addMainMenuHelp(QWidget& menu) {
     auto* contents = new QAction(QStringLiteral("Help contents  Περιεχόμενα βοήθειας"), &menu);
     contents->setObjectName(QStringLiteral("helpContentsAction"));
     QObject::connect(contents, &QAction::triggered, &menu, [] { showHelpContents(); });
+    auto* lessons = new QAction(QStringLiteral("Lessons  Μαθήματα"), &menu);
+    lessons->setObjectName(QStringLiteral("helpLessonsAction"));
+    QObject::connect(lessons, &QAction::triggered, &menu, [] { showLessons(); });
     auto* about = new QAction(QStringLiteral("About  Σχετικά"), &menu);
     about->setObjectName(QStringLiteral("aboutAction"));
     QObject::connect(about, &QAction::triggered, &menu, [] { showAbout(); });
     menu.addAction(contents);
+    menu.addAction(lessons);
     menu.addAction(about);
     menu.setContextMenuPolicy(Qt::ActionsContextMenu);
 }

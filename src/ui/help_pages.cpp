@@ -1,5 +1,6 @@
 #include "ui/help_pages.h"
 
+#include <QUrl>
 #include <QWidget>
 
 const QList<HelpPage>& helpPages() {
@@ -38,4 +39,10 @@ QString helpPageFor(const QWidget* widget) {
     return helpContentsPage();
 }
 
-QString helpUrl(const QString& page) { return QStringLiteral("qrc:/help/") + page; }
+QString helpUrl(const QString& page) { return QUrl(QStringLiteral("qrc:/help/")).resolved(QUrl(page)).toString(); }
+
+QString helpPageOf(const QUrl& url) {
+    const QString path = QUrl(QStringLiteral("qrc:/help/")).resolved(url).path();
+    if (path.startsWith(QLatin1String("/help/"))) return path.mid(6);
+    return QStringLiteral("..") + path;
+}

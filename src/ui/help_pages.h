@@ -2,6 +2,7 @@
 #include <QString>
 #include <QStringList>
 
+class QUrl;
 class QWidget;
 
 // One help page for each screen, kept as Markdown in the program's
@@ -22,5 +23,9 @@ QString helpContentsPage();
 // that opened a dialog); the contents page for windows with no page.
 QString helpPageFor(const QWidget* widget);
 
-// The resource URL of a page ("bench.md" → qrc:/help/bench.md).
+// The resource URL of a page, named by its path from the screens' pages
+// ("bench.md" → qrc:/help/bench.md, "../lessons/index.md" →
+// qrc:/lessons/index.md), and back: the lessons and the model page stand
+// beside the screens' pages as they do among the installed documents.
 QString helpUrl(const QString& page);
+QString helpPageOf(const QUrl& url);

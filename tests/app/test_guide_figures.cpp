@@ -1,4 +1,5 @@
 #include <QFile>
+#include <QRegularExpression>
 #include <QtTest>
 
 #include "analysis/mean_error.h"
@@ -29,6 +30,22 @@ QStringList unstated(const char* name, const QStringList& figures) {
     for (const QString& figure : figures)
         if (!page(name).contains(figure)) lacking << figure;
     return lacking;
+}
+
+// A lesson states every figure it is given and no decimal figure besides:
+// a figure typed into a lesson without being worked out here fails.
+QStringList lessonFiguresAmiss(const char* name, const QStringList& figures) {
+    QFile file(QStringLiteral(":/lessons/") + QLatin1String(name));
+    if (!file.open(QIODevice::ReadOnly)) return {QStringLiteral("no lesson")};
+    const QString text = QString::fromUtf8(file.readAll());
+    QStringList amiss;
+    for (const QString& figure : figures)
+        if (!text.contains(figure)) amiss << QStringLiteral("unstated ") + figure;
+    static const QRegularExpression decimal(QStringLiteral(R"(\d+\.\d+)"));
+    for (auto it = decimal.globalMatch(text); it.hasNext();)
+        if (const QString stated = it.next().captured(); !figures.contains(stated)) amiss << stated;
+    amiss.removeDuplicates();
+    return amiss;
 }
 
 #define STATES(pageName, ...) QCOMPARE(unstated(pageName, {__VA_ARGS__}), QStringList())
@@ -78,6 +95,56 @@ private slots:
         STATES("list_of_data.md", deg(std::stod(*history::expectedRows(1.5)[2].refraction), "0.00"));  // at 30°
     }
 
+    // The lessons on the bench: the angles LIST OF DATA shows, the means,
+    // the critical angle, and the readings to half a degree analysed.
+    void benchLessons() {
+        Block left, right;
+        left.direction = 1;
+        right.direction = 2;
+        BenchSeries into, outOf;
+        into.recordSweep(left, runIncidenceSeries(left, 0.0));
+        outOf.recordSweep(right, runIncidenceSeries(right, 0.0));
+        QStringList angles, halfDegrees, leaving;
+        std::vector<double> incidence, readings;
+        for (const SeriesReading& r : into.readings())
+            if (r.incidenceDegrees >= 10) {
+                angles << fmt(*r.refractionDegrees, "0.00");
+                incidence.push_back(r.incidenceDegrees);
+                readings.push_back(std::round(*r.refractionDegrees * 2) / 2);
+                halfDegrees << fmt(readings.back(), "0.0");
+            }
+        for (const SeriesReading& r : outOf.readings())
+            if (r.refractionDegrees && r.incidenceDegrees >= 10) leaving << fmt(*r.refractionDegrees, "0.00");
+        QCOMPARE(outOf.readings().back().reading, RayReading::TotalReflection);  // at 80°
+        const QString mean = fmt(runIncidenceSeries(left, 0.0).meanIndex.value_or(0), "0.0000");
+        const QString critical = fmt(runCriticalAngle(right, 0.0)->angleDegrees, "0.00");
+        QCOMPARE(lessonFiguresAmiss("snell_bench.md", angles + QStringList{mean, critical, fmt(left.index, "0.0")}),
+                 QStringList());
+        QCOMPARE(lessonFiguresAmiss(
+                     "critical_angle.md",
+                     leaving + QStringList{critical, fmt(left.index, "0.0"),
+                                           fmt(runIncidenceSeries(right, 0.0).meanIndex.value_or(0), "0.0000"),
+                                           fmt(*criticalAngleDegrees(2.0), "0.00"), fmt(2.0, "0.0")}),
+                 QStringList());
+        // As LIST OF DATA hands the sweep over: incidence to 0.1°, refraction to 0.01°.
+        std::vector<double> handedI, handedR;
+        for (const MeasuredPair& p : into.measuredPairs()) {
+            handedI.push_back(fmt(p.incidenceDegrees, "0.0").toDouble());
+            handedR.push_back(fmt(p.refractionDegrees, "0.00").toDouble());
+        }
+        const auto handed = history::fitSines(history::pairsFromLists(handedI, handedR), false);
+        const auto fit = history::fitSines(history::pairsFromLists(incidence, readings), false);
+        QVERIFY(fit.index && fit.statistics.indexError);
+        QCOMPARE(
+            lessonFiguresAmiss(
+                "measuring_index.md",
+                halfDegrees + QStringList{fmt(*handed.index, "0.0000"), fmt(*handed.statistics.indexError, "0.0000"),
+                                          fmt(*handed.statistics.rSquared, "0.0000"), fmt(left.index, "0.0"),
+                                          fmt(*fit.index, "0.0000"), fmt(*fit.statistics.indexError, "0.0000"),
+                                          fmt(fit.statistics.rSquared.value_or(0), "0.0000")}),
+            QStringList());
+    }
+
     void meanError() {
         Block block;
         block.direction = 1;
@@ -101,6 +168,22 @@ private slots:
                fmt(witelo, "0.000"), fmt(1.0 / witelo, "0.000"));
         STATES("sine_graph.md", fmt(tableIndex(TableId::Ptolemy), "0.000"), fmt(tableIndex(TableId::Newt), "0.000"));
         STATES("angle_graph.md", "k = " + fmt(keplerRatio(TableId::ptolemy2), "0.00"));
+
+        // Ptolemy's glass table with its differences, the laws laid over it,
+        // and his water table against the proportional law and Snell's.
+        const auto& glass = history::historicalTable(TableId::Ptolemy);
+        QStringList ptolemy{fmt(tableIndex(TableId::Ptolemy), "0.000"), fmt(keplerRatio(TableId::Ptolemy), "0.00")};
+        for (std::size_t k = 0; k < glass.refraction.size(); ++k) {
+            ptolemy << QString::fromStdString(history::shortestDecimal(glass.refraction[k]));
+            if (k > 0)
+                ptolemy << QString::fromStdString(
+                    history::shortestDecimal(glass.refraction[k] - glass.refraction[k - 1]));
+        }
+        const auto& water = ptolemy_fit::waterSet();
+        ptolemy << fmt(ptolemy_fit::proportionalRatio(water), "0.00")
+                << fmt(ptolemy_fit::snellRefraction(water).back().value_or(0), "0.0");
+        ptolemy.removeDuplicates();
+        QCOMPARE(lessonFiguresAmiss("ptolemy_to_snell.md", ptolemy), QStringList());
     }
 
     void instruments() {
@@ -167,6 +250,16 @@ private slots:
                    ((x - a.x) / std::hypot(x - a.x, boundary - a.y));
         };
         STATES("corpuscles.md", fmt(sinRatioAt(search.bestX), "0.000"));
+        QCOMPARE(
+            lessonFiguresAmiss(
+                "why_light_bends.md",
+                {fmt(1.5, "0.00"), fmt(degrees(at40.refraction), "0.00"), fmt(s.reflected, "0.00"),
+                 fmt(s.refracted, "0.00"), fmt(100 * e.reflectedS, "0.00"), fmt(100 * e.transmittedS, "0.00"),
+                 fmt(100 * e.reflectedP, "0.00"), fmt(*brewsterAngleDegrees(1.5), "0.00"),
+                 fmt(*kymatiko::criticalAngleDegrees(0.5), "0.00"), fmt(speedsFor(SpeedLaw::Fermat, 1.5).upper, "0.00"),
+                 fmt(speedsFor(SpeedLaw::Fermat, 1.5).lower, "0.00"),
+                 fmt(speedsFor(SpeedLaw::Descartes, 1.5).lower, "0.00")}),
+            QStringList());
         // Within one step of the search the sines obey n = 1.5.
         const double step = (c.x - a.x) / LeastTimeSearch::kCandidates;
         QVERIFY(std::min(sinRatioAt(search.bestX - step), sinRatioAt(search.bestX + step)) <= 1.5);

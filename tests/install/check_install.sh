@@ -27,6 +27,7 @@ for f in bin/refraction \
          share/doc/refraction/README.md \
          share/doc/refraction/model.md \
          share/doc/refraction/help/bench.md \
+         share/doc/refraction/lessons/index.md \
          share/doc/refraction/screenshots/bench.png; do
   [ -s "$prefix/usr/$f" ] || { echo "missing after install: $f"; exit 1; }
 done
@@ -55,6 +56,12 @@ if grep -rq 'localhost' "$doc/copyright" "$metainfo"; then fail "a maintainer ad
 # The guide's pictures are all there.
 for picture in $(grep -o 'screenshots/[a-z_]*\.png' "$doc/README.md"); do
   [ -s "$doc/$picture" ] || fail "the guide shows a missing $picture"
+done
+# The pages link each other as they do in the help window.
+for page in "$doc"/*.md "$doc"/help/*.md "$doc"/lessons/*.md; do
+  for link in $(grep -o '](\.*/*[a-z_/]*\.md)' "$page" | sed 's/^](//; s/)$//'); do
+    [ -s "$(dirname "$page")/$link" ] || fail "$(basename "$page") links to missing $link"
+  done
 done
 # The installed pictures are the guide's, window for window as large as the
 # ones in the source tree (not cut to a small rendering screen).
