@@ -1,11 +1,14 @@
+#include <QFile>
 #include <QLineEdit>
 #include <QTableWidget>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <cmath>
 
 #include "app/main_menu.h"
 #include "canvas/fonts.h"
+#include "canvas/qt_format.h"
 #include "history/data_state.h"
 #include "history/inpdat_screen.h"
 #include "semicircle/bench_state.h"
@@ -42,41 +45,85 @@ class TestListOfData : public QObject {
 private slots:
     void initTestCase() { installFontSubstitutions(); }
 
-    // The list follows the bench: a sweep, then the typed angles since the
-    // last erase, then nothing after an erase. Back and the main menu hide it.
-    void listsTheBenchsLastSeries() {
+    // Every ray the bench traces into the block is a row, whatever made it,
+    // until the list is cleared; erase and the bench's other redraws leave
+    // it. Back and the main menu hide it.
+    void listsEveryRayOfTheBench() {
         ScreenTestScope scope;
         Hmiky& bench = openBench();
         bench.moredens_Click();  // flat face towards the light
         bench.Command4_Click();
         ListOfData& list = openList(bench);
-        QVERIFY(list.isVisible() && label(list).startsWith("RAYS FOR incidence"));
+        QVERIFY(list.isVisible() && label(list).startsWith("9 rays, 9 measured"));
         QCOMPARE(column(list, ListOfData::IncidenceColumn),
                  (QStringList{"0.6", "10.0", "20.0", "30.0", "40.0", "50.0", "60.0", "70.0", "80.0"}));
-        QCOMPARE(column(list, ListOfData::RefractionColumn)[3], QStringLiteral("19.47"));
+        QVERIFY(column(list, ListOfData::RefractionColumn)[3] == "19.47" &&
+                column(list, ListOfData::IndexColumn)[3] == "1.5000");
         // The expected angles only when asked for; a centred block agrees.
         QVERIFY(table(list).isColumnHidden(ListOfData::ExpectedColumn));
         list.Command1_Click();
         QVERIFY(!table(list).isColumnHidden(ListOfData::ExpectedColumn));
         QCOMPARE(column(list, ListOfData::ExpectedColumn), column(list, ListOfData::RefractionColumn));
 
-        // Typed angles replace the sweep in the open list, one by one.
+        // Typed angles, a ray aimed with the mouse, the random and the
+        // comparison experiments each add their rows, and say how they were made.
         bench.findChild<QScrollBar*>("Indexn")->setValue(20);
         scope.dialogs().answers = {"30", "-45"};
         bench.Command1_Click();
         bench.Command1_Click();
-        QCOMPARE(column(list, ListOfData::IncidenceColumn), (QStringList{"30.0", "45.0"}));
-        QCOMPARE(column(list, ListOfData::RefractionColumn), (QStringList{"14.48", "20.70"}));
-        QVERIFY(label(list).startsWith("GIVEN INCIDENCE ANGLES") &&
-                list.findChild<QLabel*>("Label2")->text().startsWith("n = 2.00"));
+        QCOMPARE(column(list, ListOfData::RefractionColumn).mid(9), (QStringList{"14.48", "20.70"}));
+        bench.Command2_Click();  // erase: the drawing goes, the rows stay
+        bench.Form_MouseDown(120, 90);
+        bench.Form_MouseUp(120, 90);
+        bench.allrandom_Click();
+        bench.sygr_Click();
+        const QStringList made = column(list, ListOfData::SourceColumn);
+        QVERIFY(made.size() == 9 + 2 + 1 + 9 + 9 && made[10].startsWith("typed") && made[11].startsWith("mouse") &&
+                made[12] == "ALL RANDOM" && made.last() == "COMPARISONS");
+        QCOMPARE(column(list, ListOfData::IncidenceColumn)[11], QStringLiteral("36.9"));  // atan(90/120)
+        // A ray that passes the block by is listed as such.
+        bench.findChild<QScrollBar*>("hvalue")->setValue(-250);
+        bench.findChild<QScrollBar*>("HScroll1")->setValue(10);
+        scope.dialogs().answers = {"10"};
+        bench.Command1_Click();
+        QVERIFY(column(list, ListOfData::RefractionColumn).last().startsWith("misses the block") &&
+                column(list, ListOfData::IndexColumn).last() == "-");
 
-        bench.Command2_Click();  // erase
+        list.clear_Click();
         QVERIFY(table(list).rowCount() == 0 && label(list).startsWith("No measurements yet"));
         bench.Command3_Click();
         QVERIFY(!list.isVisible() && form<Diathlasimeleti>().isVisible());
         openList(openBench());
         form<Diathlasimeleti>().Command2_Click();  // to the data screen
         QVERIFY(!list.isVisible());
+    }
+
+    // The list's CSV is the data screen's own table: opened there and
+    // analysed it gives the index the list shows. Nothing to save is told.
+    void savesTheDataScreensTable() {
+        ScreenTestScope scope;
+        Hmiky& bench = openBench();
+        ListOfData& list = openList(bench);
+        list.clear_Click();
+        QTemporaryDir dir;
+        const QString path = dir.filePath("bench.csv");
+        QVERIFY(!list.saveCsvFile(path) && !QFile::exists(path) && scope.dialogs().messages.size() == 1);
+        bench.Raref_Click();  // glass into air: the rays beyond the critical angle are left out
+        bench.findChild<QScrollBar*>("xcoor")->setValue(15);  // off-centre: the pairs scatter
+        bench.Command4_Click();
+        bench.moredens_Click();
+        bench.allrandom_Click();
+        bench.Command4_Click();
+        const std::optional<double> listed = list.fittedIndex();
+        QVERIFY(listed && list.saveCsvFile(path));
+        QVERIFY(list.findChild<QLabel*>("Label2")->text().contains(fmt(*listed, "0.0000")));
+        Inpdat& data = form<Inpdat>();
+        QVERIFY(data.openTableFile(path));
+        data.Command1_Click();
+        QVERIFY(std::fabs(sharedState<DataState>().dataIndex() - *listed) < 1e-4);
+        // More pairs than the table's rows: the first fourteen, and the pupil is told.
+        QCOMPARE(scope.dialogs().messages.size(), 2);
+        QVERIFY(scope.dialogs().messages.last().contains("14 measured pairs were saved"));
     }
 
     // The transfer makes the bench's pairs the pupil's typed data, and the
@@ -110,6 +157,7 @@ private slots:
         QVERIFY(scope.dialogs().messages.last().contains("14") && scope.dialogs().messages.last().contains("2 were"));
 
         bench.Raref_Click();  // curved face first: glass into air at the flat face
+        list.clear_Click();
         bench.Command4_Click();
         const double benchIndex = sharedState<BenchState>().measuredIndex();
         QCOMPARE(column(list, ListOfData::RefractionColumn).count("total reflection  ολική ανάκλαση"), 4);
