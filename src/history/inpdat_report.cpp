@@ -51,11 +51,12 @@ bool Inpdat::writeLabReport(const QString& path) {
     report.indexFormat = QString::fromLatin1(lastAnalysis_->indexFormat);
     report.laws = lastAnalysis_->laws;
     if (const auto& check = sharedState<BenchState>().lastMysteryCheck())
-        report.mysteryResult =
-            QStringLiteral(
-                "Mystery block  Άγνωστο υλικό:  n found  βρέθηκε %1, true  πραγματικός %2, "
-                "difference  διαφορά %3 %")
-                .arg(fmt(check->found, "0.000"), fmt(check->actual, "0.00"), fmt(check->differencePercent, "0.0"));
+        report.mysteryResult = QStringLiteral(
+                                   "Mystery block  Άγνωστο υλικό:  n found  βρέθηκε %1, true  πραγματικός %2, "
+                                   "difference  διαφορά %3 %")
+                                   .arg(fmt(check->found, "0.000"), fmt(check->actual, "0.00"),
+                                        (check->differencePercent > 0 ? QStringLiteral("+") : QString()) +
+                                            fmt(check->differencePercent, "0.0"));
     report.angleGraph = &angles;
     report.angleGraphTitle = form<Incref>().title();
     report.sineGraph = &sines;

@@ -1,5 +1,7 @@
 #include <QFile>
 #include <QLineEdit>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -124,6 +126,67 @@ private slots:
         // More pairs than the table's rows: the first fourteen, and the pupil is told.
         QCOMPARE(scope.dialogs().messages.size(), 2);
         QVERIFY(scope.dialogs().messages.last().contains("14 measured pairs were saved"));
+    }
+
+    // The mystery block hides its index everywhere the bench or the list
+    // would show it, while the angles still work; CHECK MY n tells the true
+    // index and the difference, the lab report states it, and leaving the
+    // mystery block brings back the index that was set.
+    void mysteryBlock() {
+        ScreenTestScope scope;
+        Hmiky& bench = openBench();
+        bench.moredens_Click();
+        bench.findChild<QScrollBar*>("Indexn")->setValue(17);
+        ListOfData& list = openList(bench);
+        bench.findChild<QAction*>("mystery")->trigger();
+        const double hidden = sharedState<BenchState>().block().index;
+        QVERIFY(hidden >= 1.3 && hidden <= 2.0 && std::fabs(hidden * 100 - std::round(hidden * 100)) < 1e-9);
+        QVERIFY(!bench.findChild<QScrollBar*>("Indexn")->isEnabled());
+        bench.Command4_Click();
+        list.Command1_Click();  // the expected angles would tell it too
+        scope.dialogs().answers = {"30"};
+        bench.Command1_Click();
+        QStringList shown = bench.drawing().printedTexts();
+        shown << bench.drawing().description() << bench.findChild<QLabel*>("Indexnt")->text()
+              << bench.findChild<QScrollBar*>("Indexn")->accessibleDescription() << label(list)
+              << list.findChild<QLabel*>("Label2")->text() << column(list, ListOfData::IndexColumn)
+              << column(list, ListOfData::ExpectedColumn);
+        const QString all = shown.join('\n');
+        for (double n : {hidden, 1.0 / hidden, *sharedState<BenchState>().series().readings()[3].pairIndex()})
+            for (const char* format : {"0.00", "0.000", "0.0000"}) {
+                const QRegularExpression digits("(?<![0-9.])" + QRegularExpression::escape(fmt(n, format)) +
+                                                "(?![0-9])");
+                QVERIFY2(!all.contains(digits), qPrintable(fmt(n, format)));
+            }
+        QVERIFY(all.contains("n = ?") && shown.contains("i = 30.0°") &&
+                table(list).isColumnHidden(ListOfData::ExpectedColumn));
+        bench.fylaxe_Click();  // the file would hold the index
+        QVERIFY(scope.dialogs().messages.last().contains("mystery"));
+
+        scope.dialogs().answers = {"abc", QString::number(hidden * 1.02, 'f', 6)};
+        bench.checkN_Click();
+        bench.checkN_Click();
+        QVERIFY(bilingual(scope.dialogs().messages[scope.dialogs().messages.size() - 2]));
+        QCOMPARE(scope.dialogs().messages.last().section('\n', 0, 0), "The true index is " + fmt(hidden, "0.00") +
+                                                                          ". Yours, " + fmt(hidden * 1.02, "0.000") +
+                                                                          ", differs from it by +2.0 %.");
+
+        if (!QStandardPaths::findExecutable("pdftotext").isEmpty()) {
+            list.Command2_Click();
+            Inpdat& data = form<Inpdat>();
+            data.Command1_Click();
+            QTemporaryDir dir;
+            QVERIFY(data.writeLabReport(dir.filePath("report.pdf")));
+            QProcess text;
+            text.start("pdftotext", {dir.filePath("report.pdf"), "-"});
+            QVERIFY(text.waitForFinished(20000));
+            QVERIFY(QString::fromUtf8(text.readAllStandardOutput())
+                        .simplified()
+                        .contains("true πραγματικός " + fmt(hidden, "0.00") + ", difference διαφορά +2.0 %"));
+        }
+        bench.findChild<QAction*>("mystery")->trigger();
+        QVERIFY(sharedState<BenchState>().block().index == 1.7 && bench.findChild<QScrollBar*>("Indexn")->isEnabled());
+        QCOMPARE(bench.findChild<QLabel*>("Indexnt")->text(), QStringLiteral("Δείκτης  n = 1.70"));
     }
 
     // The transfer makes the bench's pairs the pupil's typed data, and the
