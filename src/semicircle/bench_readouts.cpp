@@ -58,13 +58,14 @@ private:
 std::optional<QRectF> freePlace(QSizeF size, QPointF anchor, QSizeF area, const std::vector<QRectF>& taken,
                                 const std::vector<QLineF>* rays) {
     constexpr double kRings[] = {8, 18, 30, 45, 65, 90, 120, 155, 195, 240, 300, 370, 450};
-    constexpr int kDirections = 16;
     const QRectF canvasArea(QPointF(0, 0), area);
     for (double ring : kRings) {
-        for (int k = 0; k < kDirections; ++k) {
+        // Candidates a dozen pixels apart round the ring.
+        const int directions = std::max(16, static_cast<int>(2.0 * physics::kPi * ring / 12.0));
+        for (int k = 0; k < directions; ++k) {
             // Start below-left of the point and go round: rays come from the
             // upper right, so the free side is tried first.
-            const double a = (k * 2.0 + 5.0) * physics::kPi / kDirections;
+            const double a = (5.0 / 16.0 + static_cast<double>(k) / directions) * 2.0 * physics::kPi;
             const double cx = anchor.x() + std::cos(a) * (ring + size.width() / 2.0);
             const double cy = anchor.y() + std::sin(a) * (ring + size.height() / 2.0);
             const QRectF box(cx - size.width() / 2.0, cy - size.height() / 2.0, size.width(), size.height());

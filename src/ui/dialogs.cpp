@@ -48,7 +48,11 @@ void WidgetDialogs::message(const QString& text, const QString& title) {
     // shown, so the room is reserved in its own layout, with space for the
     // frame's buttons.
     if (auto* grid = qobject_cast<QGridLayout*>(box.layout())) {
-        const int titleWidth = box.fontMetrics().horizontalAdvance(box.windowTitle()) + 140;
+        // The desktop adds the program's name to the title, in a bold face.
+        QFont bold = box.font();
+        bold.setBold(true);
+        const QString shown = box.windowTitle() + QStringLiteral(" — ") + QApplication::applicationDisplayName();
+        const int titleWidth = QFontMetrics(bold).horizontalAdvance(shown) + 140;
         grid->addItem(new QSpacerItem(titleWidth, 0, QSizePolicy::Minimum, QSizePolicy::Fixed), grid->rowCount(), 0,
                       1, grid->columnCount());
     }
