@@ -1,7 +1,7 @@
 #include "semicircle/list_of_data_screen.h"
 
 #include <QFile>
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QHeaderView>
 #include <QVBoxLayout>
 
@@ -101,8 +101,13 @@ ListOfData::ListOfData() {
     createTable();
     createButtons();
 
-    auto* buttons = new QHBoxLayout;
-    for (CaptionButton* b : {Command1, Command2, saveCsv, clear, Command3}) buttons->addWidget(b);
+    // Two rows of buttons keep the list narrow enough for a small screen.
+    auto* buttons = new QGridLayout;
+    int place = 0;
+    for (CaptionButton* b : {Command1, Command2, Command3, saveCsv, clear}) {
+        buttons->addWidget(b, place / 3, place % 3);
+        ++place;
+    }
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(Label1);
     layout->addWidget(Label2);
