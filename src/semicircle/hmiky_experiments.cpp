@@ -167,7 +167,8 @@ void Hmiky::sygr_Click() {
         keepMeasurement(trace);
         listRay(block, incidence, trace, RaySource::Comparison);
         traces.push_back(trace);
-        const std::optional<double> expected = snellRefraction(block, incidence);
+        // Snell's angles would give a mystery block's index away.
+        const std::optional<double> expected = s.mysteryOn() ? std::nullopt : snellRefraction(block, incidence);
         if (std::optional<Segment> ray = expectedRay(trace, expected, s.rayHeight())) expectedRays.push_back(*ray);
 
         QString measured = QStringLiteral("-");
@@ -175,7 +176,9 @@ void Hmiky::sygr_Click() {
             measured = QStringLiteral("tot.ref");
         else if (trace.exitRayAngle)
             measured = fmt(radiansToDegrees(*trace.exitRayAngle), "0.00");
-        const QString snell = expected ? fmt(*expected, "0.00") : QStringLiteral("tot.ref");
+        const QString snell = s.mysteryOn() ? QStringLiteral("?")
+                              : expected    ? fmt(*expected, "0.00")
+                                            : QStringLiteral("tot.ref");
         const QString index = trace.measuredIndex ? indexText(*trace.measuredIndex, "0.000") : QStringLiteral("-");
         table.append(rowText(fmt(incidence, "0.0"), measured, snell, index));
     }

@@ -84,6 +84,19 @@ QString blockText(const std::vector<SeriesReading>& readings) {
     return n + QStringLiteral(", light from air into glass  φως από αέρα σε γυαλί");
 }
 
+// The data screen's table holds fewer rows than the list had pairs.
+void tellLeftOut(std::size_t kept, std::size_t all, bool saved) {
+    if (all <= kept) return;
+    const QString english = saved ? QStringLiteral("saved") : QStringLiteral("transferred");
+    const QString greek = saved ? QStringLiteral("αποθηκεύτηκαν") : QStringLiteral("μεταφέρθηκαν");
+    messageBox(QStringLiteral("The data table has %1 rows: the first %1 measured pairs were %3, %2 were left out.\n"
+                              "Ο πίνακας έχει %1 γραμμές: %4 τα πρώτα %1 ζεύγη, %2 έμειναν έξω.")
+                   .arg(kept)
+                   .arg(all - kept)
+                   .arg(english, greek),
+               kTitle);
+}
+
 }  // namespace
 
 ListOfData::ListOfData() {
@@ -218,13 +231,7 @@ void ListOfData::Command2_Click() {
     }
 
     const std::size_t count = benchRoutes().transferPairs(pairs);
-    if (pairs.size() > count)
-        messageBox(QStringLiteral("The data table has %1 rows: the first %1 measured pairs were transferred, "
-                                  "%2 were left out.\n"
-                                  "Ο πίνακας έχει %1 γραμμές: μεταφέρθηκαν τα πρώτα %1 ζεύγη, %2 έμειναν έξω.")
-                       .arg(count)
-                       .arg(pairs.size() - count),
-                   kTitle);
+    tellLeftOut(count, pairs.size(), false);
 }
 
 void ListOfData::Command3_Click() {
@@ -257,12 +264,6 @@ bool ListOfData::saveCsvFile(const QString& path) {
                    kTitle);
         return false;
     }
-    if (pairs.size() > kDataScreenRows)
-        messageBox(QStringLiteral("The data screen's table has %1 rows: the first %1 measured pairs were saved, "
-                                  "%2 were left out.\n"
-                                  "Ο πίνακας έχει %1 γραμμές: αποθηκεύτηκαν τα πρώτα %1 ζεύγη, %2 έμειναν έξω.")
-                       .arg(kDataScreenRows)
-                       .arg(pairs.size() - kDataScreenRows),
-                   kTitle);
+    tellLeftOut(std::min(pairs.size(), kDataScreenRows), pairs.size(), true);
     return true;
 }

@@ -144,9 +144,11 @@ private slots:
         QVERIFY(!bench.findChild<QScrollBar*>("Indexn")->isEnabled());
         bench.Command4_Click();
         list.Command1_Click();  // the expected angles would tell it too
+        bench.sygr_Click();     // and so would Snell's angles in the comparison
+        QStringList shown = bench.drawing().printedTexts();
         scope.dialogs().answers = {"30"};
         bench.Command1_Click();
-        QStringList shown = bench.drawing().printedTexts();
+        shown << bench.drawing().printedTexts();
         shown << bench.drawing().description() << bench.findChild<QLabel*>("Indexnt")->text()
               << bench.findChild<QScrollBar*>("Indexn")->accessibleDescription() << label(list)
               << list.findChild<QLabel*>("Label2")->text() << column(list, ListOfData::IndexColumn)
