@@ -99,20 +99,16 @@ std::vector<Readout> readoutsOf(const RayTrace& trace) {
         const bool firstFlat = hit.flatFace && !flatShown;
         if (!firstFlat && !hit.totalReflection) continue;
         flatShown = flatShown || hit.flatFace;
-        readouts.push_back({hit.at, readoutLines(hit), hit.totalReflection});
+        readouts.push_back({hit.at, readoutLines(hit), hit.flatFace});
     }
     return readouts;
 }
 
 QString readoutSentence(const RayTrace& trace) {
     QStringList parts;
-    for (const Readout& r : readoutsOf(trace)) {
-        const auto at = std::find_if(trace.hits.begin(), trace.hits.end(),
-                                     [&r](const FaceHit& h) { return h.at.x == r.anchor.x && h.at.y == r.anchor.y; });
-        const bool flat = at != trace.hits.end() && at->flatFace;
-        parts << (flat ? QStringLiteral("at the flat face ") : QStringLiteral("at the curved face ")) +
+    for (const Readout& r : readoutsOf(trace))
+        parts << (r.flatFace ? QStringLiteral("at the flat face ") : QStringLiteral("at the curved face ")) +
                      r.lines.join(QLatin1String(", "));
-    }
     return parts.join(QLatin1String("; "));
 }
 
@@ -129,23 +125,22 @@ void drawNormals(Canvas& canvas, const RayTrace& trace) {
 }
 
 void drawArrowhead(Canvas& canvas, const RaySegment& s, const QColor& colour) {
-    {
-        const double dx = s.segment.to.x - s.segment.from.x;
-        const double dy = s.segment.to.y - s.segment.from.y;
-        const double length = std::hypot(dx, dy);
-        if (!(length > 3.0 * kArrowBarb)) return;
-        // Pieces that run off the bench carry their arrow near their start,
-        // where it is seen.
-        const bool runsOff = s.kind == SegmentKind::Emerging || s.kind == SegmentKind::Reflected;
-        const double along = runsOff ? std::min(length / 2.0, 60.0) : length / 2.0;
-        const double ux = dx / length, uy = dy / length;
-        const double tipX = s.segment.from.x + ux * (along + kArrowBarb / 2.0);
-        const double tipY = s.segment.from.y + uy * (along + kArrowBarb / 2.0);
-        for (double side : {-1.0, 1.0}) {
-            const double c = std::cos(side * kArrowSpread), sn = std::sin(side * kArrowSpread);
-            const double bx = -(ux * c - uy * sn), by = -(ux * sn + uy * c);
-            canvas.line(tipX, tipY, tipX + kArrowBarb * bx, tipY + kArrowBarb * by, colour);
-        }
+    const double dx = s.segment.to.x - s.segment.from.x;
+    const double dy = s.segment.to.y - s.segment.from.y;
+    const double length = std::hypot(dx, dy);
+    if (!(length > 3.0 * kArrowBarb)) return;
+    // Pieces that run off the bench carry their arrow near their start,
+    // where it is seen.
+    const bool runsOff = s.kind == SegmentKind::Emerging || s.kind == SegmentKind::Reflected;
+    const double along = runsOff ? std::min(length / 2.0, 60.0) : length / 2.0;
+    const double ux = dx / length, uy = dy / length;
+    const double tipX = s.segment.from.x + ux * (along + kArrowBarb / 2.0);
+    const double tipY = s.segment.from.y + uy * (along + kArrowBarb / 2.0);
+    for (double side : {-1.0, 1.0}) {
+        // Each barb is the ray's direction turned back and to one side.
+        const double c = std::cos(side * kArrowSpread), sn = std::sin(side * kArrowSpread);
+        const double bx = -(ux * c - uy * sn), by = -(ux * sn + uy * c);
+        canvas.line(tipX, tipY, tipX + kArrowBarb * bx, tipY + kArrowBarb * by, colour);
     }
 }
 

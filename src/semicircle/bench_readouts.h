@@ -23,7 +23,7 @@ QStringList readoutLines(const FaceHit& hit);
 struct Readout {
     Point anchor;
     QStringList lines;
-    bool totalReflection = false;
+    bool flatFace = false;
 };
 
 // The readouts of a trace: at its first crossing of the flat face, and at

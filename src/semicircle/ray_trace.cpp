@@ -140,8 +140,12 @@ Bend bend(Vec d, Vec normal, double eta) {
     return {false, (1.0 / length(refracted)) * refracted};
 }
 
-// The angle in degrees between a unit direction and the normal's line.
-double fromNormal(Vec d, Vec normal) { return std::acos(std::min(1.0, std::fabs(dot(d, normal)))) * 180.0 / kPi; }
+// The angle in degrees between a direction and the normal's line; through
+// the arctangent, which stays exact near the normal where the arccosine
+// loses half the digits.
+double fromNormal(Vec d, Vec normal) {
+    return std::atan2(std::fabs(d.x * normal.y - d.y * normal.x), std::fabs(dot(d, normal))) * 180.0 / kPi;
+}
 
 FaceHit faceHit(const BlockFrame& frame, Point at, const Crossing& crossing, Vec d, const Bend& turn, bool inside) {
     FaceHit h;
