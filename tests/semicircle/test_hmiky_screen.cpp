@@ -1,6 +1,7 @@
 #include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QWheelEvent>
 #include <QtTest>
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 
 #include "analysis/errors_screen.h"
 #include "app/main_menu.h"
+#include "canvas/figure_export.h"
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
 #include "semicircle/bench_state.h"
@@ -216,7 +218,8 @@ private slots:
         setBars(bench, {{"xcoor", 0}, {"hvalue", 0}, {"angle", 0}});
         scope.dialogs().answers = {"30"};
         bench.Command1_Click();
-        QCOMPARE(readouts(), (QStringList{"i = 30.0°", "r = 19.5°"}));  // sin r = sin 30° / 1.5
+        QCOMPARE(readouts(), (QStringList{"i = 30.0°", "r = 19.5°"}));                 // sin r = sin 30° / 1.5
+        QVERIFY(QString::fromUtf8(figureSvg(canvas, "bench")).contains("r = 19.5°"));  // the figure as a file
 
         // Nine rays at once, at 1366×768 and in the smallest window.
         for (QSize size : {QSize(1300, 640), QSize(300, 300)}) {
@@ -294,6 +297,11 @@ private slots:
         QTest::mouseRelease(&canvas, Qt::LeftButton, {}, rim.toPoint() + QPoint(0, -30));
         QVERIFY(bench.protractorShown()->zeroDegrees > moved.zeroDegrees + 1.0 &&
                 bench.protractorShown()->centre.x == moved.centre.x);
+        const double turned = bench.protractorShown()->zeroDegrees;
+        QWheelEvent wheel(QPointF(inside), canvas.mapToGlobal(QPointF(inside)), {}, {0, 240}, Qt::NoButton, {},
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&canvas, &wheel);  // two notches, half a degree each
+        QVERIFY(std::fabs(bench.protractorShown()->zeroDegrees - turned - 1.0) < 1e-9);
         bench.findChild<QAction*>("protractor")->trigger();
         QVERIFY(!bench.protractorShown() && !canvas.printedTexts().contains("80"));
     }
