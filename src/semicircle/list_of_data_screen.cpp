@@ -157,6 +157,8 @@ void ListOfData::createTable() {
     List1->setTabKeyNavigation(false);  // Tab leaves the table for the buttons
     List1->verticalHeader()->setVisible(false);
     List1->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    // "total reflection  ολική ανάκλαση" is read whole.
+    List1->horizontalHeader()->setSectionResizeMode(RefractionColumn, QHeaderView::ResizeToContents);
     List1->setColumnHidden(ExpectedColumn, true);
 }
 
