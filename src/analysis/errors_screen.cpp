@@ -7,13 +7,13 @@
 #include <cmath>
 
 #include "canvas/graph_axes.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "semicircle/bench_state.h"
 #include "ui/forms.h"
 #include "ui/window_keys.h"
 
 namespace {
-const QColor kAxisColour(0, 0, 0);
 constexpr double kTickLabelPoints = 8.0;
 }  // namespace
 
@@ -47,14 +47,14 @@ void Errors::tickmarks() {
     canvas->setFontSize(kTickLabelPoints);
     canvas->setFontBold(false);
     canvas->setDrawWidth(1);
-    canvas->setForeColor(kAxisColour);
+    canvas->setForeColor(palette::graph::axis);
     // The y axis, its numbers every 20 and the blue grid come from the shared
     // routine; a label limit below the x range leaves the x axis to us.
     drawGraphAxes(*canvas, 150, 0, 100, 0, -1.0, std::nullopt, 10, 20);
     // On the x axis the numbers must sit tight under the axis, because
     // "Radius of Semicircle" is written just below them: the ticks point up
     // into the graph instead.
-    for (int x = 10; x <= 150; x += 10) canvas->line(x, 0, x, x % 20 == 0 ? 2.0 : 1.2, kAxisColour);
+    for (int x = 10; x <= 150; x += 10) canvas->line(x, 0, x, x % 20 == 0 ? 2.0 : 1.2, palette::graph::axis);
     for (int x = 20; x <= 140; x += 20) {  // the origin has its "0" on the y axis
         const QString label = QString::number(x);
         canvas->setCurrentX(x - canvas->textWidth(label) / 2.0);
@@ -94,8 +94,8 @@ void Errors::drawMeanError() {
 
 void Errors::paintGraph() {
     canvas->cls();
-    canvas->setForeColor(kAxisColour);
-    canvas->setFontName(QStringLiteral("Arial Greek"));
+    canvas->setForeColor(palette::graph::axis);
+    canvas->setFontRole(FontRole::Caption);
     canvas->scale(-14, 104, 156, -9);
     tickmarks();
     canvas->setDrawWidth(1);

@@ -12,7 +12,7 @@
 namespace {
 void prepareCanvas(Canvas& canvas) {
     // Tahoma with the Greek character set, as start-up prepares it.
-    canvas.setFontName(QStringLiteral("TAHOMA"));
+    canvas.setFontRole(FontRole::Panel);
     canvas.setFontCharset(161);
 }
 }  // namespace
@@ -47,7 +47,7 @@ Analysis::Analysis() {
     Text1->setReadOnly(true);
     Text1->setAcceptRichText(false);
     Text1->setLineWrapMode(QTextEdit::WidgetWidth);
-    Text1->setFont(programFont(QStringLiteral("tahoma"), 13.0));
+    Text1->setFont(roleFont(FontRole::Panel, 13.0));
     Text1->setAccessibleName(QStringLiteral("Notes and explanations  Σημειώσεις και εξηγήσεις"));
     Text1->hide();
 
@@ -76,7 +76,7 @@ void Analysis::graphScale() {
 }
 
 void Analysis::showText(const QString& text, double pointSize) {
-    Text1->setFont(programFont(QStringLiteral("tahoma"), pointSize));
+    Text1->setFont(roleFont(FontRole::Panel, pointSize));
     Text1->setPlainText(text);
     Text1->moveCursor(QTextCursor::Start);
     Text1->show();

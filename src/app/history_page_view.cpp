@@ -13,10 +13,9 @@
 
 #include "app/history_pages.h"
 #include "canvas/fonts.h"
+#include "canvas/palette.h"
 
 namespace {
-
-const QString kBodyFace = QStringLiteral("Times New Roman Greek");
 
 QString fromUtf8(const std::string& text) { return QString::fromUtf8(text.data(), qsizetype(text.size())); }
 
@@ -37,15 +36,16 @@ QLabel* makeDifferenceTable(const QFont& font) {
     const auto& headings = history::differenceTableHeadings();
 
     QString html = QStringLiteral(
-        "<table border=\"1\" cellspacing=\"0\" cellpadding=\"6\" style=\"border-collapse: collapse; "
-        "border-color: #555555;\"><tr>");
+                       "<table border=\"1\" cellspacing=\"0\" cellpadding=\"6\" style=\"border-collapse: collapse; "
+                       "border-color: %1;\"><tr>")
+                       .arg(palette::pages::tableBorder.name());
     QStringList spoken;
     QStringList spokenHeadings;
     for (const auto& heading : headings) {
         const QString top = fromUtf8(heading.top);
         const QString bottom = fromUtf8(heading.bottom);
-        html += QStringLiteral("<th align=\"center\" style=\"background-color: #e8eef6;\">%1<br>%2</th>")
-                    .arg(top.toHtmlEscaped(), bottom.toHtmlEscaped());
+        html += QStringLiteral("<th align=\"center\" style=\"background-color: %1;\">%2<br>%3</th>")
+                    .arg(palette::pages::tableHead.name(), top.toHtmlEscaped(), bottom.toHtmlEscaped());
         spokenHeadings << top + QLatin1Char(' ') + bottom;
     }
     html += QStringLiteral("</tr>");
@@ -115,7 +115,7 @@ void HistoryPageView::createSheet() {
     sheet_->setAutoFillBackground(true);
     QPalette pal = sheet_->palette();
     pal.setColor(QPalette::Window, Qt::white);
-    pal.setColor(QPalette::WindowText, QColor(20, 20, 20));
+    pal.setColor(QPalette::WindowText, palette::pages::text);
     sheet_->setPalette(pal);
     setPalette(pal);
 }
@@ -133,10 +133,10 @@ void HistoryPageView::createColumns() {
 }
 
 void HistoryPageView::addBlocks(const history::HistoryPage& page) {
-    bodyFont_ = programFont(kBodyFace, kBodyPoints);
-    const QFont titleFont = programFont(kBodyFace, 20.0, true);
-    const QFont sectionFont = programFont(kBodyFace, 15.0, true);
-    QFont formulaFont = programFont(kBodyFace, 15.0);
+    bodyFont_ = roleFont(FontRole::Reading, kBodyPoints);
+    const QFont titleFont = roleFont(FontRole::Reading, 20.0, true);
+    const QFont sectionFont = roleFont(FontRole::Reading, 15.0, true);
+    QFont formulaFont = roleFont(FontRole::Reading, 15.0);
     formulaFont.setItalic(true);
 
     QVBoxLayout* current = nullptr;

@@ -32,7 +32,7 @@ QAction* addMenuCommand(QMenuBar* bar, const QString& caption, const QKeySequenc
 Storiopt::Storiopt() {
     setObjectName(QStringLiteral("storiopt"));
     setWindowTitle(QStringLiteral("Σύντομη Ιστορία"));
-    setFont(programFont(QStringLiteral("Tahoma"), 10.0));
+    setFont(roleFont(FontRole::Panel, 10.0));
     createMenu();
     createPages();
     resize(1024, 720);

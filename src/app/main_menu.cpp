@@ -13,6 +13,7 @@
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "core/physics.h"
 #include "history/data_screen_opener.h"
@@ -24,10 +25,10 @@
 #include "ui/window_placement.h"
 
 namespace {
-CaptionButton* makeButton(QWidget* parent, const QString& caption, const QString& fontName, const QString& name) {
+CaptionButton* makeButton(QWidget* parent, const QString& caption, FontRole role, const QString& name) {
     auto* button = new CaptionButton(caption, parent);
     button->setObjectName(name);
-    button->setFont(programFont(fontName, 11.0, true));
+    button->setFont(roleFont(role, 11.0, true));
     return button;
 }
 }  // namespace
@@ -37,7 +38,7 @@ Diathlasimeleti::Diathlasimeleti() {
     setWindowTitle(QStringLiteral("STUDY OF REFRACTION   MELETH DIATHLASIS"));
     setAutoFillBackground(true);
     QPalette pal = palette();
-    pal.setColor(QPalette::Window, QColor(224, 236, 248));
+    pal.setColor(QPalette::Window, palette::menu::window);
     setPalette(pal);
 
     createTitle();
@@ -49,7 +50,7 @@ Diathlasimeleti::Diathlasimeleti() {
 void Diathlasimeleti::createTitle() {
     Label1 = new QLabel(QStringLiteral("STUDY OF THE  LAW OF REFRACTION Ο ΝΟΜΟΣ ΤΗΣ ΔΙΑΘΛΑΣΗΣ"), this);
     Label1->setObjectName(QStringLiteral("Label1"));
-    Label1->setFont(programFont(QStringLiteral("Arial"), 22.0, true));
+    Label1->setFont(roleFont(FontRole::Caption, 22.0, true));
     Label1->setAlignment(Qt::AlignCenter);
     Label1->setWordWrap(true);
     Label1->setAccessibleName(Label1->text());
@@ -57,16 +58,16 @@ void Diathlasimeleti::createTitle() {
 
 void Diathlasimeleti::createButtons() {
     // The design captions; start-up replaces three of them (showStartUpCaptions).
-    Command1 = makeButton(this, QStringLiteral("Semicircle Experiment"), QStringLiteral("Arial"), "Command1");
+    Command1 = makeButton(this, QStringLiteral("Semicircle Experiment"), FontRole::Caption, "Command1");
     Command2 = makeButton(this, QStringLiteral("Data Input - Historical Measurments - Interpretation of the Law"),
-                          QStringLiteral("Arial"), "Command2");
-    Command3 = makeButton(this, QStringLiteral("End"), QStringLiteral("Arial"), "Command3");
+                          FontRole::Caption, "Command2");
+    Command3 = makeButton(this, QStringLiteral("End"), FontRole::Caption, "Command3");
     Command4 = makeButton(this,
                           QStringLiteral("A SHORT HISTORY OF THE LAW OF REFACTION    (in Greek)") +
                               QString(20, QLatin1Char(' ')) + QStringLiteral("Σύντομη ιστορία του νόμου της Διάθλασης"),
-                          QStringLiteral("Swis721 Win95BT"), "Command4");
+                          FontRole::Caption, "Command4");
     Command5 = makeButton(this, QStringLiteral("INTERPRETATION OF REFRACTION       ΕΡΜΗΝΕΙΑ ΤΗΣ ΔΙΑΘΛΑΣΗΣ"),
-                          QStringLiteral("Arial"), "Command5");
+                          FontRole::Caption, "Command5");
 
     connect(Command1, &QPushButton::clicked, this, &Diathlasimeleti::Command1_Click);
     connect(Command2, &QPushButton::clicked, this, &Diathlasimeleti::Command2_Click);
@@ -107,19 +108,19 @@ void Diathlasimeleti::drawIllustration() {
     constexpr double n = 1.5;
     constexpr double incidence = physics::radians(50.0);
     const double refraction = std::asin(std::sin(incidence) / n);
-    c.filledBox(-200, 0, 200, -100, QColor(205, 230, 250));
-    c.line(-200, 0, 200, 0, QColor(60, 90, 140));
+    c.filledBox(-200, 0, 200, -100, palette::menu::water);
+    c.line(-200, 0, 200, 0, palette::menu::surface);
     c.setDrawStyle(DrawStyle::Dash);
-    c.line(0, 95, 0, -95, QColor(90, 90, 90));
+    c.line(0, 95, 0, -95, palette::menu::normal);
     c.setDrawStyle(DrawStyle::Solid);
     c.setDrawWidth(3);
     const double inLength = 120.0;
-    c.line(-inLength * std::sin(incidence), inLength * std::cos(incidence), 0, 0, QColor(220, 30, 30));
-    c.line(0, 0, inLength * std::sin(refraction), -inLength * std::cos(refraction), QColor(220, 30, 30));
+    c.line(-inLength * std::sin(incidence), inLength * std::cos(incidence), 0, 0, palette::menu::ray);
+    c.line(0, 0, inLength * std::sin(refraction), -inLength * std::cos(refraction), palette::menu::ray);
     c.setDrawWidth(1);
-    c.setFontName(QStringLiteral("Arial"));
+    c.setFontRole(FontRole::Caption);
     c.setFontSize(12);
-    c.setForeColor(QColor(30, 30, 30));
+    c.setForeColor(palette::menu::caption);
     c.setCurrentX(10);
     c.setCurrentY(90);
     c.print(QStringLiteral("AIR  ΑΕΡΑΣ"));

@@ -36,5 +36,5 @@ void Main() {
 
     // The data screen and its two graph screens get their Greek faces
     // before they are first shown.
-    form<Inpdat>().setFont(programFont(QStringLiteral("Arial Greek"), 10.0));
+    form<Inpdat>().setFont(roleFont(FontRole::Caption, 10.0));
 }

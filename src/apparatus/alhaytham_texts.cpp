@@ -5,11 +5,9 @@
 #include <QStringList>
 
 #include "canvas/canvas.h"
+#include "canvas/palette.h"
 
 namespace {
-const QColor kBlack(0, 0, 0);
-const QColor kRule5Colour(255, 0, 0);
-const QColor kRule6Colour(255, 0, 255);
 
 // Rule (2) stands twice, at 85 and at 80, as it always has; the blanks line
 // the Greek up in a column of its own.
@@ -48,14 +46,14 @@ void PrintAlHaythamRules(Canvas& canvas, bool rule5Violated, bool rule6Violated)
     for (std::size_t k = 0; k < lines.size(); ++k) {
         const bool rule5 = k == 9;
         const bool rule6 = k == 10;
-        QColor colour = kBlack;
-        if (rule5 && rule5Violated) colour = kRule5Colour;
-        if (rule6 && rule6Violated) colour = kRule6Colour;
+        QColor colour = palette::black;
+        if (rule5 && rule5Violated) colour = palette::alhaytham::ruleFiveBroken;
+        if (rule6 && rule6Violated) colour = palette::alhaytham::ruleSixBroken;
         canvas.setForeColor(colour);
         canvas.setCurrentX(canvas.scaleLeft() + 1.0);
         canvas.setCurrentY(lines[k].first);
         canvas.print(lines[k].second);
-        canvas.setForeColor(kBlack);
+        canvas.setForeColor(palette::black);
     }
 }
 

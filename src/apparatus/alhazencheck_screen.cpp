@@ -13,6 +13,7 @@
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "core/physics.h"
 #include "ui/caption_button.h"
@@ -22,12 +23,6 @@
 #include "ui/scroll_bars.h"
 
 namespace {
-const QColor kBlack(0, 0, 0);
-const QColor kRed(255, 0, 0);
-const QColor kGreen(0, 255, 0);
-const QColor kCyan(0, 255, 255);
-const QColor kBlue(0, 0, 255);
-const QColor kMagenta(255, 0, 255);
 
 double deg(double radians) { return physics::degrees(radians); }
 
@@ -70,7 +65,7 @@ void showAlHaythamRulesAsLastChecked() {
 Alhazencheck::Alhazencheck() {
     setObjectName(QStringLiteral("alhazencheck"));
     setWindowTitle(QStringLiteral("CHECK AL HAYTHAM'S RULES "));
-    setFont(programFont(QStringLiteral("Arial"), 9.0));
+    setFont(roleFont(FontRole::Caption, 9.0));
     createControls();
     layOut();
 
@@ -92,7 +87,7 @@ void Alhazencheck::createControls() {
     checkGraph_->setAccessibleName(QStringLiteral(
         "Refraction, deviation and Al Haytham's bounds against incidence  Διάθλαση, απόκλιση και τα όρια του Al "
         "Haytham ως προς την πρόσπτωση"));
-    checkGraph_->setFontName(QStringLiteral("Arial"));
+    checkGraph_->setFontRole(FontRole::Caption);
     checkGraph_->setFontSize(8.0);
     timidikti = apparatus::makeScrollBar(Qt::Vertical, 10, 200, 20, 133, "timidikti",
                                          QStringLiteral("Index of refraction n  Δείκτης διάθλασης n"));
@@ -147,7 +142,7 @@ void Alhazencheck::prepareAxes() {
     Canvas& c = *checkGraph_;
     c.cls();
     c.scale(-15, 100, 150, -10);  // room at the right for the legend's texts
-    c.setForeColor(kBlack);
+    c.setForeColor(palette::black);
     c.setDrawWidth(1);
     c.setDrawStyle(DrawStyle::Solid);
     makeRoomForTextsFrom(c, 71, {QStringLiteral("(INCIDENCE + DEVIATION πρόσπτωσης+απόκλισης)/2")});
@@ -157,7 +152,7 @@ void Alhazencheck::prepareAxes() {
     c.line(0, 0, 0, 90);
     drawGraphAxes(c, 90, 0, 90, 0, 90, 90, 10, 10);
     c.setDrawStyle(DrawStyle::Dot);
-    for (int x = 10; x <= 90; x += 10) c.line(x, 0, x, 90, kBlue);
+    for (int x = 10; x <= 90; x += 10) c.line(x, 0, x, 90, palette::blue);
     c.setDrawStyle(DrawStyle::Solid);
 }
 
@@ -166,13 +161,13 @@ void Alhazencheck::prepareAxes() {
 void Alhazencheck::drawLegend(double n) {
     Canvas& c = *checkGraph_;
     c.setDrawWidth(2);
-    c.line(90, 30, 100, 30, kRed);
+    c.line(90, 30, 100, 30, palette::red);
     printAt(c, 88, 34, QStringLiteral("REFRACTION διάθλασης"));
-    c.line(90, 23, 100, 23, kGreen);
+    c.line(90, 23, 100, 23, palette::green);
     printAt(c, 88, 27, QStringLiteral("DEVIATION απόκλισης"));
-    c.line(90, 16, 100, 16, kCyan);
+    c.line(90, 16, 100, 16, palette::cyan);
     printAt(c, 88, 20, QStringLiteral("INCIDENCE/2 πρόσπτωσης/2"));
-    c.line(90, 9, 100, 9, kMagenta);
+    c.line(90, 9, 100, 9, palette::magenta);
     printAt(c, 71, 13, QStringLiteral("(INCIDENCE + DEVIATION πρόσπτωσης+απόκλισης)/2"));
     c.setDrawWidth(1);
     printAt(c, 2, 97, QStringLiteral("n =") + fmt(n, "0.00"));
@@ -189,13 +184,13 @@ void Alhazencheck::CheckAlHaythamRules(double n) {
     c.setDrawWidth(2);
     const std::vector<alhaytham::CheckStep> steps = alhaytham::checkSteps(n);
     for (const alhaytham::CheckStep& s : steps) {
-        c.line(deg(s.i1), deg(s.r1), deg(s.i2), deg(s.r2), kRed);
+        c.line(deg(s.i1), deg(s.r1), deg(s.i2), deg(s.r2), palette::red);
         const int reprints = flags_.take(s);
         for (int k = 0; k < reprints; ++k) reprintRules();
         c.setDrawStyle(flags_.rule5Violated || flags_.rule6Violated ? DrawStyle::Dot : DrawStyle::Solid);
-        c.line(deg(s.i1), deg(s.d1), deg(s.i2), deg(s.d2), kBlack);
-        c.line(deg(s.i1), deg(s.i1) / 2.0, deg(s.i2), deg(s.i2) / 2.0, kBlue);
-        c.line(deg(s.i1), (deg(s.i1) + deg(s.d1)) / 2.0, deg(s.i2), (deg(s.i2) + deg(s.d2)) / 2.0, kMagenta);
+        c.line(deg(s.i1), deg(s.d1), deg(s.i2), deg(s.d2), palette::black);
+        c.line(deg(s.i1), deg(s.i1) / 2.0, deg(s.i2), deg(s.i2) / 2.0, palette::blue);
+        c.line(deg(s.i1), (deg(s.i1) + deg(s.d1)) / 2.0, deg(s.i2), (deg(s.i2) + deg(s.d2)) / 2.0, palette::magenta);
         ++segments_;
     }
     c.setDrawStyle(DrawStyle::Solid);

@@ -6,14 +6,12 @@
 #include "analysis/graph_screens.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolemy_geometry.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "ui/forms.h"
 #include "ui/navigation.h"
 
 namespace {
-const QColor kBlack(0, 0, 0);
-const QColor kWater(200, 200, 0);
-const QColor kSight(255, 0, 0);
 
 void printCentred(Canvas& canvas, double x, double y, const QString& text) {
     canvas.setCurrentX(x - canvas.textWidth(text) / 2.0);
@@ -55,9 +53,9 @@ void drawPtolemyDiagram(Canvas& canvas) {
     const double sy = areaW >= areaH ? 140.0 : 140.0 * areaH / areaW;
     canvas.scale(-sx, sy, sx, -sy);
     canvas.cls();
-    canvas.setForeColor(kBlack);
+    canvas.setForeColor(palette::black);
     canvas.setDrawWidth(1);
-    canvas.filledBox(-sx - 10, 0, sx + 10, -sy - 10, kWater);
+    canvas.filledBox(-sx - 10, 0, sx + 10, -sy - 10, palette::ptolemy::hiddenWater);
     canvas.line(-140, 0, 140, 0);
     canvas.line(0, -140, 0, 140);
     canvas.circle(0, 0, 100);
@@ -71,12 +69,12 @@ void drawPtolemyDiagram(Canvas& canvas) {
     const double z = ptolemy::radians(40.0);
     const double h = ptolemy::radians(ptolemy::degrees(std::asin(std::sin(z) / ptolemy::kWaterIndex)));
     canvas.setDrawWidth(2);
-    canvas.line(-100 * std::sin(z), 100 * std::cos(z), 0, 0, kSight);
-    canvas.lineTo(100 * std::sin(h), -100 * std::cos(h), kSight);
+    canvas.line(-100 * std::sin(z), 100 * std::cos(z), 0, 0, palette::ptolemy::hiddenSight);
+    canvas.lineTo(100 * std::sin(h), -100 * std::cos(h), palette::ptolemy::hiddenSight);
     canvas.setDrawWidth(1);
-    canvas.filledCircle(-100 * std::sin(z), 100 * std::cos(z), 3, kSight);
-    canvas.filledCircle(100 * std::sin(h), -100 * std::cos(h), 3, kSight);
-    canvas.filledCircle(0, 0, 3, kBlack);
+    canvas.filledCircle(-100 * std::sin(z), 100 * std::cos(z), 3, palette::ptolemy::hiddenSight);
+    canvas.filledCircle(100 * std::sin(h), -100 * std::cos(h), 3, palette::ptolemy::hiddenSight);
+    canvas.filledCircle(0, 0, 3, palette::black);
 
     canvas.setFontSize(12.0);
     canvas.setFontBold(true);

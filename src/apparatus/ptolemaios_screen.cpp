@@ -14,6 +14,7 @@
 #include "apparatus/apparatus_widgets.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "ui/caption_button.h"
 #include "ui/dialogs.h"
@@ -24,17 +25,6 @@
 using namespace ptolemy;
 
 namespace {
-
-const QColor kBlack(0, 0, 0);
-const QColor kWater(0, 255, 255);
-const QColor kSightLines(255, 0, 0);
-const QColor kTargetBand(255, 0, 255);
-const QColor kTargetOutline(5, 0, 5);
-const QColor kBodyBand(55, 155, 0);
-const QColor kCentralOutline(155, 0, 155);
-const QColor kAirOutline(5, 0, 0);
-const QColor kLineOfSight(0, 255, 0);
-const QColor kMarks(0, 0, 255);
 
 constexpr double kLeft = -190.0, kTop = 200.0, kRight = 190.0, kBottom = -200.0;
 constexpr double kViewLeft = -20.0, kViewTop = 50.0, kViewRight = 20.0, kViewBottom = -50.0;
@@ -77,7 +67,7 @@ Emfanisi::Emfanisi() {
     sightView_->setAccessibleName(
         QStringLiteral("The bodies as the observer sees them  Τα σώματα όπως τα βλέπει ο παρατηρητής"));
     sightView_->scale(kViewLeft, kViewTop, kViewRight, kViewBottom);
-    sightView_->setFontName(QStringLiteral("TAHOMA"));
+    sightView_->setFontRole(FontRole::Panel);
     sightView_->setFontSize(8.0);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -89,41 +79,41 @@ Emfanisi::Emfanisi() {
 void Emfanisi::showSight(const std::optional<SightView>& sight) {
     Canvas& view = *sightView_;
     view.cls();
-    view.setForeColor(kBlack);
+    view.setForeColor(palette::black);
     view.setDrawWidth(1);
     view.setSummary(apparatus::ptolemySightSummary(sight));
     if (!sight) return;
-    drawBand(view, sight->target, kTargetBand, kTargetOutline);
-    drawBand(view, sight->centralBody, kBodyBand, kCentralOutline);
+    drawBand(view, sight->target, palette::ptolemy::targetBand, palette::ptolemy::targetOutline);
+    drawBand(view, sight->centralBody, palette::ptolemy::bodyBand, palette::ptolemy::centralOutline);
     view.setCurrentX(kViewLeft + 3.5);
     const double bandsTop = std::max(sight->airBody.top, sight->centralBody.top);
     view.setCurrentY(std::min(kViewTop - 1.0, bandsTop + 1.2 * view.textHeight()));
     view.print(QStringLiteral("iN AIR Στόν αέρα"));
-    drawBand(view, sight->airBody, kBodyBand, kAirOutline);
-    view.line(-50, 0, 50, 0, kLineOfSight);
+    drawBand(view, sight->airBody, palette::ptolemy::bodyBand, palette::ptolemy::airOutline);
+    view.line(-50, 0, 50, 0, palette::ptolemy::lineOfSight);
     // A scale of degrees on both sides, so that the pupil can read how far
     // the target is seen from the line of sight.
     for (int d = -9; d <= 9; ++d) {
         const double y = d * kViewUnitsPerDegree;
         const double length = d % 5 == 0 ? 3.0 : 1.5;
-        view.line(kViewLeft, y, kViewLeft + length, y, kMarks);
-        view.line(kViewRight - length, y, kViewRight, y, kMarks);
+        view.line(kViewLeft, y, kViewLeft + length, y, palette::ptolemy::marks);
+        view.line(kViewRight - length, y, kViewRight, y, palette::ptolemy::marks);
     }
     // Beyond the view the target is not seen: say on which side to look.
     if (sight->target.bottom >= kViewTop || sight->target.top <= kViewBottom) {
         const bool above = sight->target.bottom >= kViewTop;
-        view.setForeColor(kTargetOutline);
+        view.setForeColor(palette::ptolemy::targetOutline);
         view.setCurrentX(kViewLeft + 3.5);
         view.setCurrentY(above ? kViewTop - 1.0 : kViewBottom + 1.0 + 2.0 * view.textHeight());
         view.print(above ? QStringLiteral("Z ↑ higher  πιο πάνω") : QStringLiteral("Z ↓ lower  πιο κάτω"));
-        view.setForeColor(kBlack);
+        view.setForeColor(palette::black);
     }
 }
 
 Ptolemaios::Ptolemaios() {
     setObjectName(QStringLiteral("ptolemaios"));
     setWindowTitle(QStringLiteral("PTOLEMY'S METHOD"));
-    setFont(programFont(QStringLiteral("Tahoma"), 9.0));
+    setFont(roleFont(FontRole::Panel, 9.0));
     createControls();
     layOut();
     describeBars();
@@ -137,7 +127,7 @@ void Ptolemaios::createControls() {
     instrument_->setObjectName(QStringLiteral("instrument"));
     instrument_->setAccessibleName(QStringLiteral("Ptolemy's instrument  Η συσκευή του Πτολεμαίου"));
     instrument_->scale(kLeft, kTop, kRight, kBottom);
-    instrument_->setFontName(QStringLiteral("TAHOMA"));
+    instrument_->setFontRole(FontRole::Panel);
     goniaprosptosis = apparatus::makeScrollBar(Qt::Horizontal, kMinWaterAngle, kMaxWaterAngle, 5, 30, "goniaprosptosis",
                                                QStringLiteral("Angle in water  Γωνία στο νερό"));
     metatopisipar = apparatus::makeScrollBar(Qt::Horizontal, -200, 300, 20, 50, "metatopisipar",
@@ -255,9 +245,9 @@ void Ptolemaios::showBesideTheSightView() {
 void Ptolemaios::drawWaterAndDisc(double targetAngle) {
     Canvas& c = *instrument_;
     c.cls();
-    c.setForeColor(kBlack);
+    c.setForeColor(palette::black);
     c.setDrawWidth(1);
-    c.filledBox(-200, 0, 200, -200, kWater);
+    c.filledBox(-200, 0, 200, -200, palette::ptolemy::water);
     c.circle(0, 0, kBodySize / 2.0);
     apparatus::setLabel(Label3, kTargetsAngle + fmt(targetAngle, "0.0") + "°");
     drawDisc();
@@ -273,15 +263,15 @@ void Ptolemaios::drawSightLinesAndBodies(int w, double expected, double air, dou
     const double zy = -kDiscRadius * std::cos(radians(w));
     c.line(zx, zy, 0, 0);
     c.line(0, 0, -kDiscRadius * std::sin(radians(expected)), kDiscRadius * std::cos(radians(expected)));
-    c.setForeColor(kSightLines);
+    c.setForeColor(palette::ptolemy::sightLines);
     for (double edge : {kBodySize, -kBodySize}) {
         if (const std::optional<SightLine> sight = PtolemySightLine(w, edge)) {
             c.line(zx, zy, sight->surfaceX, 0);
             c.lineTo(sight->endX, sight->endY);
         }
     }
-    drawBodyOnArc(c, w - targetAngle / 2.0, w + targetAngle / 2.0, true, kTargetBand);
-    drawBodyOnArc(c, air - targetAngle / 2.0, air + targetAngle / 2.0, false, kBodyBand);
+    drawBodyOnArc(c, w - targetAngle / 2.0, w + targetAngle / 2.0, true, palette::ptolemy::targetBand);
+    drawBodyOnArc(c, air - targetAngle / 2.0, air + targetAngle / 2.0, false, palette::ptolemy::bodyBand);
 }
 
 void Ptolemaios::showBodyPosition(double air, double expected, double targetAngle) {
@@ -317,7 +307,7 @@ void Ptolemaios::DrawPtolemyApparatus() {
     expected_ = expected;
     showBodyPosition(air, expected, targetAngle);
     form<Emfanisi>().showSight(sight);
-    instrument_->setForeColor(kBlack);
+    instrument_->setForeColor(palette::black);
     drawDisc();  // the rim stays on top of the bodies
     instrument_->setSummary(
         apparatus::ptolemyInstrumentSummary({goniaprosptosis->value(), w, expected, air, targetAngle, covered_}));

@@ -13,6 +13,7 @@
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "ui/caption_button.h"
 #include "ui/dialogs.h"
@@ -23,10 +24,6 @@
 using namespace ptolemy_fit;
 
 namespace {
-const QColor kBlack(0, 0, 0);
-const QColor kSnell(255, 0, 0);
-const QColor kAnalogy(0, 150, 0);
-const QColor kPtolemy(150, 0, 150);
 
 constexpr double kLeft = -30.0, kTop = 75.0, kRight = 140.0, kBottom = -45.0;
 constexpr double kLegendX = 75.0;
@@ -81,7 +78,7 @@ QStringList ptolemyFittingExplanation() {
 Ptolkam::Ptolkam() {
     setObjectName(QStringLiteral("ptolkam"));
     setWindowTitle(QStringLiteral("PTOLEMY'S DATA MANIPULATION"));
-    setFont(programFont(QStringLiteral("Arial"), 9.0));
+    setFont(roleFont(FontRole::Caption, 9.0));
     createControls();
     createExplanation();
     layOut();
@@ -97,7 +94,7 @@ void Ptolkam::createControls() {
         "Refraction against incidence: Ptolemy's values and two laws  Διάθλαση ως προς πρόσπτωση: οι τιμές του "
         "Πτολεμαίου και δύο νόμοι"));
     fittingGraph_->scale(kLeft, kTop, kRight, kBottom);
-    fittingGraph_->setFontName(QStringLiteral("Arial"));
+    fittingGraph_->setFontRole(FontRole::Caption);
     fittingGraph_->setFontSize(8.0);
 
     Option1 = new QRadioButton(QStringLiteral("INDEX Δείκτης =1,5"));
@@ -119,7 +116,7 @@ void Ptolkam::createExplanation() {
     explanation_->setObjectName(QStringLiteral("explanation"));
     explanation_->setReadOnly(true);
     explanation_->setAcceptRichText(false);
-    explanation_->setFont(programFont(QStringLiteral("Arial"), 9.0));
+    explanation_->setFont(roleFont(FontRole::Caption, 9.0));
     explanation_->setAccessibleName(QStringLiteral("Ptolemy's rule  Ο κανόνας του Πτολεμαίου"));
     explanation_->setPlainText(ptolemyFittingExplanation().join(QStringLiteral("\n")));
     explanation_->setMaximumHeight(150);
@@ -230,11 +227,11 @@ void Ptolkam::drawCurves(const DataSet& set, const std::vector<double>& values, 
     Canvas& c = *fittingGraph_;
     c.cls();
     // The legend's longest line ends on the canvas however narrow the window.
-    c.setFontName(QStringLiteral("Arial"));
+    c.setFontRole(FontRole::Caption);
     c.setFontSize(8.0);
     c.scale(kLeft, kTop, kRight, kBottom);
     makeRoomForTextsFrom(c, kLegendX, {legend.analogy, legend.ptolemy, legend.expected});
-    c.setForeColor(kBlack);
+    c.setForeColor(palette::black);
     c.setDrawWidth(1);
     c.line(-15, 0, 100, 0);
     c.line(0, -5, 0, 100);  // not down through the table
@@ -249,22 +246,25 @@ void Ptolkam::drawCurves(const DataSet& set, const std::vector<double>& values, 
     c.setDrawWidth(2);
     // The proportional law through the origin.
     const double ratio = proportionalRatio(set);
-    c.line(0, 0, 80, 80 * ratio, kAnalogy);
+    c.line(0, 0, 80, 80 * ratio, palette::ptolemy::analogyCurve);
     // The law of refraction, point to point.
     const std::vector<std::optional<double>> snell = snellRefraction(set);
     for (std::size_t k = 1; k < snell.size(); ++k)
-        if (snell[k - 1] && snell[k]) c.line(set.incidence[k - 1], *snell[k - 1], set.incidence[k], *snell[k], kSnell);
+        if (snell[k - 1] && snell[k])
+            c.line(set.incidence[k - 1], *snell[k - 1], set.incidence[k], *snell[k], palette::ptolemy::snellCurve);
     // Ptolemy's values, marked and joined.
     for (std::size_t k = 0; k < values.size() && k < set.incidence.size(); ++k) {
-        if (k > 0) c.line(set.incidence[k - 1], values[k - 1], set.incidence[k], values[k], kPtolemy);
-        c.filledCircle(set.incidence[k], values[k], 0.8, kPtolemy);
+        if (k > 0)
+            c.line(set.incidence[k - 1], values[k - 1], set.incidence[k], values[k], palette::ptolemy::ptolemyCurve);
+        c.filledCircle(set.incidence[k], values[k], 0.8, palette::ptolemy::ptolemyCurve);
     }
     c.setDrawWidth(1);
 
     // The legend, a line of text for each curve.
     const double step = c.textHeight() * 1.1;
-    const std::pair<const QString*, QColor> rows[] = {
-        {&legend.analogy, kAnalogy}, {&legend.ptolemy, kPtolemy}, {&legend.expected, kSnell}};
+    const std::pair<const QString*, QColor> rows[] = {{&legend.analogy, palette::ptolemy::analogyCurve},
+                                                      {&legend.ptolemy, palette::ptolemy::ptolemyCurve},
+                                                      {&legend.expected, palette::ptolemy::snellCurve}};
     double y = kLegendY;
     for (const auto& [text, colour] : rows) {
         c.setDrawWidth(2);
@@ -279,7 +279,7 @@ void Ptolkam::drawCurves(const DataSet& set, const std::vector<double>& values, 
 
 void Ptolkam::printTable(const DataSet& set, const std::vector<double>& values) {
     Canvas& c = *fittingGraph_;
-    c.setFontName(QStringLiteral("Courier New"));
+    c.setFontRole(FontRole::Table);
     const double column = c.textWidth(QStringLiteral("REFRACTION Διάθλασης  "));
     auto cell = [&](int col, double y, const QString& text) {
         c.setCurrentX(kTableX + col * column);
@@ -297,5 +297,5 @@ void Ptolkam::printTable(const DataSet& set, const std::vector<double>& values) 
         cell(1, y, fmt(values[k], "0.0") + QStringLiteral("°"));
         if (k > 0) cell(2, y, fmt(values[k] - values[k - 1], "0.0") + QStringLiteral("°"));
     }
-    c.setFontName(QStringLiteral("Arial"));
+    c.setFontRole(FontRole::Caption);
 }

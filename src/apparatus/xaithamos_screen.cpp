@@ -14,6 +14,7 @@
 #include "apparatus/apparatus_widgets.h"
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "core/physics.h"
 #include "ui/caption_button.h"
@@ -23,13 +24,6 @@
 #include "ui/window_placement.h"
 
 namespace {
-const QColor kBlack(0, 0, 0);
-const QColor kWhite(255, 255, 255);
-const QColor kBeam(255, 0, 0);
-const QColor kDeepWater(0, 0, 200);
-const QColor kSurfaceWater(0, 5, 200);
-const QColor kWater(0, 100, 200);
-const QColor kRuler(200, 200, 0);
 const QColor kShadow1(155, 255, 0);
 const QColor kShadow2(255, 255, 0);
 constexpr double kRadius = 150.0;
@@ -39,7 +33,7 @@ using physics::radians;
 Xaithamos::Xaithamos() {
     setObjectName(QStringLiteral("xaithamos"));
     setWindowTitle(QStringLiteral("Πείραμα του Αλ Χαϊθάμ"));
-    setFont(programFont(QStringLiteral("Arial"), 9.0));
+    setFont(roleFont(FontRole::Caption, 9.0));
     createControls();
     layOut();
     connectControls();
@@ -52,7 +46,7 @@ void Xaithamos::createControls() {
     instrument_->setObjectName(QStringLiteral("instrument"));
     instrument_->setAccessibleName(QStringLiteral("Al Haytham's instrument  Η συσκευή του Al Haytham"));
     instrument_->scale(-200, 200, 200, -200);
-    instrument_->setFontName(QStringLiteral("Arial"));
+    instrument_->setFontRole(FontRole::Caption);
     instrument_->setFontSize(10.0);
     strefo = apparatus::makeScrollBar(Qt::Horizontal, 0, 80, 10, 30, "strefo",
                                       QStringLiteral("Angle of incidence  Γωνία πρόσπτωσης"));
@@ -164,17 +158,17 @@ void Xaithamos::drawWaterAndDisc() {
     Canvas& c = *instrument_;
     c.cls();
     c.setDrawWidth(1);
-    c.setForeColor(kBlack);
-    c.filledBox(-200, 0, 200, -200, kWater);
-    c.filledBox(-200, -150, 200, -200, kDeepWater);
-    c.filledBox(-200, 0, 200, -3, kSurfaceWater);
+    c.setForeColor(palette::black);
+    c.filledBox(-200, 0, 200, -200, palette::alhaytham::water);
+    c.filledBox(-200, -150, 200, -200, palette::alhaytham::deepWater);
+    c.filledBox(-200, 0, 200, -3, palette::alhaytham::surfaceWater);
 
     for (int i = 1; i <= 360; ++i)
         c.line(kRadius * std::cos(radians(i)), kRadius * std::sin(radians(i)), kRadius * std::cos(radians(i + 1)),
                kRadius * std::sin(radians(i + 1)));
     for (int d = -170; d <= 180; d += 5) {
         const double inner = d % 10 == 0 ? kRadius - 10.0 : kRadius - 5.0;
-        const QColor mark = std::sin(radians(d + 90)) < 0 ? kWhite : kBlack;  // white under water
+        const QColor mark = std::sin(radians(d + 90)) < 0 ? palette::white : palette::black;  // white under water
         c.line(inner * std::cos(radians(d)), inner * std::sin(radians(d)), kRadius * std::cos(radians(d)),
                kRadius * std::sin(radians(d)), mark);
     }
@@ -204,7 +198,7 @@ void Xaithamos::drawRulerAndStylus(double refraction) {
     const double nx = -uy * 5.0;
     const double ny = ux * 5.0;
     c.setDrawWidth(7);
-    c.line(nx, ny, kRadius * ux + nx, kRadius * uy + ny, kRuler);
+    c.line(nx, ny, kRadius * ux + nx, kRadius * uy + ny, palette::alhaytham::ruler);
     const double f = timiepi->value() / 10.0;
     const double px = f * kRadius * ux;
     const double py = f * kRadius * uy;
@@ -213,9 +207,9 @@ void Xaithamos::drawRulerAndStylus(double refraction) {
     c.setDrawWidth(2);
     c.line(px, py, px + 16, py - 10, kShadow2);
     c.setDrawWidth(3);
-    c.line(px, py, px - 6, py + 34, kBlack);
+    c.line(px, py, px - 6, py + 34, palette::black);
     c.setDrawWidth(1);
-    c.filledCircle(px, py, 3, kBlack);
+    c.filledCircle(px, py, 3, palette::black);
 }
 
 void Xaithamos::DrawAlHaythamApparatus() {
@@ -230,8 +224,8 @@ void Xaithamos::DrawAlHaythamApparatus() {
     const double rx = kRadius * std::sin(radians(refraction));
     const double ry = -kRadius * std::cos(radians(refraction));
     c.setDrawWidth(3);
-    c.line(ix, iy, 0, 0, kBeam);
-    c.line(0, 0, rx, ry, kBeam);
+    c.line(ix, iy, 0, 0, palette::alhaytham::beam);
+    c.line(0, 0, rx, ry, palette::alhaytham::beam);
     c.setDrawWidth(1);
     if (Option2->isChecked()) drawRulerAndStylus(refraction);
 

@@ -12,6 +12,7 @@
 #include <variant>
 #include <vector>
 
+#include "canvas/fonts.h"
 #include "canvas/recorded_ops.h"
 #include "canvas/user_scale.h"
 
@@ -80,8 +81,8 @@ public:
     void setFillStyle(FillStyle s) { state_.fillStyle = s; }
 
     // --- font -------------------------------------------------------------
-    QString fontName() const { return fontName_; }
-    void setFontName(const QString& name);
+    FontRole fontRole() const { return fontRole_; }
+    void setFontRole(FontRole role) { fontRole_ = role; }
     double fontSize() const { return fontSize_; }
     void setFontSize(double points);  // 1 … 500 points; other values are ignored or clamped
     bool fontBold() const { return fontBold_; }
@@ -246,7 +247,7 @@ private:
     double currentY_ = 0.0;
     PenState state_;
     QColor backColor_{Qt::white};
-    QString fontName_{QStringLiteral("Arial")};
+    FontRole fontRole_{FontRole::Caption};
     double fontSize_ = 10.0;
     QColor textHalo_;
     bool fontBold_ = false;

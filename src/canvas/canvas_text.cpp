@@ -10,15 +10,13 @@ using namespace canvas_ops;
 
 // Text: the font, printing at the pen position and measuring in user units.
 
-void Canvas::setFontName(const QString& name) { fontName_ = name; }
-
 void Canvas::setFontSize(double points) {
     if (std::isfinite(points) && points > 0) fontSize_ = std::clamp(points, kMinFontPoints, kMaxFontPoints);
 }
 
 void Canvas::setFontBold(bool bold) { fontBold_ = bold; }
 
-QFont Canvas::currentFont() const { return programFont(fontName_, fontSize_, fontBold_); }
+QFont Canvas::currentFont() const { return roleFont(fontRole_, fontSize_, fontBold_); }
 
 // Text is measured on the image it is painted on, so that what print()
 // advances and what the painter draws agree on any screen.

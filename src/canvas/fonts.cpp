@@ -72,8 +72,26 @@ void installFontSubstitutions() {
     }
 }
 
-QFont programFont(const QString& requestedName, double pointSize, bool bold) {
-    QFont font(installedFamilyFor(requestedName));
+namespace {
+
+// The Windows face each role was designed with; the table above maps it to
+// an installed family.
+const char* requestedFaceFor(FontRole role) {
+    switch (role) {
+    case FontRole::Caption: return "Arial Greek";
+    case FontRole::Panel: return "Tahoma";
+    case FontRole::Reading: return "Times New Roman Greek";
+    case FontRole::Table: return "Courier New";
+    }
+    return "Arial Greek";
+}
+
+}  // namespace
+
+QString roleFamily(FontRole role) { return installedFamilyFor(QString::fromLatin1(requestedFaceFor(role))); }
+
+QFont roleFont(FontRole role, double pointSize, bool bold) {
+    QFont font(roleFamily(role));
     font.setPointSizeF(pointSize > 0 ? pointSize : 10.0);
     font.setBold(bold);
     return font;

@@ -13,13 +13,13 @@
 
 #include "canvas/axis_steps.h"
 #include "canvas/canvas.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 
 namespace {
 
 constexpr double kTickPixels = 3.0;      // half the length of a tick mark
 constexpr double kLabelGapPixels = 4.0;  // between a tick's end and its label
-const QColor kGridBlue(0, 0, 255);
 
 // The ticks from lo up to the label limit (or hi), at the step of the whole range.
 AxisTicks labelledTicks(double lo, double hi, std::optional<double> labelMax, std::optional<double> step) {
@@ -177,7 +177,7 @@ void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double
     const AxisTicks grid = axisTicks(yMin, yMax, yGridStep);
     for (double y : grid.values) {
         if (y >= yMax || y == axisY) continue;
-        canvas.line(axisX, y, xMax, y, kGridBlue);
+        canvas.line(axisX, y, xMax, y, palette::graph::grid);
     }
 
     canvas.line(xMin, axisY, xMax, axisY);

@@ -6,6 +6,7 @@
 #include "analysis/graph_screens.h"
 #include "canvas/canvas.h"
 #include "canvas/graph_axes.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 
 namespace {
@@ -13,9 +14,6 @@ namespace {
 constexpr double kAngleLeft = kAngleGraphScale.left, kAngleRight = kAngleGraphScale.right;
 constexpr double kAngleBottom = kAngleGraphScale.bottom, kAngleTop = kAngleGraphScale.top;
 constexpr double kDotRadius = 1.0;  // a data point, in degrees of incidence
-const QColor kBlue(0, 0, 255);
-const QColor kGreen(0, 160, 0);
-const QColor kResidual(220, 0, 0);
 constexpr double kLabelPoints = 8.0;
 constexpr double kTitlePoints = 10.0;
 
@@ -305,8 +303,8 @@ void drawSineAxes(Canvas& c) {
     const double tickY = 0.012 * (kSineGraphScale.top - kSineGraphScale.bottom);
     for (int k = 1; k <= 11; ++k) {
         const double v = k / 10.0;
-        c.line(v, 0, v, tickY, kBlue);
-        c.line(0, v, tickX, v, kBlue);
+        c.line(v, 0, v, tickY, palette::graph::ticks);
+        c.line(0, v, tickX, v, palette::graph::ticks);
         if (k % 2 == 0) {
             const QString label = fmt(v, "0.0");
             printAt(c, v - c.textWidth(label) / 2.0, 3.0 * down, label);
@@ -314,9 +312,9 @@ void drawSineAxes(Canvas& c) {
         }
     }
     c.setDrawStyle(DrawStyle::Dash);
-    c.line(0, 0, 1.0, 1.0, kGreen);
+    c.line(0, 0, 1.0, 1.0, palette::graph::equalSines);
     c.setDrawStyle(DrawStyle::Solid);
-    c.setForeColor(kGreen);
+    c.setForeColor(palette::graph::equalSines);
     printAt(c, 1.02, 1.03, QStringLiteral("n = 1"));
 }
 
@@ -346,7 +344,7 @@ void drawSineFit(Canvas& c, const history::SineFit& fit, const PlotStyle& style,
     for (std::size_t k = 0; k < e.size(); ++k) {
         const double x = fit.sinIncidence[k];
         if (!std::isfinite(x) || !std::isfinite(e[k])) continue;
-        c.line(x, a * x + b, x, a * x + b + kResidualMagnification * e[k], kResidual);
+        c.line(x, a * x + b, x, a * x + b + kResidualMagnification * e[k], palette::graph::residual);
     }
     c.setDrawWidth(1);
 }
@@ -378,7 +376,7 @@ void printSineTexts(Canvas& c, const SineGraphTexts& texts, const PlotStyle& sty
     }
     if (barsDrawn) {
         c.setFontBold(false);
-        c.setForeColor(kResidual);
+        c.setForeColor(palette::graph::residual);
         printFitted(c, kRightColumn, std::min(0.45, rightColumn + kBandGapPixels * down),
                     QStringLiteral("residuals ×10  υπόλοιπα ×10"), kSetLabelWidth, kLabelPoints);
     }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "analysis/graph_screens.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "core/number_input.h"
 #include "history/data_plots.h"
@@ -149,11 +150,11 @@ bool Inpdat::analyseCurrentPairs() {
     // Newton; the pupil's data and Witelo's stay black.
     if (historicalDataFlag) {
         if (Ptolemy->isChecked() || ptolemy2->isChecked())
-            texts.style = {QColor(100, 0, 255), QStringLiteral("PTOLEMY Πτολεμαίος")};
+            texts.style = {palette::law::ptolemyTable, QStringLiteral("PTOLEMY Πτολεμαίος")};
         else if (Alhazen->isChecked() || Alhazen2->isChecked())
-            texts.style = {QColor(100, 150, 0), QStringLiteral("Al Haytham")};
+            texts.style = {palette::law::alHaythamTable, QStringLiteral("Al Haytham")};
         else if (Newt->isChecked() || newt2->isChecked())
-            texts.style = {QColor(255, 0, 0), QStringLiteral("Newton")};
+            texts.style = {palette::law::newtonTable, QStringLiteral("Newton")};
     }
     texts.style.colour = historicalDataFlag ? texts.style.colour : drawingColour_;
     return analyse(*pairs, texts);

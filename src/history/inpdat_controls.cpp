@@ -47,7 +47,7 @@ QGridLayout* Inpdat::createGrid(QWidget* central) {
     Label2 = new QLabel(QStringLiteral("REFRACTION Διάθλασης"), central);
     for (QLabel* label : {Label1, Label2}) {
         label->setWordWrap(true);
-        label->setFont(programFont(QStringLiteral("Arial Greek"), 10.0, true));
+        label->setFont(roleFont(FontRole::Caption, 10.0, true));
     }
     Label1->setObjectName(QStringLiteral("Label1"));
     Label2->setObjectName(QStringLiteral("Label2"));
@@ -87,7 +87,7 @@ void Inpdat::createLabel3(QWidget* central) {
     Label3 = new QLabel(central);
     Label3->setObjectName(QStringLiteral("Label3"));
     Label3->setWordWrap(true);
-    Label3->setFont(programFont(QStringLiteral("Arial Greek"), 11.0, true));
+    Label3->setFont(roleFont(FontRole::Caption, 11.0, true));
 }
 
 QGridLayout* Inpdat::createButtons(QWidget* central) {
@@ -120,7 +120,7 @@ void Inpdat::createFileView(QWidget* central) {
     fileView->setAccessibleName(QStringLiteral("Stored set-up of the bench  Αποθηκευμένη διάταξη του πάγκου"));
     fileView->setMinimumHeight(90);
     fileView->setMaximumHeight(150);  // a few lines of the stored set-up
-    fileView->setFontName(QStringLiteral("Arial Greek"));
+    fileView->setFontRole(FontRole::Caption);
 }
 
 void Inpdat::orderKeyboard() {

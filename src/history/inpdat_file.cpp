@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "analysis/graph_screens.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "core/number_input.h"
 #include "history/data_plots.h"
@@ -18,8 +19,6 @@
 
 namespace {
 
-const QColor kFileGreen(0, 200, 100);
-const QColor kAngleGreen(0, 200, 0);
 // Set-ups of the bench lie within a few hundred units and degrees; numbers
 // far beyond that come from a damaged or foreign file.
 constexpr double kLargestStoredValue = 1e6;
@@ -53,7 +52,7 @@ void Inpdat::printFileLines(const QStringList& lines, const std::vector<QColor>&
     Canvas& c = *fileView;
     c.cls();
     c.scale(0, 0, 100, 100);
-    c.setFontName(QStringLiteral("Arial Greek"));
+    c.setFontRole(FontRole::Caption);
     c.setFontBold(true);
     c.setFontSize(10);
     c.setCurrentX(2);
@@ -89,7 +88,8 @@ void Inpdat::readStoredSetups() {
     }
     QStringList lines{QStringLiteral("Position=") + fmt(static_cast<double>(last->position), "0")};
     lines += setupLines(last->record);
-    printFileLines(lines, {kFileGreen, kFileGreen, kAngleGreen, kFileGreen, kFileGreen});
+    printFileLines(lines, {palette::data::fileSetup, palette::data::fileSetup, palette::data::fileAngles,
+                           palette::data::fileSetup, palette::data::fileSetup});
 }
 
 void Inpdat::recallSetup() {

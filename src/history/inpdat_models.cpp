@@ -5,6 +5,7 @@
 
 #include "analysis/graph_screens.h"
 #include "canvas/graph_axes.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"
 #include "history/data_state.h"
@@ -17,15 +18,6 @@
 
 namespace {
 
-const QColor kKeplerRed(255, 0, 0);
-const QColor kKeplerGround(255, 255, 0);
-const QColor kSnellCurve(155, 39, 110);
-const QColor kSnellGround(0, 255, 255);
-const QColor kFixedLine(165, 100, 80);
-const QColor kFixedLabel(165, 155, 80);
-// The fixed lines' labels stand on their line's colour darkened, against
-// which their pale olive type reads clearly over grid lines and other laws.
-const QColor kFixedGround(70, 40, 30);
 constexpr double kLabelPoints = 9.0;
 
 // The labels sit at fixed places among the curves: their type follows the
@@ -36,7 +28,7 @@ double labelPoints(const Canvas& c) { return std::clamp(kLabelPoints * c.width()
 // The 2/3 and 3/2 lines, from the origin to incidence 100°.
 void fixedLine(Canvas& c, double end) {
     c.setDrawWidth(2);
-    c.line(0, 0, 100, end, kFixedLine);
+    c.line(0, 0, 100, end, palette::law::fixedLine);
     c.setDrawWidth(1);
 }
 
@@ -76,7 +68,7 @@ void Inpdat::Kepler_Click() {
     LawFigure figure;
     figure.drawLine = [k](Canvas& c) {
         c.setDrawWidth(2);
-        c.line(0, 0, 100, 100 * k, kKeplerRed);
+        c.line(0, 0, 100, 100 * k, palette::law::kepler);
         c.setDrawWidth(1);
     };
     figure.label = [k](Canvas& c) {
@@ -93,8 +85,8 @@ void Inpdat::Kepler_Click() {
         const double bottom = std::min(6.0, top - height);
         return LawLabel{fitted.lines,
                         fitted.points,
-                        kKeplerRed,
-                        kKeplerGround,
+                        palette::law::kepler,
+                        palette::law::keplerGround,
                         23.0,
                         top,
                         QRectF(QPointF(23.0, top), QPointF(100.0, bottom))};
@@ -150,7 +142,7 @@ LawFigure snellFigure(double index, bool leavesDenserMedium) {
         c.setDrawWidth(2);
         for (std::size_t k = 1; k < curve.size(); ++k)
             c.line(curve[k - 1].incidence, curve[k - 1].refraction, curve[k].incidence, curve[k].refraction,
-                   kSnellCurve);
+                   palette::law::snell);
         c.setDrawWidth(1);
     };
     figure.label = [index](Canvas& c) {
@@ -159,7 +151,7 @@ LawFigure snellFigure(double index, bool leavesDenserMedium) {
         return LawLabel{fitted.lines,
                         fitted.points,
                         Qt::black,
-                        kSnellGround,
+                        palette::law::snellGround,
                         80.0,
                         70.0,
                         QRectF(QPointF(77.0, 70.0), QPointF(97.0, 65.0))};
@@ -222,7 +214,13 @@ void Inpdat::toentrito() {
         const double foot = 50.0 - c.textHeight();
         const double end = 1.5 * foot - 3.0 * std::fabs(c.userPerPixelX());
         const double left = std::min(40.0, end - std::max(c.textWidth(english), c.textWidth(greek)));
-        return LawLabel{{english, greek}, c.fontSize(), kFixedLabel, kFixedGround, left, 50.0 + c.textHeight(), {}};
+        return LawLabel{{english, greek},
+                        c.fontSize(),
+                        palette::law::fixedLabel,
+                        palette::law::fixedGround,
+                        left,
+                        50.0 + c.textHeight(),
+                        {}};
     };
     figure.spoken = QStringLiteral("refraction = 2/3 incidence: the line from (0°, 0°) to (100°, %1°).")
                         .arg(fmt(200.0 / 3.0, "0.0"));
@@ -241,7 +239,8 @@ void Inpdat::toendeytero() {
         // Below and right of the line where it passes x = 60.
         c.setFontBold(true);
         const FittedText fitted = fitText(c, label, 49.0, labelPoints(c));
-        return LawLabel{fitted.lines, fitted.points, kFixedLabel, kFixedGround, 60.0, 1.5 * 60 - 2, {}};
+        return LawLabel{
+            fitted.lines, fitted.points, palette::law::fixedLabel, palette::law::fixedGround, 60.0, 1.5 * 60 - 2, {}};
     };
     figure.spoken = QStringLiteral("refraction = 3/2 incidence: the line from (0°, 0°) to (100°, 150°).");
     lawDrawn(label, std::move(figure));

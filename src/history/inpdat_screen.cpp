@@ -10,6 +10,7 @@
 #include "analysis/graph_screens.h"
 #include "apparatus/apparatus_openers.h"
 #include "canvas/fonts.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "models/interpretation_openers.h"
 #include "models/rixo_screen.h"
@@ -19,8 +20,6 @@
 #include "ui/window_placement.h"
 
 namespace {
-
-const QColor kTypedRow(255, 205, 205);
 
 // Key codes of the classic key events, so that the handlers read as the
 // pupil's keys: Enter, Home, the four arrows.
@@ -58,7 +57,7 @@ int gridKeyCode(const QLineEdit& box, int key, Column column) {
 Inpdat::Inpdat() {
     setObjectName(QStringLiteral("inpdat"));
     setWindowTitle(QStringLiteral("DATA  Δεδομένα"));
-    setFont(programFont(QStringLiteral("Arial Greek"), 10.0));
+    setFont(roleFont(FontRole::Caption, 10.0));
     buildControls();
     buildMenus();
     Form_Load();
@@ -106,7 +105,8 @@ void Inpdat::Text1_Change(int index) {
     List2->hide();
     // Typed rows are marked; a box emptied again loses its mark.
     QPalette pal = Text1[index]->palette();
-    pal.setColor(QPalette::Base, Text1[index]->text().isEmpty() ? palette().color(QPalette::Base) : kTypedRow);
+    pal.setColor(QPalette::Base,
+                 Text1[index]->text().isEmpty() ? palette().color(QPalette::Base) : palette::data::typedRow);
     Text1[index]->setPalette(pal);
 }
 

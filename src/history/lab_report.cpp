@@ -14,6 +14,7 @@
 
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"
 
@@ -34,7 +35,7 @@ public:
     double mm(double v) const { return v * dpi_ / 25.4; }
 
     void setFont(double points, bool bold) {
-        QFont f = programFont(QStringLiteral("Arial"), points, bold);
+        QFont f = roleFont(FontRole::Caption, points, bold);
         p_.setFont(f);
     }
     // Prints a line at the pen's position and moves the pen under it,
@@ -69,7 +70,7 @@ double drawGraph(Page& page, const Canvas& canvas, const QString& caption, doubl
     p.scale(scale, scale);
     canvas.renderFigure(p);
     p.restore();
-    p.setPen(QColor(150, 150, 150));
+    p.setPen(palette::data::reportRule);
     p.drawRect(QRectF(page.mm(leftMm), page.mm(topMm), page.mm(widthMm), page.mm(heightMm)));
     page.setFont(8.0, false);
     p.setPen(Qt::black);

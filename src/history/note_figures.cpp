@@ -6,17 +6,13 @@
 
 #include "canvas/canvas.h"
 #include "canvas/graph_axes.h"
+#include "canvas/palette.h"
 #include "core/physics.h"
 #include "history/data_plots.h"
 
 namespace {
 
 using physics::kDegree;
-const QColor kRay(220, 30, 30);
-const QColor kSecondPath(40, 40, 160);
-const QColor kWater(205, 230, 250);
-const QColor kLayer(255, 240, 170);
-const QColor kGrey(110, 110, 110);
 constexpr double kCaptionLeft = 63.0;
 constexpr double kLetterPoints = 11.0;
 constexpr double kCaptionPoints = 10.0;
@@ -88,20 +84,20 @@ void dashedLine(Canvas& c, double x1, double y1, double x2, double y2, const QCo
 void fermat(Canvas& c, const Frame& f) {
     const double boundary = 28.0;
     const double speedRatio = 1.5;  // speed in 1 over speed in 2
-    c.filledBox(2, boundary, 58, 6, kWater);
-    c.line(2, boundary, 58, boundary, kGrey);
+    c.filledBox(2, boundary, 58, 6, palette::notes::water);
+    c.line(2, boundary, 58, boundary, palette::notes::construction);
     const double zx = 8.0, zy = 48.0, ex = 25.0;
     const double sinI = (ex - zx) / std::hypot(ex - zx, zy - boundary);
     const double r = std::asin(sinI / speedRatio);
     const double hx = ex + std::tan(r) * 20.0, hy = boundary - 20.0;
     const double gx = 45.0;
-    dashedLine(c, ex, zy, ex, hy, kGrey, DrawStyle::Dot);  // the normal OEM
+    dashedLine(c, ex, zy, ex, hy, palette::notes::construction, DrawStyle::Dot);  // the normal OEM
     c.setDrawWidth(2);
-    c.line(zx, zy, ex, boundary, kRay);
-    c.line(ex, boundary, hx, hy, kRay);
+    c.line(zx, zy, ex, boundary, palette::notes::ray);
+    c.line(ex, boundary, hx, hy, palette::notes::ray);
     c.setDrawWidth(1);
-    dashedLine(c, zx, zy, gx, boundary, kSecondPath);
-    dashedLine(c, gx, boundary, hx, hy, kSecondPath);
+    dashedLine(c, zx, zy, gx, boundary, palette::notes::secondPath);
+    dashedLine(c, gx, boundary, hx, hy, palette::notes::secondPath);
     letter(c, zx, zy, QStringLiteral("Z"), -1, 1);
     letter(c, hx, hy, QStringLiteral("H"), 0, -1);
     letter(c, ex, boundary, QStringLiteral("E"), -1, -1);
@@ -115,7 +111,7 @@ void fermat(Canvas& c, const Frame& f) {
 
 void hero(Canvas& c, const Frame& f) {
     const double mirror = 22.0;
-    c.filledBox(2, mirror, 58, mirror - 1.5, kGrey);
+    c.filledBox(2, mirror, 58, mirror - 1.5, palette::notes::construction);
     const double zx = 10.0, zy = 50.0, hx = 50.0, hy = 42.0;
     const double hpy = 2 * mirror - hy;  // H', the image of H
     const double ex = zx + (hx - zx) * (zy - mirror) / (zy - hpy);
@@ -123,14 +119,14 @@ void hero(Canvas& c, const Frame& f) {
     // that meet there.
     const double gx = 56.0;
     c.setDrawWidth(2);
-    c.line(zx, zy, ex, mirror, kRay);
-    c.line(ex, mirror, hx, hy, kRay);
+    c.line(zx, zy, ex, mirror, palette::notes::ray);
+    c.line(ex, mirror, hx, hy, palette::notes::ray);
     c.setDrawWidth(1);
-    dashedLine(c, zx, zy, gx, mirror, kSecondPath);
-    dashedLine(c, gx, mirror, hx, hy, kSecondPath);
-    dashedLine(c, ex, mirror, hx, hpy, kRay, DrawStyle::Dot);
-    dashedLine(c, gx, mirror, hx, hpy, kSecondPath, DrawStyle::Dot);
-    dashedLine(c, hx, hy, hx, hpy, kGrey, DrawStyle::Dot);
+    dashedLine(c, zx, zy, gx, mirror, palette::notes::secondPath);
+    dashedLine(c, gx, mirror, hx, hy, palette::notes::secondPath);
+    dashedLine(c, ex, mirror, hx, hpy, palette::notes::ray, DrawStyle::Dot);
+    dashedLine(c, gx, mirror, hx, hpy, palette::notes::secondPath, DrawStyle::Dot);
+    dashedLine(c, hx, hy, hx, hpy, palette::notes::construction, DrawStyle::Dot);
     letter(c, zx, zy, QStringLiteral("Z"), -1, 1);
     letter(c, hx, hy, QStringLiteral("H"), 1, 0);
     letter(c, hx, hpy, QStringLiteral("H'"), 1, 0);
@@ -142,9 +138,9 @@ void hero(Canvas& c, const Frame& f) {
 void newton(Canvas& c, const Frame& f) {
     const double layerTop = 30.0, layerBottom = 26.0;
     const double n = 1.5;  // speed in glass over speed in air, for Newton
-    c.filledBox(2, layerBottom, 58, 4, kWater);
-    c.filledBox(2, layerTop, 58, layerBottom, kLayer);
-    c.line(2, layerTop, 58, layerTop, kGrey);
+    c.filledBox(2, layerBottom, 58, 4, palette::notes::water);
+    c.filledBox(2, layerTop, 58, layerBottom, palette::notes::layer);
+    c.line(2, layerTop, 58, layerTop, palette::notes::construction);
     for (const double incidence : {20.0, 45.0, 65.0}) {
         const double sinI = std::sin(incidence * kDegree);
         const double vx = sinI;                             // kept across the layer
@@ -153,7 +149,7 @@ void newton(Canvas& c, const Frame& f) {
         const double px = 22.0;                             // where every ray meets the layer
         const double rise = std::min(24.0, (px - 2.0) / std::tan(incidence * kDegree));
         c.setDrawWidth(2);
-        c.line(px - rise * std::tan(incidence * kDegree), layerTop + rise, px, layerTop, kRay);
+        c.line(px - rise * std::tan(incidence * kDegree), layerTop + rise, px, layerTop, palette::notes::ray);
         // Through the layer the downward speed grows evenly with depth
         // squared: a parabola, tangent to both straight parts.
         const double d = layerTop - layerBottom;
@@ -164,15 +160,15 @@ void newton(Canvas& c, const Frame& f) {
             const double t = time * step / 12.0;
             const double nx = px + vx * t;
             const double ny = layerTop - (vy1 * t + 0.5 * a * t * t);
-            c.line(x, y, nx, ny, kRay);
+            c.line(x, y, nx, ny, palette::notes::ray);
             x = nx;
             y = ny;
         }
         const double depth = y - 5.0;
-        c.line(x, y, x + depth * vx / vy2, 5.0, kRay);
+        c.line(x, y, x + depth * vx / vy2, 5.0, palette::notes::ray);
         c.setDrawWidth(1);
     }
-    dashedLine(c, 22, 55, 22, 5, kGrey, DrawStyle::Dot);
+    dashedLine(c, 22, 55, 22, 5, palette::notes::construction, DrawStyle::Dot);
     c.setForeColor(Qt::black);
     printFitted(c, 40, 50, QStringLiteral("AIR  Αέρας"), 17, kCaptionPoints);
     printFitted(c, 44, 12, QStringLiteral("GLASS  Γυαλί"), 14, kCaptionPoints);
@@ -184,12 +180,12 @@ void newton(Canvas& c, const Frame& f) {
 void ptolemy(Canvas& c, const Frame& f) {
     const double ex = 30.0, ey = 28.0, outer = 23.0, inner = 21.0;
     const double n = 4.0 / 3.0;  // water
-    c.filledBox(4, ey, 56, 3, kWater);
+    c.filledBox(4, ey, 56, 3, palette::notes::water);
     auto ring = [&](double radius) {
         for (int a = 0; a < 360; a += 5) {
             const double a1 = a * kDegree, a2 = (a + 5) * kDegree;
             c.line(ex + radius * std::cos(a1), ey + radius * std::sin(a1), ex + radius * std::cos(a2),
-                   ey + radius * std::sin(a2), QColor(150, 90, 30));
+                   ey + radius * std::sin(a2), palette::notes::angleArc);
         }
     };
     ring(outer);
@@ -197,17 +193,17 @@ void ptolemy(Canvas& c, const Frame& f) {
     for (int a = 0; a < 360; a += 10) {
         const double t = a * kDegree;
         c.line(ex + inner * std::cos(t), ey + inner * std::sin(t), ex + outer * std::cos(t), ey + outer * std::sin(t),
-               QColor(150, 90, 30));
+               palette::notes::angleArc);
     }
-    c.line(ex - outer - 3, ey, ex + outer + 3, ey, kGrey);
-    c.line(ex, ey - outer - 3, ex, ey + outer + 3, kGrey);
+    c.line(ex - outer - 3, ey, ex + outer + 3, ey, palette::notes::construction);
+    c.line(ex, ey - outer - 3, ex, ey + outer + 3, palette::notes::construction);
     const double incidence = 45.0 * kDegree;
     const double refraction = std::asin(std::sin(incidence) / n);
     const double zx = ex - inner * std::sin(incidence), zy = ey + inner * std::cos(incidence);
     const double hx = ex + inner * std::sin(refraction), hy = ey - inner * std::cos(refraction);
     c.setDrawWidth(2);
-    c.line(zx, zy, ex, ey, kRay);
-    c.line(ex, ey, hx, hy, kRay);
+    c.line(zx, zy, ex, ey, palette::notes::ray);
+    c.line(ex, ey, hx, hy, palette::notes::ray);
     c.setDrawWidth(1);
     c.filledCircle(zx, zy, 1.0, Qt::black);
     c.filledCircle(hx, hy, 1.0, Qt::black);

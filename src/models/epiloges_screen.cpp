@@ -18,7 +18,7 @@
 Epiloges::Epiloges() {
     setObjectName(QStringLiteral("epiloges"));
     setWindowTitle(QStringLiteral("Σχέση του δείκτη της διάθλασης και των ταχύτητων σε διάφορα μέσα"));
-    setFont(programFont(QStringLiteral("Tahoma"), 9.0));
+    setFont(roleFont(FontRole::Panel, 9.0));
     createMenus();
 
     summary = new QLabel;

@@ -62,3 +62,9 @@ void InterpretationState::setBendingIndex(double n) {
     else
         setIndex(n);
 }
+
+void InterpretationState::setMode(Mode mode) {
+    if (mode == mode_) return;
+    mode_ = mode;
+    emit modeChanged(mode);
+}

@@ -3,8 +3,9 @@
 
 // The values the interpretation screens share, each held once: the ratio of
 // the indices in use, the angle of incidence, Newton's value, the speed
-// ratio c of the wave screen's menus, and "the same speed in both media"
-// with the index it set aside. The wave screen, the control panel, the
+// ratio c of the wave screen's menus, "the same speed in both media" with
+// the index it set aside, and which interpretation the corpuscle screen
+// shows. The wave screen, the control panel, the
 // corpuscle screen and the index-and-velocities screen read them here and
 // follow the change signals, so that every window shows the same values
 // whichever of them changed one.
@@ -13,6 +14,9 @@ class InterpretationState : public QObject {
 public:
     static constexpr int kMinIncidence = 0;  // degrees, the panel's bar
     static constexpr int kMaxIncidence = 89;
+
+    // Light as Newton's corpuscles, as Descartes' balls, or Fermat's least time.
+    enum class Mode { Newton, Descartes, Fermat };
 
     // n2/n1, the index of the lower medium over that of the upper one.
     double index() const { return index_; }
@@ -24,6 +28,7 @@ public:
     // "The same speed in both media" (IDIA V): while it holds the index in
     // use is 1 and the ray goes straight on.
     bool sameSpeeds() const { return sameSpeeds_; }
+    Mode mode() const { return mode_; }
     // The index for when the speeds differ: the one in use, or the one set
     // aside while the speeds are the same.
     double bendingIndex() const { return sameSpeeds_ ? bendingIndex_ : index_; }
@@ -41,6 +46,7 @@ public:
     // A typed index for the second medium: in use at once, or, while the
     // speeds are the same, set aside for when they differ.
     void setBendingIndex(double n);
+    void setMode(Mode mode);
 
 signals:
     void indexChanged(double n);
@@ -48,6 +54,7 @@ signals:
     void newtonValueChanged(double pull);
     void speedRatioChanged(double c);
     void sameSpeedsChanged(bool same);
+    void modeChanged(InterpretationState::Mode mode);
     // After the signals above of one change of the index, the angle or the
     // same speeds, once every window has followed: the panel writes its
     // figures last, over whatever a picture wrote into them on the way.
@@ -62,4 +69,5 @@ private:
     double speedRatio_ = 1.0;
     bool sameSpeeds_ = false;
     double bendingIndex_ = 1.5;
+    Mode mode_ = Mode::Newton;
 };

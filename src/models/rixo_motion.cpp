@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "models/rixo_look.h"
+#include "canvas/palette.h"
 #include "models/rixo_screen.h"
 #include "models/wave_fronts.h"
-
-using namespace rixo_look;
 
 namespace {
 
@@ -46,8 +44,9 @@ void Rixo::updateFronts() {
         for (const kymatiko::Segment& seg : segments) s.lines.emplace_back(toWidget(seg.a), toWidget(seg.b));
         return s;
     };
-    moving->setLayer(0, {stroke(w.incident, kIncident), stroke(w.reflected, shaded(kReflected, std::fabs(amp.rs))),
-                         stroke(w.refracted, shaded(kRefracted, std::fabs(amp.ts)))});
+    moving->setLayer(0, {stroke(w.incident, palette::waves::incident),
+                         stroke(w.reflected, shaded(palette::waves::reflected, std::fabs(amp.rs))),
+                         stroke(w.refracted, shaded(palette::waves::refracted, std::fabs(amp.ts)))});
 }
 
 void Rixo::updatePulse() {
@@ -66,13 +65,13 @@ void Rixo::updatePulse() {
         return s;
     };
     const int incident = static_cast<int>(paths_.incident.size());
-    std::vector<MovingLayer::Stroke> strokes{stretch(paths_.incident, pulse_, kIncident)};
+    std::vector<MovingLayer::Stroke> strokes{stretch(paths_.incident, pulse_, palette::waves::incident)};
     if (pulse_ >= incident) {
         const int beyond = pulse_ - incident + 1;
         if (reflectedWaveWanted() &&
             std::fabs(kymatiko::fresnel(refraction(), index()).rs) >= kymatiko::kVisibleReflection)
-            strokes.push_back(stretch(paths_.reflected, beyond, kReflected));
-        strokes.push_back(stretch(paths_.refracted, beyond, kRefracted));
+            strokes.push_back(stretch(paths_.reflected, beyond, palette::waves::reflected));
+        strokes.push_back(stretch(paths_.refracted, beyond, palette::waves::refracted));
     }
     moving->setLayer(1, std::move(strokes));
 }

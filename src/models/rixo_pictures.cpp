@@ -3,16 +3,14 @@
 #include <algorithm>
 #include <cmath>
 
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "models/energy_shares.h"
 #include "models/model_texts.h"
 #include "models/note_lines.h"
-#include "models/rixo_look.h"
 #include "models/rixo_screen.h"
 #include "models/rixotext_screen.h"
 #include "ui/forms.h"
-
-using namespace rixo_look;
 
 void Rixo::applyField() {
     const kymatiko::Field f = field();
@@ -31,13 +29,13 @@ QRect Rixo::keptClear(kymatiko::Point corner, kymatiko::Point opposite) const {
 void Rixo::drawMedia() {
     const kymatiko::Field f = field();
     canvas->cls();
-    canvas->filledBox(0.0, f.boundary(), f.width, f.height, kUpperMedium);
-    canvas->filledBox(0.0, 0.0, f.width, f.boundary(), kLowerMedium);
+    canvas->filledBox(0.0, f.boundary(), f.width, f.height, palette::waves::upperMedium);
+    canvas->filledBox(0.0, 0.0, f.width, f.boundary(), palette::waves::lowerMedium);
     canvas->setDrawWidth(2);
-    canvas->line(0.0, f.boundary(), f.width, f.boundary(), QColor(0, 0, 0));
+    canvas->line(0.0, f.boundary(), f.width, f.boundary(), palette::black);
     canvas->setDrawWidth(1);
     canvas->setDrawStyle(DrawStyle::Dash);
-    canvas->line(f.width / 2.0, 0.0, f.width / 2.0, f.height, kNormal);
+    canvas->line(f.width / 2.0, 0.0, f.width / 2.0, f.height, palette::waves::normal);
     canvas->setDrawStyle(DrawStyle::Solid);
 }
 
@@ -49,15 +47,15 @@ void Rixo::drawRays(const kymatiko::Refraction& r) {
         canvas->line(path.front().x, path.front().y, path.back().x, path.back().y, colour);
     };
     canvas->setDrawWidth(2);
-    polyline(paths_.incident, kIncident);
-    if (std::fabs(f.rs) >= kymatiko::kVisibleReflection) polyline(paths_.reflected, kReflected);
-    polyline(paths_.refracted, kRefracted);
+    polyline(paths_.incident, palette::waves::incident);
+    if (std::fabs(f.rs) >= kymatiko::kVisibleReflection) polyline(paths_.reflected, palette::waves::reflected);
+    polyline(paths_.refracted, palette::waves::refracted);
     canvas->setDrawWidth(1);
 }
 
 QRect Rixo::printNotes(const QStringList& notes) {
     const kymatiko::Field f = field();
-    canvas->setForeColor(QColor(0, 0, 0));
+    canvas->setForeColor(palette::black);
     // Bottom left: the light comes from the upper left and leaves to the
     // lower right, so this corner is clear of the fronts of the incident and
     // reflected waves. The refracted fronts can sweep the whole lower medium
@@ -81,7 +79,7 @@ QRect Rixo::printNotes(const QStringList& notes) {
     }
     double right = left;
     double y = top;
-    canvas->setTextHalo(kLowerMedium);
+    canvas->setTextHalo(palette::waves::lowerMedium);
     for (const NoteLine& l : lines) {
         canvas->setFontSize(l.points);
         canvas->setCurrentX(left);
@@ -103,16 +101,16 @@ QRect Rixo::drawBrewsterMark() {
     const double length = 0.3 * std::min(f.width, f.height);
     const kymatiko::Point end{f.hit().x - length * std::sin(b), f.hit().y + length * std::cos(b)};
     canvas->setDrawStyle(DrawStyle::Dash);
-    canvas->line(f.hit().x, f.hit().y, end.x, end.y, kBrewster);
+    canvas->line(f.hit().x, f.hit().y, end.x, end.y, palette::waves::brewster);
     canvas->setDrawStyle(DrawStyle::Solid);
     const QString mark = texts::brewsterMark();
     const double x = end.x - canvas->textWidth(mark) - f.width * 0.005;
     const double y = end.y + canvas->textHeight(mark);
-    canvas->setForeColor(kBrewster);
+    canvas->setForeColor(palette::waves::brewster);
     canvas->setCurrentX(x);
     canvas->setCurrentY(y);
     canvas->print(mark);
-    canvas->setForeColor(QColor(0, 0, 0));
+    canvas->setForeColor(palette::black);
     return keptClear({x, y}, {x + canvas->textWidth(mark), y - canvas->textHeight(mark)});
 }
 
@@ -180,7 +178,7 @@ void Rixo::drawStraightRay() {
     const kymatiko::Point from = kymatiko::edgeOfField(f, f.hit(), -si, ci);
     const kymatiko::Point to = kymatiko::edgeOfField(f, f.hit(), si, -ci);
     canvas->setDrawWidth(2);
-    canvas->line(from.x, from.y, to.x, to.y, kIncident);
+    canvas->line(from.x, from.y, to.x, to.y, palette::waves::incident);
     canvas->setDrawWidth(1);
     const kymatiko::Refraction straight = kymatiko::refract(kymatiko::radians(incidenceDegrees()), 1.0);
     moving->setKeepClear(printNotes({texts::rayPictureAngles(incidenceDegrees(), straight)}));

@@ -5,6 +5,7 @@
 #include <QMenuBar>
 
 #include "canvas/fonts.h"
+#include "canvas/palette.h"
 #include "models/epiloges_screen.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"
@@ -17,7 +18,7 @@
 Rixo::Rixo() : state_(sharedState<InterpretationState>()) {
     setObjectName(QStringLiteral("rixo"));
     setWindowTitle(QStringLiteral("WAVES"));
-    setFont(programFont(QStringLiteral("Arial Greek"), 9.0));
+    setFont(roleFont(FontRole::Caption, 9.0));
     createDrawing();
     createMenus();
     Timer1 = new FormTimer(
@@ -37,14 +38,14 @@ void Rixo::createDrawing() {
     canvas = new Canvas;
     canvas->setObjectName(QStringLiteral("waveField"));
     canvas->setAccessibleName(QStringLiteral("Waves at the boundary of two media  Κύματα στο όριο δύο μέσων"));
-    canvas->setFontName(QStringLiteral("Arial Greek"));
+    canvas->setFontRole(FontRole::Caption);
     canvas->setFontSize(9.0);
     canvas->setMinimumSize(1, 1);
     setCentralWidget(canvas);
     moving = new MovingLayer(canvas);
     moving->setObjectName(QStringLiteral("waveFronts"));
     moving->setAccessibleName(QStringLiteral("Moving wave fronts  Κινούμενα μέτωπα κύματος"));
-    Shape1 = new ShapeWidget(canvas, QColor(0, 0, 0), 10, true);
+    Shape1 = new ShapeWidget(canvas, palette::black, 10, true);
     Shape1->setObjectName(QStringLiteral("Shape1"));
     Shape1->setAccessibleName(QStringLiteral("Point of the wave front  Σημείο του μετώπου κύματος"));
 }

@@ -46,7 +46,7 @@ QLabel* makeLabel(const char* name) {
 Rixotext::Rixotext() : state_(sharedState<InterpretationState>()) {
     setObjectName(QStringLiteral("rixotext"));
     setWindowTitle(QStringLiteral("REFLECTED AND REFRACTED ANAKLOMENOI KAI DIATHALOMENOI"));
-    setFont(programFont(QStringLiteral("Arial Greek"), 9.0));
+    setFont(roleFont(FontRole::Caption, 9.0));
     createControls();
     createLabels();
     layOut();
@@ -61,7 +61,7 @@ Rixotext::Rixotext() : state_(sharedState<InterpretationState>()) {
 void Rixotext::createControls() {
     Command1 = new CaptionButton(QStringLiteral("WAVES AND PARTICLES KYMATA KAI ΣΩMATIΔIA"));
     Command1->setObjectName(QStringLiteral("Command1"));
-    Command1->setFont(programFont(QStringLiteral("Times New Roman"), 10.0, true));
+    Command1->setFont(roleFont(FontRole::Reading, 10.0, true));
     Command1->setMinimumHeight(44);
 
     const int pull = static_cast<int>(std::lround(state_.newtonValue() / kymatiko::kNewtonValueScale));
@@ -108,7 +108,7 @@ void Rixotext::layOut() {
     auto caption = [](const QString& text, QWidget* buddy) {
         auto* l = new QLabel(text);
         l->setBuddy(buddy);
-        l->setFont(programFont(QStringLiteral("Arial Greek"), 9.0, true));
+        l->setFont(roleFont(FontRole::Caption, 9.0, true));
         return l;
     };
     newtonCaption = caption(QStringLiteral("Newton's value  Σταθερά Newton"), newtongtimi);

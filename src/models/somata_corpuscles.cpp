@@ -2,6 +2,7 @@
 // the streams of corpuscles and their timers.
 #include <cmath>
 
+#include "canvas/palette.h"
 #include "models/model_summaries.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"
@@ -9,10 +10,7 @@
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 
-namespace {
-const QColor kTrackColour(0, 0, 255);
-const QColor kLayerFace(90, 90, 90);
-}  // namespace
+namespace {}  // namespace
 
 kymatiko::CorpuscleModel Somata::newtonModel() const {
     return NEWTON2STROMATA->isChecked() ? kymatiko::CorpuscleModel::NewtonParallelLayers
@@ -35,7 +33,7 @@ void Somata::drawTrackPicture() {
     drawMedium();
     const kymatiko::Field f = field();
     canvas->setDrawStyle(DrawStyle::Dash);
-    for (double y : track_.faces) canvas->line(0.0, y, f.width, y, kLayerFace);
+    for (double y : track_.faces) canvas->line(0.0, y, f.width, y, palette::corpuscles::layerFace);
     canvas->setDrawStyle(DrawStyle::Solid);
     canvas->setDrawWidth(1);
     const bool points = model_ == kymatiko::CorpuscleModel::NewtonParallelLayers;
@@ -44,9 +42,9 @@ void Somata::drawTrackPicture() {
         const auto& p = track_.points;
         for (std::size_t k = 1; k < p.size(); ++k) {
             if (points)
-                canvas->pset(p[k].x + dx, p[k].y, kTrackColour);
+                canvas->pset(p[k].x + dx, p[k].y, palette::corpuscles::track);
             else
-                canvas->line(p[k - 1].x + dx, p[k - 1].y, p[k].x + dx, p[k].y, kTrackColour);
+                canvas->line(p[k - 1].x + dx, p[k - 1].y, p[k].x + dx, p[k].y, palette::corpuscles::track);
         }
     }
     const double n = state_.index();
@@ -69,14 +67,14 @@ void Somata::drawTrackPicture() {
 
 void Somata::DrawNewtonOneLayer() {
     neftonas->setChecked(true);
-    if (mode_ == Mode::Fermat) setMode(Mode::Newton);
+    if (state_.mode() == Mode::Fermat) setMode(Mode::Newton);
     buildTrack(kymatiko::CorpuscleModel::NewtonOneLayer);
     drawTrackPicture();
 }
 
 void Somata::DrawNewtonParallelLayers() {
     NEWTON2STROMATA->setChecked(true);
-    if (mode_ == Mode::Fermat) setMode(Mode::Newton);
+    if (state_.mode() == Mode::Fermat) setMode(Mode::Newton);
     buildTrack(kymatiko::CorpuscleModel::NewtonParallelLayers);
     drawTrackPicture();
 }

@@ -3,17 +3,14 @@
 #include <algorithm>
 #include <cmath>
 
+#include "canvas/palette.h"
 #include "models/model_summaries.h"
 #include "models/model_texts.h"
 #include "models/rixotext_screen.h"
 #include "models/somata_screen.h"
 #include "ui/forms.h"
 
-namespace {
-const QColor kPlainPath(0, 0, 0);
-const QColor kHeroPath(255, 0, 0);
-const QColor kFermatPath(0, 255, 0);
-}  // namespace
+namespace {}  // namespace
 
 kymatiko::Point Somata::bodyCentre(Body body) const {
     const kymatiko::Field f = field();
@@ -72,7 +69,7 @@ void Somata::showFermat() {
             kymatiko::findLeastTime(bodyCentre(Magenta), bodyCentre(Green), f.boundary(), speeds());
         if (s.best > 0) {
             bodies_[Blue] = {s.bestX / f.width, 0.5};
-            drawFermatPicture(bodyCentre(Blue), kFermatPath);
+            drawFermatPicture(bodyCentre(Blue), palette::corpuscles::fermatPath);
             setFermatLabel(texts::leastTime(s.bestTime));
             const kymatiko::Point a = bodyCentre(Magenta), b = bodyCentre(Blue), c = bodyCentre(Green);
             canvas->setSummary(spoken::fermat({lawOfSpeeds(), state_.index(), speeds(), a, b, c, f.boundary(),
@@ -86,9 +83,9 @@ void Somata::showFermat() {
     const kymatiko::PathTime t = kymatiko::travelTime(a, b, c, f.boundary(), speeds());
     const kymatiko::PathKind kind =
         kymatiko::classifyPath(a, b, c, f.boundary(), state_.index(), fermalaw->isChecked());
-    const QColor colour = kind == kymatiko::PathKind::Reflection   ? kHeroPath
-                          : kind == kymatiko::PathKind::Refraction ? kFermatPath
-                                                                   : kPlainPath;
+    const QColor colour = kind == kymatiko::PathKind::Reflection   ? palette::corpuscles::heroPath
+                          : kind == kymatiko::PathKind::Refraction ? palette::corpuscles::fermatPath
+                                                                   : palette::black;
     drawFermatPicture(b, colour);
     canvas->setSummary(
         spoken::fermat({lawOfSpeeds(), state_.index(), speeds(), a, b, c, f.boundary(), kind, t, std::nullopt}));
@@ -108,7 +105,7 @@ void Somata::showTravelTime() {
 void Somata::redrawFermat() { showFermat(); }
 
 void Somata::setMode(Mode mode) {
-    mode_ = mode;
+    state_.setMode(mode);
     if (mode != Mode::Fermat) fermatView_ = FermatView::Instruction;  // what the demonstration opens with
 }
 
@@ -127,7 +124,7 @@ void Somata::fermat_Click() {
 }
 
 void Somata::Form_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers shift, double x, double y) {
-    if (mode_ != Mode::Fermat || button != Qt::LeftButton) return;
+    if (state_.mode() != Mode::Fermat || button != Qt::LeftButton) return;
     const bool withShift = shift.testFlag(Qt::ShiftModifier);
     const bool withControl = shift.testFlag(Qt::ControlModifier);
     if (withShift && withControl)
@@ -142,7 +139,7 @@ void Somata::Form_MouseDown(Qt::MouseButton button, Qt::KeyboardModifiers shift,
 }
 
 bool Somata::fermatKey(int key, Qt::KeyboardModifiers modifiers) {
-    if (mode_ != Mode::Fermat) return false;
+    if (state_.mode() != Mode::Fermat) return false;
     const bool withShift = modifiers.testFlag(Qt::ShiftModifier);
     const bool withControl = modifiers.testFlag(Qt::ControlModifier);
     if (!withShift && !withControl) return false;
@@ -167,7 +164,7 @@ bool Somata::fermatKey(int key, Qt::KeyboardModifiers modifiers) {
 }
 
 void Somata::fermatscr_Change() {
-    if (mode_ != Mode::Fermat) return;
+    if (state_.mode() != Mode::Fermat) return;
     const kymatiko::Field f = field();
     const double x = f.width * fermatscr->value() / fermatscr->maximum();
     bodies_[Blue] = {std::clamp(x / f.width, 0.0, 1.0), 0.5};  // on the boundary

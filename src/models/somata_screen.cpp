@@ -7,18 +7,17 @@
 #include <QVBoxLayout>
 
 #include "canvas/fonts.h"
+#include "canvas/palette.h"
 #include "models/rixotext_screen.h"
 #include "ui/forms.h"
 #include "ui/scroll_bars.h"
 
-namespace {
-const QColor kSecondMedium(200, 150, 90);
-}  // namespace
+namespace {}  // namespace
 
 Somata::Somata() : state_(sharedState<InterpretationState>()) {
     setObjectName(QStringLiteral("somata"));
     setWindowTitle(QStringLiteral("CORPUSCULAR AND FERMAT ΣΩMATIΔIA KAI FERMAT"));
-    setFont(programFont(QStringLiteral("Arial Greek"), 9.0));
+    setFont(roleFont(FontRole::Caption, 9.0));
     createDrawing();
     createBodies();
     createMenus();
@@ -43,7 +42,7 @@ void Somata::createDrawing() {
     canvas = new Canvas;
     canvas->setObjectName(QStringLiteral("corpuscleField"));
     canvas->setAccessibleName(QStringLiteral("Corpuscles and Fermat's principle  Σωμάτια και αρχή του Fermat"));
-    canvas->setFontName(QStringLiteral("Arial Greek"));
+    canvas->setFontRole(FontRole::Caption);
     canvas->setMinimumSize(1, 1);
     fermatscr = createScrollBar({.orientation = Qt::Horizontal,
                                  .minimum = 0,
@@ -73,9 +72,9 @@ void Somata::createDrawing() {
 }
 
 void Somata::createBodies() {
-    fermat1 = new ShapeWidget(canvas, QColor(255, 0, 255), 16);
-    fermat2 = new ShapeWidget(canvas, QColor(0, 0, 255), 16);
-    fermat3 = new ShapeWidget(canvas, QColor(0, 255, 0), 16);
+    fermat1 = new ShapeWidget(canvas, palette::corpuscles::fermatFirst, 16);
+    fermat2 = new ShapeWidget(canvas, palette::corpuscles::fermatSecond, 16);
+    fermat3 = new ShapeWidget(canvas, palette::corpuscles::fermatThird, 16);
     fermat1->setObjectName(QStringLiteral("fermat1"));
     fermat2->setObjectName(QStringLiteral("fermat2"));
     fermat3->setObjectName(QStringLiteral("fermat3"));
@@ -83,7 +82,7 @@ void Somata::createBodies() {
     fermat2->setAccessibleName(QStringLiteral("Blue body, on the boundary  Μπλε σώμα, στη διαχωριστική επιφάνεια"));
     fermat3->setAccessibleName(QStringLiteral("Green body, the end  Πράσινο σώμα, το τέλος"));
     for (int k = 0; k < kCorpuscles; ++k) {
-        ShapeWidget* corpuscle = new ShapeWidget(canvas, QColor(220, 0, 0), 9);
+        ShapeWidget* corpuscle = new ShapeWidget(canvas, palette::corpuscles::corpuscle, 9);
         corpuscle->setAccessibleName(QStringLiteral("Corpuscle %1  Σωματίδιο %1").arg(k + 1));
         corpuscle->setObjectName(QStringLiteral("soma"));
         corpuscle->hide();
@@ -150,9 +149,9 @@ QPointF Somata::toWidget(kymatiko::Point p) const { return canvas->toLogical(p.x
 void Somata::drawMedium() {
     const kymatiko::Field f = field();
     canvas->cls();
-    canvas->filledBox(0.0, 0.0, f.width, f.boundary(), kSecondMedium);
+    canvas->filledBox(0.0, 0.0, f.width, f.boundary(), palette::corpuscles::secondMedium);
     canvas->setDrawWidth(1);
-    canvas->line(0.0, f.boundary(), f.width, f.boundary(), QColor(0, 0, 0));
+    canvas->line(0.0, f.boundary(), f.width, f.boundary(), palette::black);
 }
 
 void Somata::Form_Load() {
@@ -191,14 +190,14 @@ void Somata::fermalaw_Click() {
 }
 
 void Somata::lawChanged() {
-    if (mode_ == Mode::Fermat) fermatView_ = FermatView::PictureOnly;
+    if (state_.mode() == Mode::Fermat) fermatView_ = FermatView::PictureOnly;
     fermatscr->hide();
     Label1->hide();
-    if (mode_ == Mode::Fermat) showFermat();  // the path with the new speeds
+    if (state_.mode() == Mode::Fermat) showFermat();  // the path with the new speeds
 }
 
 void Somata::valuesChanged() {
-    if (mode_ == Mode::Fermat) {
+    if (state_.mode() == Mode::Fermat) {
         redrawFermat();
         return;
     }
@@ -207,7 +206,7 @@ void Somata::valuesChanged() {
         trackStale_ = true;
         return;
     }
-    buildTrack(mode_ == Mode::Descartes ? kymatiko::CorpuscleModel::Descartes : newtonModel());
+    buildTrack(state_.mode() == Mode::Descartes ? kymatiko::CorpuscleModel::Descartes : newtonModel());
     showCriticalAngle(false);
     drawTrackPicture();
 }
@@ -215,7 +214,7 @@ void Somata::valuesChanged() {
 bool Somata::eventFilter(QObject* watched, QEvent* event) {
     if (watched == canvas && event->type() == QEvent::Resize) {
         applyField();
-        if (mode_ == Mode::Fermat) {
+        if (state_.mode() == Mode::Fermat) {
             redrawFermat();
         } else {
             buildTrack(model_);  // the field changed: the same path in the new field

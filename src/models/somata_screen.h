@@ -36,8 +36,7 @@ public:
     // What the screen draws, for tests and summaries.
     const Canvas& drawing() const { return *canvas; }
 
-    enum class Mode { Newton, Descartes, Fermat };
-    Mode mode() const { return mode_; }
+    using Mode = InterpretationState::Mode;
     kymatiko::Field field() const;
     const kymatiko::Track& track() const { return track_; }
     long tick() const { return tick_; }
@@ -149,7 +148,6 @@ private:
     QAction* STAMATHMA;        // STOP
 
     InterpretationState& state_;
-    Mode mode_ = Mode::Newton;
     kymatiko::CorpuscleModel model_ = kymatiko::CorpuscleModel::NewtonOneLayer;
     kymatiko::Track track_;
     bool trackStale_ = false;  // the values changed while the corpuscles ran

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "canvas/canvas.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "semicircle/hmiky_look.h"
 
@@ -82,7 +83,7 @@ void drawProtractor(Canvas& canvas, const Protractor& protractor) {
     }
     canvas.setFontName(name);
     canvas.setFontSize(points);
-    canvas.setForeColor(kBlack);
+    canvas.setForeColor(palette::black);
 }
 
 QString protractorSentence(const Protractor& p) {

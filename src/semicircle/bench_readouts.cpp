@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "canvas/canvas.h"
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "semicircle/hmiky_look.h"
 
@@ -184,6 +185,6 @@ std::vector<QRectF> placeReadouts(Canvas& canvas, const std::vector<Readout>& re
             y = canvas.currentY();
         }
     }
-    canvas.setForeColor(kBlack);
+    canvas.setForeColor(palette::black);
     return placed;
 }

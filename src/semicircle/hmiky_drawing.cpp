@@ -5,6 +5,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "core/physics.h"
 #include "semicircle/hmiky_look.h"
@@ -119,20 +120,20 @@ void Hmiky::drawBlock(const Block& block) {
     // Both arc angles come back negative, so the circle is closed by its
     // diameter and filled as one piece.
     const ArcAngles arc = blockArcAngles(block);
-    canvas->setFillColor(kBlockFill);
+    canvas->setFillColor(palette::bench::blockFill);
     canvas->setFillStyle(FillStyle::Solid);
     canvas->setDrawWidth(1);
-    canvas->circle(block.xc, block.yc, block.radius, kBlack, arc.start, arc.end);
+    canvas->circle(block.xc, block.yc, block.radius, palette::black, arc.start, arc.end);
     canvas->setFillStyle(FillStyle::Transparent);
 }
 
 void Hmiky::drawBench(const Block& block, bool withSourceCircle) {
     canvas->cls();
     canvas->setDrawWidth(1);
-    canvas->setForeColor(kBlack);
-    if (withSourceCircle) canvas->circle(0, 0, kSourceCircleRadius, kBlack);
-    canvas->line(-200, 0, 200, 0, kBlack);
-    canvas->line(0, -200, 0, 200, kBlack);
+    canvas->setForeColor(palette::black);
+    if (withSourceCircle) canvas->circle(0, 0, kSourceCircleRadius, palette::black);
+    canvas->line(-200, 0, 200, 0, palette::black);
+    canvas->line(0, -200, 0, 200, palette::black);
     drawBlock(block);
 }
 
@@ -144,10 +145,10 @@ void Hmiky::drawTrace(const Block& block, const RayTrace& trace, std::optional<Q
     for (const RaySegment& s : trace.segments) {
         QColor colour;
         switch (s.kind) {
-        case SegmentKind::Incident: colour = incidentColour.value_or(kRayColour); break;
-        case SegmentKind::Emerging: colour = otherColour.value_or(kRayColour); break;
+        case SegmentKind::Incident: colour = incidentColour.value_or(palette::bench::ray); break;
+        case SegmentKind::Emerging: colour = otherColour.value_or(palette::bench::ray); break;
         case SegmentKind::Inside:
-        case SegmentKind::Reflected: colour = otherColour.value_or(kInsideColour); break;
+        case SegmentKind::Reflected: colour = otherColour.value_or(palette::bench::insideRay); break;
         }
         canvas->line(s.segment.from.x, s.segment.from.y, s.segment.to.x, s.segment.to.y, colour);
         drawArrowhead(*canvas, s, colour);
@@ -215,7 +216,7 @@ void Hmiky::describeTrace(const Block& block, const RayTrace& trace) {
 void Hmiky::printNotes(const QStringList& notes) {
     // The light comes from the upper right and leaves to the lower left or
     // lower right: the upper left corner stays free for text.
-    canvas->setForeColor(kBlack);
+    canvas->setForeColor(palette::black);
     double y = kTop - kMargin;
     for (const QString& note : notes) {
         canvas->setCurrentX(kLeft + kMargin);
@@ -229,7 +230,7 @@ void Hmiky::drawDirectionHint() {
     const QStringList hint{QStringLiteral("Choose the direction of the semicircle:"),
                            QStringLiteral("menu CHOOSE DIRECTION OF SEMICIRCLE"),
                            QStringLiteral("Διάλεξε πρώτα την κατεύθυνση του ημικυκλίου")};
-    canvas->setForeColor(kHintColour);
+    canvas->setForeColor(palette::bench::hint);
     canvas->setFontBold(true);
     double y = -kSourceCircleRadius - 6.0;  // under the circle of the light source
     for (const QString& line : hint) {
@@ -239,7 +240,7 @@ void Hmiky::drawDirectionHint() {
         y = canvas->currentY();
     }
     canvas->setFontBold(false);
-    canvas->setForeColor(kBlack);
+    canvas->setForeColor(palette::black);
 }
 
 void Hmiky::redraw(const QStringList& notes) {

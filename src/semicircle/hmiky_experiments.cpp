@@ -4,6 +4,7 @@
 #include <cmath>
 #include <filesystem>
 
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "core/message_text.h"
 #include "semicircle/bench_routes.h"
@@ -191,29 +192,30 @@ void Hmiky::drawComparison(const Block& block, const std::vector<RayTrace>& trac
     for (const RayTrace& trace : traces) drawTrace(block, trace);
     canvas->setDrawStyle(DrawStyle::Dash);
     canvas->setDrawWidth(2);
-    for (const Segment& ray : expectedRays) canvas->line(ray.from.x, ray.from.y, ray.to.x, ray.to.y, kExpectedColour);
+    for (const Segment& ray : expectedRays)
+        canvas->line(ray.from.x, ray.from.y, ray.to.x, ray.to.y, palette::bench::expected);
     canvas->setDrawWidth(1);
     canvas->setDrawStyle(DrawStyle::Solid);
 
     // The table, on white, in the free upper left corner.
-    canvas->setFontName(QStringLiteral("Courier New"));
+    canvas->setFontRole(FontRole::Table);
     canvas->setFontSize(8.0);
     double width = 0.0;
     for (const QString& line : table) width = std::max(width, canvas->textWidth(line));
     const double height = canvas->textHeight() * static_cast<double>(table.size());
     const double left = kLeft + kMargin;
     const double top = kTop - kMargin;
-    canvas->filledBox(left - 2, top + 2, left + width + 2, top - height - 2, QColor(255, 255, 255));
-    canvas->box(left - 2, top + 2, left + width + 2, top - height - 2, QColor(160, 160, 160));
+    canvas->filledBox(left - 2, top + 2, left + width + 2, top - height - 2, palette::white);
+    canvas->box(left - 2, top + 2, left + width + 2, top - height - 2, palette::bench::noteFrame);
     printNotes(table);
-    canvas->setFontName(QStringLiteral("Arial"));
+    canvas->setFontRole(FontRole::Caption);
     canvas->setFontSize(9.0);
 
     canvas->setCurrentX(left);
     canvas->setCurrentY(top - height - 4);
-    canvas->setForeColor(kExpectedColour);
+    canvas->setForeColor(palette::bench::expected);
     canvas->print(QStringLiteral("- - -  Snell's law  νόμος του Snell"));
-    canvas->setForeColor(kBlack);
+    canvas->setForeColor(palette::black);
 }
 
 void Hmiky::Optimize_Click() {

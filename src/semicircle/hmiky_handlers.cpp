@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "core/number_input.h"
 #include "core/physics.h"
@@ -100,7 +101,7 @@ void Hmiky::Command1_Click() {
     paint([this, block, trace, lines] {
         drawBench(block, false);
         if (trace)
-            drawTrace(block, *trace, kGivenIncident, kGivenOther);
+            drawTrace(block, *trace, palette::bench::givenIncident, palette::bench::givenOther);
         else
             drawDirectionHint();
         printNotes(lines);
@@ -205,6 +206,6 @@ void Hmiky::Form_MouseUp(double x, double y) {
     paint([this, before = picture_, startX, startY, x, y] {
         if (before) before();
         canvas->circle(startX, startY, 5);
-        canvas->circle(x, y, 5, QColor(255, 0, 0));
+        canvas->circle(x, y, 5, palette::bench::aimMark);
     });
 }

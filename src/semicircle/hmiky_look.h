@@ -1,6 +1,6 @@
 #pragma once
-// Colours and the text corner of the semicircle bench, shared by the files
-// that build, draw and run it.
+// The text corner, angle helpers and the lab aids' look of the semicircle
+// bench, shared by the files that build, draw and run it.
 #include <QColor>
 #include <QString>
 
@@ -8,17 +8,8 @@
 
 namespace bench_look {
 
-inline const QColor kBlack(0, 0, 0);
-inline const QColor kBlockFill(205, 235, 255);
-inline const QColor kRayColour(0, 200, 0);       // incident and emerging rays
-inline const QColor kInsideColour(0, 200, 100);  // inside the block and reflected
-inline const QColor kGivenIncident(0, 0, 255);   // the ray of a typed incidence angle
-inline const QColor kGivenOther(0, 255, 0);
-inline const QColor kHintColour(170, 0, 0);
-inline const QColor kExpectedColour(230, 0, 0);
-
 // The lab bench's aids: normals, arrowheads, the angles beside the rays,
-// the protractor. Kept together so that they can join a program-wide
+// the protractor. Kept together so that they can join the program's
 // palette and font roles.
 inline const QColor kNormalColour(90, 90, 90);        // dashed normals at the faces
 inline const QColor kReadoutText(0, 0, 0);            // the angles beside the rays
@@ -26,7 +17,6 @@ inline const QColor kReadoutFrame(0, 120, 60);        // their box's edge and le
 inline const QColor kReadoutPaper(255, 255, 255);     // their box's background
 inline const QColor kTotalReflectionText(170, 0, 0);  // "TOTAL REFLECTION"
 inline const QColor kProtractorInk(120, 60, 0);       // marks and numbers
-inline const QColor kMysteryInk(130, 0, 130);         // the mystery block's notes
 inline const QString kReadoutFont = QStringLiteral("Arial");
 constexpr double kReadoutPoints = 9.0;
 inline const QString kProtractorFont = QStringLiteral("Arial");

@@ -50,7 +50,7 @@ private:
 Hmiky::Hmiky() {
     setObjectName(QStringLiteral("hmiky"));
     setWindowTitle(QStringLiteral("SIMULATION EΞOMOIΩΣH TOY ΠEIΠAMATOΣ"));
-    setFont(programFont(QStringLiteral("Arial"), 9.0));
+    setFont(roleFont(FontRole::Caption, 9.0));
 
     createCanvas();
     auto* host = new SquareHost(canvas);
@@ -88,12 +88,12 @@ void Hmiky::createCanvas() {
     canvas->setObjectName(QStringLiteral("bench"));
     canvas->setAccessibleName(QStringLiteral("Semicircle bench  Πάγκος του ημικυκλίου"));
     canvas->scale(-200, 200, 200, -200);
-    canvas->setFontName(QStringLiteral("Arial"));
+    canvas->setFontRole(FontRole::Caption);
     canvas->setFontSize(9.0);
 }
 
 void Hmiky::createButtons() {
-    const QFont buttonFont = programFont(QStringLiteral("Arial"), 9.0, true);
+    const QFont buttonFont = roleFont(FontRole::Caption, 9.0, true);
     auto button = [&](const QString& caption, const char* name) {
         auto* b = new CaptionButton(caption);
         b->setObjectName(QString::fromLatin1(name));
@@ -104,7 +104,7 @@ void Hmiky::createButtons() {
     Command1 = button(QStringLiteral("GIVE INCIDENCE ANGLE      Δώσε γωνία Πρόσπτωσης"), "Command1");
     Command4 =
         button(QStringLiteral("RAYS FOR incidence = 0° to 90°      Ακτίνες για Γωνίες πρόσπτωσης  0-90°"), "Command4");
-    Command4->setFont(programFont(QStringLiteral("Courier New"), 9.0, true));
+    Command4->setFont(roleFont(FontRole::Table, 9.0, true));
     Command2 = button(QStringLiteral("erase ΚΑΘΑΡΙΣΕ"), "Command2");
     Command3 = button(QStringLiteral("BACK ΠΙΣΩ"), "Command3");
     cmdend = button(QStringLiteral("END Τέλος"), "cmdend");
@@ -167,7 +167,7 @@ QWidget* Hmiky::createControlsPanel() {
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(14);
     grid->setVerticalSpacing(6);
-    const QFont captionFont = programFont(QStringLiteral("Arial"), 9.0, true);
+    const QFont captionFont = roleFont(FontRole::Caption, 9.0, true);
     auto addControl = [&](int row, int column, const QString& caption, QScrollBar* bar, QWidget* shows) {
         auto* box = new QVBoxLayout;
         box->setSpacing(2);

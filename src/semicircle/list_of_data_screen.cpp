@@ -102,11 +102,11 @@ void tellLeftOut(std::size_t kept, std::size_t all, bool saved) {
 ListOfData::ListOfData() {
     setObjectName(QStringLiteral("List_of_Data"));
     setWindowTitle(kTitle);
-    setFont(programFont(QStringLiteral("Arial Greek"), 10.0));
+    setFont(roleFont(FontRole::Caption, 10.0));
 
     Label1 = new QLabel;
     Label1->setObjectName(QStringLiteral("Label1"));
-    Label1->setFont(programFont(QStringLiteral("Arial Greek"), 10.0, true));
+    Label1->setFont(roleFont(FontRole::Caption, 10.0, true));
     Label1->setWordWrap(true);
     Label2 = new QLabel;
     Label2->setObjectName(QStringLiteral("Label2"));
@@ -163,7 +163,7 @@ void ListOfData::createTable() {
 }
 
 void ListOfData::createButtons() {
-    const QFont buttonFont = programFont(QStringLiteral("Arial Greek"), 10.0, true);
+    const QFont buttonFont = roleFont(FontRole::Caption, 10.0, true);
     auto button = [&](const QString& caption, const char* name) {
         auto* b = new CaptionButton(caption);
         b->setObjectName(QString::fromLatin1(name));

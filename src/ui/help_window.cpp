@@ -22,7 +22,7 @@ HelpWindow::HelpWindow() {
     browser_->setObjectName(QStringLiteral("helpText"));
     browser_->setAccessibleName(QStringLiteral("Help page  Σελίδα βοήθειας"));
     browser_->setOpenExternalLinks(true);
-    browser_->setFont(programFont(QStringLiteral("tahoma"), 11.0));
+    browser_->setFont(roleFont(FontRole::Panel, 11.0));
 
     back_ = new QPushButton(QStringLiteral("BACK ΠΙΣΩ"), this);
     back_->setObjectName(QStringLiteral("helpBack"));
@@ -69,8 +69,8 @@ QString aboutText() {
     // The families the program's Windows font names resolve to here, so a
     // teacher can tell which fonts to install when Greek looks wrong.
     QStringList fonts;
-    for (const char* name : {"Arial Greek", "Times New Roman Greek", "TAHOMA"}) {
-        const QString family = installedFamilyFor(QString::fromLatin1(name));
+    for (FontRole role : {FontRole::Caption, FontRole::Reading, FontRole::Panel}) {
+        const QString family = roleFamily(role);
         if (!fonts.contains(family)) fonts << family;
     }
     return QStringLiteral(
