@@ -68,9 +68,9 @@ void drawProtractor(Canvas& canvas, const Protractor& protractor) {
         canvas.line(m.inner.x, m.inner.y, m.outer.x, m.outer.y, kProtractorInk);
     }
     // The numbers inside the 10° marks, centred on their line.
-    const QString name = canvas.fontName();
+    const FontRole role = canvas.fontRole();
     const double points = canvas.fontSize();
-    canvas.setFontName(kProtractorFont);
+    canvas.setFontRole(kProtractorFont);
     canvas.setFontSize(kProtractorPoints);
     canvas.setForeColor(kProtractorInk);
     for (int d = -90; d <= 90; d += 10) {
@@ -81,7 +81,7 @@ void drawProtractor(Canvas& canvas, const Protractor& protractor) {
         canvas.setCurrentY(at.y + canvas.textHeight() / 2.0);
         canvas.print(number);
     }
-    canvas.setFontName(name);
+    canvas.setFontRole(role);
     canvas.setFontSize(points);
     canvas.setForeColor(palette::black);
 }

@@ -33,13 +33,13 @@ bool crosses(const QRectF& box, QPointF a, QPointF b) {
 class ReadoutFont {
 public:
     explicit ReadoutFont(Canvas& canvas)
-        : canvas_(canvas), name_(canvas.fontName()), points_(canvas.fontSize()), bold_(canvas.fontBold()) {
-        canvas.setFontName(kReadoutFont);
+        : canvas_(canvas), role_(canvas.fontRole()), points_(canvas.fontSize()), bold_(canvas.fontBold()) {
+        canvas.setFontRole(kReadoutFont);
         canvas.setFontSize(kReadoutPoints);
         canvas.setFontBold(false);
     }
     ~ReadoutFont() {
-        canvas_.setFontName(name_);
+        canvas_.setFontRole(role_);
         canvas_.setFontSize(points_);
         canvas_.setFontBold(bold_);
     }
@@ -48,7 +48,7 @@ public:
 
 private:
     Canvas& canvas_;
-    QString name_;
+    FontRole role_;
     double points_;
     bool bold_;
 };

@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QString>
 
+#include "canvas/fonts.h"
 #include "core/physics.h"
 
 namespace bench_look {
@@ -17,9 +18,9 @@ inline const QColor kReadoutFrame(0, 120, 60);        // their box's edge and le
 inline const QColor kReadoutPaper(255, 255, 255);     // their box's background
 inline const QColor kTotalReflectionText(170, 0, 0);  // "TOTAL REFLECTION"
 inline const QColor kProtractorInk(120, 60, 0);       // marks and numbers
-inline const QString kReadoutFont = QStringLiteral("Arial");
+inline constexpr FontRole kReadoutFont = FontRole::Caption;
 constexpr double kReadoutPoints = 9.0;
-inline const QString kProtractorFont = QStringLiteral("Arial");
+inline constexpr FontRole kProtractorFont = FontRole::Caption;
 constexpr double kProtractorPoints = 7.0;
 // The dashed normal reaches this far (bench units) to each side of a face.
 constexpr double kNormalReach = 45.0;
