@@ -1,5 +1,6 @@
 // How long the semicircle screens take to draw: a scroll bar's full redraw
-// of the bench against a bare clearing of the same canvas, the all-random
+// of the bench, with and without the angles beside the rays and the
+// protractor, against a bare clearing of the same canvas, the all-random
 // experiment, and the mean-error graph.
 #include <QApplication>
 
@@ -37,15 +38,34 @@ Hmiky& preparedBench() {
     return *bench;
 }
 
-void BM_ScrollBarRedraw(benchmark::State& state) {
-    auto* xcoor = preparedBench().findChild<QScrollBar*>("xcoor");
+// The lab bench's aids on or off: the angles beside the rays and the
+// protractor.
+void setLabAids(Hmiky& bench, bool on) {
+    auto* readouts = bench.findChild<QAction*>("readouts");
+    if (readouts->isChecked() != on) readouts->trigger();
+    if (bench.protractorShown().has_value() != on) bench.findChild<QAction*>("protractor")->trigger();
+}
+
+void scrollBarRedraws(benchmark::State& state, bool labAids) {
+    Hmiky& bench = preparedBench();
+    setLabAids(bench, labAids);
+    auto* xcoor = bench.findChild<QScrollBar*>("xcoor");
     int step = 0;
     for (auto _ : state) {
         xcoor->setValue(step++ % 2 == 0 ? 10 : 11);  // each change redraws the whole bench
     }
+    setLabAids(bench, false);
+    bench.findChild<QAction*>("readouts")->trigger();  // back to the bench as it opens
     state.SetItemsProcessed(state.iterations());
 }
+
+// The redraw as it was before the lab aids, and with the readouts and the
+// protractor: the difference must stay under a tenth of a display frame.
+void BM_ScrollBarRedraw(benchmark::State& state) { scrollBarRedraws(state, false); }
 BENCHMARK(BM_ScrollBarRedraw)->Unit(benchmark::kMicrosecond);
+
+void BM_ScrollBarRedrawLabAids(benchmark::State& state) { scrollBarRedraws(state, true); }
+BENCHMARK(BM_ScrollBarRedrawLabAids)->Unit(benchmark::kMicrosecond);
 
 void BM_BareCls(benchmark::State& state) {
     auto* canvas = preparedBench().findChild<Canvas*>("bench");

@@ -5,11 +5,13 @@
 #include <QFileInfo>
 
 #include "analysis/graph_screens.h"
+#include "canvas/qt_format.h"
 #include "core/message_text.h"
 #include "core/outside_files.h"
 #include "history/data_state.h"
 #include "history/inpdat_screen.h"
 #include "history/lab_report.h"
+#include "semicircle/bench_state.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
 
@@ -48,6 +50,13 @@ bool Inpdat::writeLabReport(const QString& path) {
     report.fit = lastAnalysis_->fit;
     report.indexFormat = QString::fromLatin1(lastAnalysis_->indexFormat);
     report.laws = lastAnalysis_->laws;
+    if (const auto& check = sharedState<BenchState>().lastMysteryCheck())
+        report.mysteryResult = QStringLiteral(
+                                   "Mystery block  Άγνωστο υλικό:  n found  βρέθηκε %1, true  πραγματικός %2, "
+                                   "difference  διαφορά %3 %")
+                                   .arg(fmt(check->found, "0.000"), fmt(check->actual, "0.00"),
+                                        (check->differencePercent > 0 ? QStringLiteral("+") : QString()) +
+                                            fmt(check->differencePercent, "0.0"));
     report.angleGraph = &angles;
     report.angleGraphTitle = form<Incref>().title();
     report.sineGraph = &sines;

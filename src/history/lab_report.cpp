@@ -138,6 +138,7 @@ void paintReport(QPdfWriter& writer, const LabReport& r) {
     page.line(QStringLiteral("Date  Ημερομηνία:  ") + r.date, 10.0);
     page.line(QStringLiteral("Data  Δεδομένα:  ") + r.source, 10.0);
     page.line(resultLine(r), 11.0, true);
+    if (!r.mysteryResult.isEmpty()) page.line(r.mysteryResult, 10.0);
     if (!r.laws.isEmpty())
         page.line(QStringLiteral("Laws over the data  Νόμοι πάνω στα δεδομένα:  ") + r.laws.join(QStringLiteral("; ")),
                   10.0);

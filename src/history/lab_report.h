@@ -21,6 +21,7 @@ struct LabReport {
     history::SineFit fit;
     QString indexFormat;  // "0.000" for a table, "0.0000" for typed pairs
     QStringList laws;     // the laws drawn over the data, in order
+    QString mysteryResult;  // the bench's mystery block as checked, if it was
     const Canvas* angleGraph = nullptr;
     QString angleGraphTitle;
     const Canvas* sineGraph = nullptr;

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "core/least_squares.h"
+#include "core/number_format.h"
 #include "core/physics.h"
 
 namespace {
@@ -16,7 +18,9 @@ SeriesReading readRay(const Block& block, double incidenceDegrees, const RayTrac
     r.incidenceDegrees = std::fabs(incidenceDegrees);
     r.index = block.index;
     r.direction = block.direction;
-    if (trace.totalReflection) {
+    if (!trace.hitBlock) {
+        r.reading = RayReading::Missed;
+    } else if (trace.totalReflection) {
         r.reading = RayReading::TotalReflection;
     } else if (trace.exitRayAngle && std::isfinite(*trace.exitRayAngle)) {
         r.reading = RayReading::Measured;
@@ -38,23 +42,53 @@ std::optional<double> expectedRefractionDegrees(const SeriesReading& reading) {
     return expectedRefractionDegrees(reading.incidenceDegrees, reading.index, reading.direction);
 }
 
-void BenchSeries::recordSweep(const Block& block, const RaysSeries& rays) {
-    kind_ = Kind::IncidenceSweep;
-    readings_.clear();
-    for (const SeriesRay& ray : rays.rays) readings_.push_back(readRay(block, ray.incidenceDegrees, ray.trace));
+std::optional<double> SeriesReading::pairIndex() const {
+    if (reading != RayReading::Measured || !refractionDegrees) return std::nullopt;
+    const double sinR = std::sin(*refractionDegrees * kDegree);
+    if (sinR == 0.0) return std::nullopt;
+    const double n = std::sin(incidenceDegrees * kDegree) / sinR;
+    return std::isfinite(n) ? std::optional<double>(n) : std::nullopt;
 }
 
-void BenchSeries::recordGivenAngle(const Block& block, double incidenceDegrees, const RayTrace& trace) {
-    if (kind_ != Kind::GivenAngles) {
-        kind_ = Kind::GivenAngles;
-        readings_.clear();
+MeasuredPair roundedForTable(const MeasuredPair& pair) {
+    return {std::round(pair.incidenceDegrees * 10.0) / 10.0, std::round(pair.refractionDegrees * 100.0) / 100.0};
+}
+
+std::vector<MeasuredPair> pairsForDataScreen(const std::vector<MeasuredPair>& pairs) {
+    std::vector<MeasuredPair> rows;
+    for (std::size_t k = 0; k < pairs.size() && k < kDataScreenRows; ++k) rows.push_back(roundedForTable(pairs[k]));
+    return rows;
+}
+
+std::string dataScreenCsv(const std::vector<MeasuredPair>& pairs) {
+    std::string text = "incidence,refraction\n";
+    for (const MeasuredPair& p : pairs)
+        text += formatNumber(p.incidenceDegrees, "0.0") + "," + formatNumber(p.refractionDegrees, "0.00") + "\n";
+    return text;
+}
+
+std::optional<double> fittedIndex(const std::vector<MeasuredPair>& pairs) {
+    // The fit takes 1-based arrays.
+    std::vector<double> x{0.0};
+    std::vector<double> y{0.0};
+    for (const MeasuredPair& p : pairs) {
+        x.push_back(std::sin(p.incidenceDegrees * kDegree));
+        y.push_back(std::sin(p.refractionDegrees * kDegree));
     }
-    readings_.push_back(readRay(block, incidenceDegrees, trace));
+    const std::optional<FittedLine> line = leastSquaresLine(x, y, static_cast<int>(pairs.size()));
+    if (!line || line->slope == 0.0f) return std::nullopt;
+    const double n = 1.0 / static_cast<double>(line->slope);
+    return std::isfinite(n) ? std::optional<double>(n) : std::nullopt;
 }
 
-void BenchSeries::clear() {
-    kind_ = Kind::None;
-    readings_.clear();
+void BenchSeries::record(const Block& block, double incidenceDegrees, const RayTrace& trace, RaySource source) {
+    SeriesReading r = readRay(block, incidenceDegrees, trace);
+    r.source = source;
+    readings_.push_back(r);
+}
+
+void BenchSeries::recordSweep(const Block& block, const RaysSeries& rays, RaySource source) {
+    for (const SeriesRay& ray : rays.rays) record(block, ray.incidenceDegrees, ray.trace, source);
 }
 
 std::vector<MeasuredPair> BenchSeries::measuredPairs() const {

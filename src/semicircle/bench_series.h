@@ -1,18 +1,25 @@
 #pragma once
+#include <cstddef>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "semicircle/bench_experiments.h"
 
-// The bench's last series of measurements, as a pupil would note them in a
-// lab notebook: for each ray the incidence angle and the refraction angle
-// read on the bench's protractor, or why there was nothing to read.
+// The bench's measurements, as a pupil would note them in a lab notebook:
+// every ray traced into the block, with the incidence angle and the
+// refraction angle read on the bench's protractor, or why there was nothing
+// to read, and how the ray was made.
 
 enum class RayReading {
     Measured,         // a ray left the block after refracting at both faces
     TotalReflection,  // turned back inside (or at the first face): no angle to read
-    NoMeasurement,    // missed the block or left no ray to read
+    NoMeasurement,    // left no ray to read
+    Missed,           // passed the block by
 };
+
+// How a listed ray was made on the bench.
+enum class RaySource { Typed, Mouse, Sweep, AllRandom, Comparison };
 
 struct SeriesReading {
     // Angles from the protractor's zero line (the x axis, the normal of the
@@ -25,6 +32,10 @@ struct SeriesReading {
     // the block between two typed angles, and the expected angle follows.
     double index = 1.5;
     int direction = 0;  // 1 flat face towards the light, 2 curved face
+    RaySource source = RaySource::Typed;
+    // sin i / sin r of the reading, the index the data screen would fit
+    // from this one pair; none without a refraction angle or for r = 0.
+    std::optional<double> pairIndex() const;
 };
 
 // What the pupil reads off one traced ray. The refraction angle is the
@@ -48,28 +59,38 @@ struct MeasuredPair {
     double refractionDegrees;
 };
 
+// The pairs as LIST OF DATA hands them on: incidence to 0.1°, refraction to
+// 0.01°, as the data screen's grid shows them.
+MeasuredPair roundedForTable(const MeasuredPair& pair);
+
+// The data screen's table holds this many pairs; LIST OF DATA hands on the
+// first ones.
+inline constexpr std::size_t kDataScreenRows = 14;
+
+// The pairs the list hands on: the first kDataScreenRows, rounded.
+std::vector<MeasuredPair> pairsForDataScreen(const std::vector<MeasuredPair>& pairs);
+
+// The pairs as the data screen's CSV table: the header
+// "incidence,refraction", then one row per pair, '.' the decimal point.
+std::string dataScreenCsv(const std::vector<MeasuredPair>& pairs);
+
+// The index the data screen fits from the pairs (1 / slope of the least-
+// squares line of sin r on sin i); none when they give no line.
+std::optional<double> fittedIndex(const std::vector<MeasuredPair>& pairs);
+
 class BenchSeries {
 public:
-    enum class Kind {
-        None,            // nothing measured since the start or the last erase
-        IncidenceSweep,  // "RAYS FOR incidence = 0° to 90°"
-        GivenAngles,     // angles typed one by one with "GIVE INCIDENCE ANGLE"
-    };
-
-    Kind kind() const { return kind_; }
     const std::vector<SeriesReading>& readings() const { return readings_; }
 
-    // A whole sweep replaces whatever was listed.
-    void recordSweep(const Block& block, const RaysSeries& rays);
-    // A typed angle adds to the typed angles; after a sweep it starts anew.
-    void recordGivenAngle(const Block& block, double incidenceDegrees, const RayTrace& trace);
-    void clear();
+    // Each ray adds a row; the list grows until it is cleared.
+    void record(const Block& block, double incidenceDegrees, const RayTrace& trace, RaySource source);
+    void recordSweep(const Block& block, const RaysSeries& rays, RaySource source = RaySource::Sweep);
+    void clear() { readings_.clear(); }
 
     // The measured pairs in the order they were taken; rays without a
     // reading are left out.
     std::vector<MeasuredPair> measuredPairs() const;
 
 private:
-    Kind kind_ = Kind::None;
     std::vector<SeriesReading> readings_;
 };

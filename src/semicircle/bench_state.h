@@ -1,8 +1,11 @@
 #pragma once
 #include <QObject>
 
+#include <optional>
+
 #include "semicircle/bench_experiments.h"
 #include "semicircle/bench_geometry.h"
+#include "semicircle/bench_series.h"
 
 // The semicircle bench's set-up and its last measurement, held once for the
 // whole program: the bench's scroll bars show these values and write into
@@ -34,13 +37,38 @@ public:
     void setMeasuredIndex(double value) { assign(measuredIndex_, value); }
     void setExitRayAngle(double value) { assign(exitRayAngle_, value); }
 
-    // The block the set-up stands for, its tilt turned into radians.
+    // The mystery block: while it is on, the light meets a hidden index and
+    // indexN() keeps the index that was set before, for when it goes.
+    bool mysteryOn() const { return mysteryIndex_.has_value(); }
+    void startMystery(double hiddenIndex);
+    void endMystery();
+    // The pupil's check of a mystery block's index.
+    struct MysteryCheck {
+        double found;
+        double actual;
+        double differencePercent;  // (found − actual) / actual × 100
+    };
+    // Checks the index the pupil found against the hidden one; none when no
+    // mystery block is on or the number is not a positive index.
+    std::optional<MysteryCheck> checkMystery(double found);
+    // The last check made, kept after the mystery block goes.
+    const std::optional<MysteryCheck>& lastMysteryCheck() const { return lastCheck_; }
+
+    // Every ray the bench traced into the block, until cleared.
+    const BenchSeries& series() const { return series_; }
+    void recordRay(const Block& block, double incidenceDegrees, const RayTrace& trace, RaySource source);
+    void recordRays(const Block& block, const RaysSeries& rays, RaySource source);
+    void clearSeries();
+
+    // The block the set-up stands for, its tilt turned into radians; the
+    // mystery block's index when it is on.
     Block block() const;
     // The bench's scroll bars that show the set-up.
     BenchControls controls() const;
 
 signals:
     void changed();
+    void seriesChanged();
 
 private:
     template <typename Value>
@@ -61,4 +89,7 @@ private:
     int semicircleDirection_ = 0;
     double measuredIndex_ = 0.0;
     double exitRayAngle_ = 0.0;
+    std::optional<double> mysteryIndex_;
+    std::optional<MysteryCheck> lastCheck_;
+    BenchSeries series_;
 };

@@ -66,7 +66,7 @@ void Hmiky::showValues() {
         edit->setAccessibleDescription(text);
     }
     const std::pair<QLabel*, QString> labels[] = {
-        {Indexnt, QStringLiteral("Δείκτης  n = ") + fmt(s.indexN(), "0.00")},
+        {Indexnt, QStringLiteral("Δείκτης  n = ") + indexText(s.indexN(), "0.00")},
         {Label4, QStringLiteral("h(Ray's y(0)=") + fmt(s.rayHeight(), "0.00")},
         {Label3, QStringLiteral("xc=") + fmt(s.xc(), "0.00")},
         {Label2, QStringLiteral("yc=") + fmt(s.yc(), "0.00")}};
@@ -80,13 +80,33 @@ void Hmiky::showValues() {
 
 void Hmiky::paint(std::function<void()> picture) {
     picture_ = std::move(picture);
-    if (picture_) picture_();
+    drawPicture();
+}
+
+void Hmiky::drawPicture() {
+    if (!picture_) return;
+    pendingReadouts_.clear();
+    pendingRays_.clear();
+    picture_();
+    if (protractor_) {
+        drawProtractor(*canvas, *protractor_);
+        canvas->addToSummary(protractorSentence(*protractor_));
+    }
+    if (readouts->isChecked()) placeReadouts(*canvas, pendingReadouts_, pendingRays_);
+    pendingReadouts_.clear();
+    pendingRays_.clear();
+}
+
+QString Hmiky::indexText(double value, const char* format) {
+    return state().mysteryOn() ? QStringLiteral("?") : fmt(value, format);
 }
 
 bool Hmiky::eventFilter(QObject* watched, QEvent* event) {
     if (watched == canvas && event->type() == QEvent::Resize && picture_) {
         const auto* resize = static_cast<QResizeEvent*>(event);
-        if (resize->size() != resize->oldSize()) picture_();
+        if (resize->size() != resize->oldSize()) drawPicture();
+    } else if (watched == canvas && protractorEvent(event)) {
+        return true;
     } else if (watched == canvas && event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (benchKey(key->key(), key->modifiers())) return true;
@@ -131,8 +151,15 @@ void Hmiky::drawTrace(const Block& block, const RayTrace& trace, std::optional<Q
         case SegmentKind::Reflected: colour = otherColour.value_or(palette::bench::insideRay); break;
         }
         canvas->line(s.segment.from.x, s.segment.from.y, s.segment.to.x, s.segment.to.y, colour);
+        drawArrowhead(*canvas, s, colour);
+        pendingRays_.push_back(s.segment);
     }
     canvas->setDrawWidth(1);
+    drawNormals(*canvas, trace);
+    if (readouts->isChecked()) {
+        const std::vector<Readout> beside = readoutsOf(trace);
+        pendingReadouts_.insert(pendingReadouts_.end(), beside.begin(), beside.end());
+    }
     describeTrace(block, trace);
 }
 
@@ -157,7 +184,7 @@ void Hmiky::describeTrace(const Block& block, const RayTrace& trace) {
     if (lines.isEmpty())
         lines << QStringLiteral("Semicircle of radius %1, centre xc = %2, yc = %3, index n = %4.")
                      .arg(fmt(block.radius, "0"), fmt(block.xc, "0.00"), fmt(block.yc, "0.00"),
-                          fmt(block.index, "0.00"));
+                          indexText(block.index, "0.00"));
     const auto rays =
         std::count_if(lines.begin(), lines.end(), [](const QString& l) { return l.startsWith(QLatin1String("Ray ")); });
     if (rays >= kDescribedRays) {
@@ -180,7 +207,8 @@ void Hmiky::describeTrace(const Block& block, const RayTrace& trace) {
     }
     if (!trace.hitBlock) parts << QStringLiteral("misses the block");
     if (trace.totalReflection) parts << QStringLiteral("total reflection");
-    if (trace.measuredIndex) parts << QStringLiteral("measured index ") + fmt(*trace.measuredIndex, "0.00");
+    if (trace.measuredIndex) parts << QStringLiteral("measured index ") + indexText(*trace.measuredIndex, "0.00");
+    if (readouts->isChecked() && !trace.hits.empty()) parts << readoutSentence(trace);
     lines << QStringLiteral("Ray %1: ").arg(rays + 1) + parts.join(QLatin1String(", ")) + QLatin1Char('.');
     canvas->setSummary(lines.join(QLatin1Char('\n')));
 }

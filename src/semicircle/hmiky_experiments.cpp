@@ -136,8 +136,9 @@ void Hmiky::allrandom_Click() {
     RaysSeries series;
     if (hasDirection(block)) series = runIncidenceSeries(block, s.rayHeight());
     for (const SeriesRay& ray : series.rays) keepMeasurement(ray.trace);
+    state().recordRays(block, series, RaySource::AllRandom);
     const QString mean =
-        series.meanIndex ? fmt(*series.meanIndex, "0.0000") : QStringLiteral("no ray measured  καμία μέτρηση");
+        series.meanIndex ? indexText(*series.meanIndex, "0.0000") : QStringLiteral("no ray measured  καμία μέτρηση");
     const QStringList lines{QStringLiteral("ANGLE φ=") + fmt(s.angleWithY(), "0.00"),
                             QStringLiteral("MEAN VALUE OF INDEX Μέσος όρος δείκτη= ") + mean,
                             QStringLiteral("h= ") + fmt(s.rayHeight(), "0.00"),
@@ -165,8 +166,10 @@ void Hmiky::sygr_Click() {
     for (double incidence : measurementIncidences()) {
         const RayTrace trace = traceRay(block, s.rayHeight(), incidence);
         keepMeasurement(trace);
+        listRay(block, incidence, trace, RaySource::Comparison);
         traces.push_back(trace);
-        const std::optional<double> expected = snellRefraction(block, incidence);
+        // Snell's angles would give a mystery block's index away.
+        const std::optional<double> expected = s.mysteryOn() ? std::nullopt : snellRefraction(block, incidence);
         if (std::optional<Segment> ray = expectedRay(trace, expected, s.rayHeight())) expectedRays.push_back(*ray);
 
         QString measured = QStringLiteral("-");
@@ -174,8 +177,10 @@ void Hmiky::sygr_Click() {
             measured = QStringLiteral("tot.ref");
         else if (trace.exitRayAngle)
             measured = fmt(radiansToDegrees(*trace.exitRayAngle), "0.00");
-        const QString snell = expected ? fmt(*expected, "0.00") : QStringLiteral("tot.ref");
-        const QString index = trace.measuredIndex ? fmt(*trace.measuredIndex, "0.000") : QStringLiteral("-");
+        const QString snell = s.mysteryOn() ? QStringLiteral("?")
+                              : expected    ? fmt(*expected, "0.00")
+                                            : QStringLiteral("tot.ref");
+        const QString index = trace.measuredIndex ? indexText(*trace.measuredIndex, "0.000") : QStringLiteral("-");
         table.append(rowText(fmt(incidence, "0.0"), measured, snell, index));
     }
     paint([this, block, traces, expectedRays, table] { drawComparison(block, traces, expectedRays, table); });
@@ -213,9 +218,13 @@ void Hmiky::drawComparison(const Block& block, const std::vector<RayTrace>& trac
     canvas->setForeColor(palette::black);
 }
 
-void Hmiky::Optimize_Click() { benchRoutes().showMeanError(); }
+void Hmiky::Optimize_Click() {
+    if (refusedForMystery(QStringLiteral("BEST SEMICIRCLE"))) return;
+    benchRoutes().showMeanError();
+}
 
 void Hmiky::fylaxe_Click() {
+    if (refusedForMystery(QString::fromLatin1(kMeasurementFileName))) return;
     const std::vector<MeasurementRecord> records = runMeasurementSeries(state().block(), state().rayHeight());
     const WriteOutcome outcome = writeMeasurementFile(std::filesystem::path(kMeasurementFileName), records);
     const QString title = QString::fromLatin1(kMeasurementFileName);

@@ -26,7 +26,7 @@ void Hmiky::Form_Load() {
     const BenchState& s = state();
     controlChanged([&s] {
         return QStringList{QStringLiteral("Semicircle Radius=") + fmt(s.semicircleRadius(), "0.0"),
-                           QStringLiteral("n=") + fmt(s.indexN(), "0.0")};
+                           QStringLiteral("n=") + indexText(s.indexN(), "0.0")};
     });
 }
 
@@ -56,12 +56,15 @@ void Hmiky::angle_Change() {
 
 void Hmiky::hvalue_Change() {
     state().setRayHeight(rayHeightOf(controls()));
-    controlChanged([] { return QStringList{QStringLiteral("h(y(0) ray'2 =  ") + fmt(state().rayHeight(), "0.00")}; });
+    controlChanged([] {
+        const QString value = fmt(state().rayHeight(), "0.00");
+        return QStringList{QStringLiteral("h(y(0) ray'2 =  ") + value, QStringLiteral("h=") + value};
+    });
 }
 
 void Hmiky::Indexn_Change() {
     state().setIndexN(indexOf(controls()));
-    controlChanged([] { return QStringList{QStringLiteral(" n= ") + fmt(state().indexN(), "0.00")}; });
+    controlChanged([] { return QStringList{QStringLiteral(" n= ") + indexText(state().indexN(), "0.00")}; });
 }
 
 void Hmiky::Command1_Click() {
@@ -90,8 +93,7 @@ void Hmiky::Command1_Click() {
     if (hasDirection(block)) {
         trace = traceRay(block, s.rayHeight(), s.incidenceAngle());
         keepMeasurement(*trace);
-        series_.recordGivenAngle(block, s.incidenceAngle(), *trace);
-        seriesChanged();
+        listRay(block, s.incidenceAngle(), *trace, RaySource::Typed);
     }
     const QStringList lines{QStringLiteral("angle φ=") + fmt(s.incidenceAngle(), "0.00"),
                             QStringLiteral("h=") + fmt(s.rayHeight(), "0.00"),
@@ -111,9 +113,8 @@ void Hmiky::Command2_Click() {
     // radius and the index stay as they are.
     for (QScrollBar* bar : {xcoor, ycoor, angle, hvalue}) bar->setValue(0);
     showValues();
+    // The list keeps its rows: the pupil clears it there.
     paint([this] { canvas->cls(); });
-    series_.clear();  // the typed angles start afresh
-    seriesChanged();
 }
 
 void Hmiky::Command3_Click() {
@@ -129,12 +130,11 @@ void Hmiky::Command4_Click() {
     if (showHintIfNoDirection(block)) return;
     const RaysSeries series = runIncidenceSeries(block, s.rayHeight());
     for (const SeriesRay& ray : series.rays) keepMeasurement(ray.trace);
-    series_.recordSweep(block, series);
-    seriesChanged();
+    state().recordRays(block, series, RaySource::Sweep);
     const QStringList lines{
         QStringLiteral("ANGLE φ=") + fmt(s.angleWithY(), "0.00"),
         QStringLiteral("MEAN VALUE OF INDEX Μέσος όρος δείκτη διάθλασης"),
-        series.meanIndex ? fmt(*series.meanIndex, "0.0000") : QStringLiteral("no ray measured  καμία μέτρηση"),
+        series.meanIndex ? indexText(*series.meanIndex, "0.0000") : QStringLiteral("no ray measured  καμία μέτρηση"),
         QStringLiteral("h= ") + fmt(s.rayHeight(), "0.00"),
         QStringLiteral("xc = ") + fmt(s.xc(), "0.00"),
         QStringLiteral("yc = ") + fmt(s.yc(), "0.00")};
@@ -147,15 +147,7 @@ void Hmiky::Command4_Click() {
 
 void Hmiky::cmdend_Click() { endProgram(0); }
 
-void Hmiky::listOfData_Click() {
-    ListOfData& list = form<ListOfData>();
-    list.showSeries(series_);
-    showScreen(list);
-}
-
-void Hmiky::seriesChanged() {
-    if (Forms::instance().exists<ListOfData>()) form<ListOfData>().showSeries(series_);
-}
+void Hmiky::listOfData_Click() { showScreen(form<ListOfData>()); }
 
 void Hmiky::Form_MouseDown(double x, double y) {
     if (!std::isfinite(x) || !std::isfinite(y)) return;
@@ -164,6 +156,12 @@ void Hmiky::Form_MouseDown(double x, double y) {
     markStartY = static_cast<float>(y);
     std::optional<RayTrace> aimed;
     if (hasDirection(block)) aimed = traceAimedRay(block, Point{x, y});
+    aimed_.reset();
+    if (aimed) {
+        // The ray's own slope is its incidence, as for the bench's source.
+        const double incidence = radiansToDegrees(std::atan2(std::fabs(block.yc - y), std::fabs(block.xc - x)));
+        aimed_ = AimedRay{block, incidence, *aimed};
+    }
     paint([this, block, aimed, x, y] {
         drawBench(block);
         canvas->circle(x, y, 5);
@@ -176,6 +174,7 @@ void Hmiky::Form_MouseDown(double x, double y) {
 
 bool Hmiky::benchKey(int key, Qt::KeyboardModifiers modifiers) {
     if (modifiers & ~(Qt::ShiftModifier | Qt::KeypadModifier)) return false;
+    if (protractor_) return protractorKey(key, modifiers);
     if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
         Form_MouseUp(markStartX, markStartY);
         return true;
@@ -199,6 +198,9 @@ bool Hmiky::benchKey(int key, Qt::KeyboardModifiers modifiers) {
 
 void Hmiky::Form_MouseUp(double x, double y) {
     if (!std::isfinite(x) || !std::isfinite(y)) return;
+    // Letting go takes the aimed ray as a measurement.
+    if (aimed_) listRay(aimed_->block, aimed_->incidence, aimed_->trace, RaySource::Mouse);
+    aimed_.reset();
     const double startX = markStartX;
     const double startY = markStartY;
     paint([this, before = picture_, startX, startY, x, y] {

@@ -135,7 +135,7 @@ void Hmiky::createScrollBars() {
         {ycoor, [this] { return QStringLiteral("yc = ") + fmt(centreYOf(controls()), "0.00"); }},
         {angle, [this] { return QStringLiteral("angle with Y = ") + fmt(tiltDegreesOf(controls()), "0.00") + "°"; }},
         {hvalue, [this] { return QStringLiteral("h = ") + fmt(rayHeightOf(controls()), "0.00"); }},
-        {Indexn, [this] { return QStringLiteral("n = ") + fmt(indexOf(controls()), "0.00"); }}};
+        {Indexn, [this] { return QStringLiteral("n = ") + indexText(indexOf(controls()), "0.00"); }}};
     for (const auto& [bar, text] : shown) describeValue(*bar, [text](int) { return text(); });
 }
 
@@ -233,6 +233,7 @@ void Hmiky::createMenus() {
     sygr = bar->addAction(QStringLiteral("COMPARISONS"));
     Optimize = bar->addAction(QStringLiteral("BEST SEMICIRCLE"));
     fylaxe = bar->addAction(QStringLiteral("Δημιουργία αρχείου για δεδομένες τιμές"));
+    createLabMenu();
     const std::pair<QAction*, const char*> names[] = {
         {allrandom, "allrandom"}, {Paral, "Paral"},       {rightpar, "rightpar"}, {leftpar, "leftpar"},
         {Raref, "Raref"},         {moredens, "moredens"}, {kritikal, "kritikal"}, {sygr, "sygr"},

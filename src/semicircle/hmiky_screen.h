@@ -13,7 +13,9 @@
 
 #include "canvas/canvas.h"
 #include "semicircle/bench_experiments.h"
+#include "semicircle/bench_protractor.h"
 #include "semicircle/bench_random.h"
+#include "semicircle/bench_readouts.h"
 #include "semicircle/bench_series.h"
 #include "semicircle/bench_state.h"
 #include "ui/caption_button.h"
@@ -76,6 +78,15 @@ public:
     void sygr_Click();
     void Optimize_Click();
     void fylaxe_Click();
+    // The lab menu: the angles beside the rays on and off, the mystery
+    // block and the check of the index found for it.
+    void readouts_Click();
+    // Lays the protractor on the flat face's centre, or takes it away.
+    void protractor_Click();
+    // The protractor where it lies now; none when it is not laid.
+    const std::optional<Protractor>& protractorShown() const { return protractor_; }
+    void mystery_Click();
+    void checkN_Click();
     void Form_MouseDown(double x, double y);
     void Form_MouseUp(double x, double y);
     // The keyboard's way to press the mouse on the focused bench: the
@@ -97,6 +108,7 @@ private:
     QWidget* createButtonPanel();
     void createMenus();
     void connectHandlers();
+    void createLabMenu();  // hmiky_lab.cpp
 
     // --- the shared values (hmiky_drawing.cpp) ----------------------------------
     static BenchState& state();
@@ -111,12 +123,21 @@ private:
     void controlChanged(const std::function<QStringList()>& notes);
     // Keeps what a traced ray measured, as the last measurement.
     static void keepMeasurement(const RayTrace& trace);
+    // A value that gives the block's index away, or "?" for the mystery
+    // block.
+    static QString indexText(double value, const char* format);
+    // The mean-error graph and the measurement file give the index away:
+    // with the mystery block on they are refused, with a message.
+    static bool refusedForMystery(const QString& title);
 
     // --- drawing (hmiky_drawing.cpp) -------------------------------------------
     // Draws a picture and keeps it, so that a resized bench draws it again
     // with its texts measured for the new size. Pictures draw only from
     // what they captured, never from the shared values.
     void paint(std::function<void()> picture);
+    // Draws the kept picture, then the angles of its rays beside them,
+    // placed last so that they keep clear of every text of the picture.
+    void drawPicture();
     // The redraw of every change: the bench and the ray for the current
     // incidence angle, with the handler's notes in the top-left corner.
     void redraw(const QStringList& notes);
@@ -135,6 +156,9 @@ private:
     bool showHintIfNoDirection(const Block& block);
     static bool hasDirection(const Block& block) { return block.direction == 1 || block.direction == 2; }
 
+    // Lists a ray the bench traced into the block on LIST OF DATA.
+    static void listRay(const Block& block, double incidence, const RayTrace& trace, RaySource source);
+
     // --- experiments (hmiky_experiments.cpp) -----------------------------------
     void chooseDirection(int direction);
     void parallelBeam(bool fromTheRight);
@@ -142,8 +166,6 @@ private:
     // the table in the upper left corner.
     void drawComparison(const Block& block, const std::vector<RayTrace>& traces,
                         const std::vector<Segment>& expectedRays, const QStringList& table);
-    // Brings the list of data up to date, if the pupil ever opened it.
-    void seriesChanged();
 
     // --- widgets, by the names of the experiment's design ------------------------
     Canvas* canvas;  // the bench
@@ -171,23 +193,45 @@ private:
     QLabel* Label3;    // xc
     QLabel* Label4;    // the ray's height
 
-    QMenu* exper;        // "EXPERIMENT"
-    QAction* allrandom;  // "ALL RANDOM"
-    QAction* Paral;      // "PARALLEL"
-    QAction* rightpar;   // "FROM THE RIGHT"
-    QAction* leftpar;    // "FROM LEFT"
-    QMenu* moreless;     // "CHOOSE DIRECTION OF SEMICIRCLE"
-    QAction* Raref;      // "TO THE RIGHT"
-    QAction* moredens;   // "TO THE LEFT"
-    QAction* kritikal;   // "CRITICAL ANGLE"
-    QAction* sygr;       // "COMPARISONS"
-    QAction* Optimize;   // "BEST SEMICIRCLE"
-    QAction* fylaxe;     // create the measurement file
+    QMenu* exper;         // "EXPERIMENT"
+    QAction* allrandom;   // "ALL RANDOM"
+    QAction* Paral;       // "PARALLEL"
+    QAction* rightpar;    // "FROM THE RIGHT"
+    QAction* leftpar;     // "FROM LEFT"
+    QMenu* moreless;      // "CHOOSE DIRECTION OF SEMICIRCLE"
+    QAction* Raref;       // "TO THE RIGHT"
+    QAction* moredens;    // "TO THE LEFT"
+    QAction* kritikal;    // "CRITICAL ANGLE"
+    QAction* sygr;        // "COMPARISONS"
+    QAction* Optimize;    // "BEST SEMICIRCLE"
+    QAction* fylaxe;      // create the measurement file
+    QMenu* lab;           // "LAB": the lab bench's aids
+    QAction* readouts;    // the angles beside the rays
+    QAction* protractor;  // the protractor
+    QAction* mystery;     // the mystery block
+    QAction* checkN;      // the check of the pupil's index
 
     QActionGroup* directionGroup_;
     std::function<void()> picture_;
     BenchRandom random_;
-    // The last series: RAYS FOR incidence = 0° to 90°, or the angles given
-    // one by one since the last erase.
-    BenchSeries series_;
+    // What the picture being drawn writes beside its rays, and the rays
+    // the texts keep off.
+    std::vector<Readout> pendingReadouts_;
+    std::vector<Segment> pendingRays_;
+    // The ray aimed with the mouse, listed when the button is let go.
+    struct AimedRay {
+        Block block;
+        double incidence;
+        RayTrace trace;
+    };
+    std::optional<AimedRay> aimed_;
+    // The protractor, and how the mouse holds it while a button is down.
+    std::optional<Protractor> protractor_;
+    ProtractorGrip grip_ = ProtractorGrip::None;
+    Point gripPoint_;
+    // The mouse and the keys on a laid protractor (hmiky_lab.cpp); true
+    // when the event was the protractor's.
+    bool protractorEvent(QEvent* event);
+    bool protractorKey(int key, Qt::KeyboardModifiers modifiers);
+    void moveProtractor(double dx, double dy, double turnDegrees);
 };

@@ -3,25 +3,26 @@
 #include <QTableWidget>
 #include <QWidget>
 
+#include <optional>
+
 #include "semicircle/bench_series.h"
 #include "ui/caption_button.h"
 
-// "List_of_Data": the bench's last series as a table of incidence and
-// refraction angles, with the angles Snell's law expects beside them on
-// request, and the way to carry the measured pairs into the data screen's
-// grid for the pupil's own analysis.
+// "List_of_Data": every ray the bench traced into the block, as a table of
+// incidence and refraction angles with the index each pair gives and how
+// the ray was made, the angles Snell's law expects beside them on request,
+// and the ways to carry the measured pairs to the data screen: straight
+// into its grid, or as its CSV table.
 class ListOfData : public QWidget {
     Q_OBJECT
 public:
     // Columns of the table.
-    enum Column { IncidenceColumn = 0, RefractionColumn = 1, ExpectedColumn = 2 };
+    enum Column { IncidenceColumn = 0, RefractionColumn, IndexColumn, SourceColumn, ExpectedColumn, ColumnCount };
 
     ListOfData();
 
-    // Lists the series (a copy: the list shows what was measured, whatever
-    // the bench does next until it records another series).
-    void showSeries(const BenchSeries& series);
-    const BenchSeries& series() const { return series_; }
+    // The index the listed pairs give, fitted as the data screen fits them.
+    std::optional<double> fittedIndex() const;
 
     // "EXPECTED": shows the column of the angles Snell's law gives, filled
     // afresh from the listed series.
@@ -31,6 +32,11 @@ public:
     void Command2_Click();
     // "BACK": the list goes, the bench stays.
     void Command3_Click();
+    // "SAVE AS CSV": the measured pairs as the data screen's table file.
+    void saveCsv_Click();
+    bool saveCsvFile(const QString& path);
+    // "CLEAR": the list starts afresh.
+    void clear_Click();
 
 private:
     void createTable();
@@ -43,7 +49,8 @@ private:
     CaptionButton* Command1;  // EXPECTED
     CaptionButton* Command2;  // TRANSFER OF DATA
     CaptionButton* Command3;  // BACK
+    CaptionButton* saveCsv;   // SAVE AS CSV
+    CaptionButton* clear;     // CLEAR
 
-    BenchSeries series_;
     bool expectedShown_ = false;
 };

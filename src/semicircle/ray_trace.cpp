@@ -140,6 +140,25 @@ Bend bend(Vec d, Vec normal, double eta) {
     return {false, (1.0 / length(refracted)) * refracted};
 }
 
+// The angle in degrees between a direction and the normal's line; through
+// the arctangent, which stays exact near the normal where the arccosine
+// loses half the digits.
+double fromNormal(Vec d, Vec normal) {
+    return std::atan2(std::fabs(d.x * normal.y - d.y * normal.x), std::fabs(dot(d, normal))) * 180.0 / kPi;
+}
+
+FaceHit faceHit(const BlockFrame& frame, Point at, const Crossing& crossing, Vec d, const Bend& turn, bool inside) {
+    FaceHit h;
+    h.at = at;
+    h.normal = toPoint(frame.directionToWorld(crossing.outwardNormal));
+    h.flatFace = crossing.face == Face::Flat;
+    h.entering = !inside;
+    h.incidenceDegrees = fromNormal(d, crossing.outwardNormal);
+    h.leavingDegrees = fromNormal(turn.direction, crossing.outwardNormal);
+    h.totalReflection = turn.totalReflection;
+    return h;
+}
+
 bool allFinite(const RayTrace& trace) {
     for (const RaySegment& s : trace.segments) {
         if (!finite(s.segment.from) || !finite(s.segment.to)) return false;
@@ -232,6 +251,7 @@ RayTrace tracePath(const Block& block, Point start, Point direction, double inci
 
         const double eta = inside ? block.index : 1.0 / block.index;
         const Bend turn = bend(d, crossing->outwardNormal, eta);
+        trace.hits.push_back(faceHit(frame, hit, *crossing, d, turn, inside));
         if (turn.totalReflection) {
             trace.totalReflection = true;
             if (!inside) {  // a block less dense than air turns the light back at once

@@ -19,8 +19,23 @@ struct RaySegment {
     SegmentKind kind;
 };
 
+// Where the ray meets a face of the block, and the angles there from the
+// face's normal, in degrees in [0, 90]: the incidence in the medium the
+// light comes from and, after it, the refraction in the other medium or,
+// when the light is turned back, the reflection.
+struct FaceHit {
+    Point at;
+    Point normal;  // unit, pointing out of the block
+    bool flatFace = false;
+    bool entering = false;  // from the air into the block
+    double incidenceDegrees = 0.0;
+    double leavingDegrees = 0.0;  // refraction, or reflection when totalReflection
+    bool totalReflection = false;
+};
+
 struct RayTrace {
     std::vector<RaySegment> segments;  // in the order the light travels them
+    std::vector<FaceHit> hits;         // in the same order
     bool hitBlock = false;             // the ray met the block at all
     // Reflected totally at some face: inside the block, or at the first face
     // of a block less dense than air (then the segment is Reflected).

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPointer>
@@ -42,6 +43,19 @@ private:
 void WidgetDialogs::message(const QString& text, const QString& title) {
     const FocusReturn focus;
     QMessageBox box(QMessageBox::NoIcon, titleOr(title), text, QMessageBox::Ok, QApplication::activeWindow());
+    // A box is as wide as its text; a short text under a longer title would
+    // have the title cut by the window frame. The box sizes itself when
+    // shown, so the room is reserved in its own layout, with space for the
+    // frame's buttons.
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout())) {
+        // The desktop adds the program's name to the title, in a bold face.
+        QFont bold = box.font();
+        bold.setBold(true);
+        const QString shown = box.windowTitle() + QStringLiteral(" — ") + QApplication::applicationDisplayName();
+        const int titleWidth = QFontMetrics(bold).horizontalAdvance(shown) + 140;
+        grid->addItem(new QSpacerItem(titleWidth, 0, QSizePolicy::Minimum, QSizePolicy::Fixed), grid->rowCount(), 0,
+                      1, grid->columnCount());
+    }
     box.exec();
 }
 

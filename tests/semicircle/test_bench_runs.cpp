@@ -75,7 +75,7 @@ private slots:
         QVERIFY(!expectedRefractionDegrees(60.0, 0.8, 1) && expectedRefractionDegrees(60.0, 0.8, 2));
         Block small{0.0, 0.0, 10.0, 0.0, 1, 1.5};
         const SeriesReading missed = readRay(small, 30.0, traceRay(small, 150.0, 30.0));
-        QVERIFY(missed.reading == RayReading::NoMeasurement && !missed.refractionDegrees);
+        QVERIFY(missed.reading == RayReading::Missed && !missed.refractionDegrees);
     }
 };
 

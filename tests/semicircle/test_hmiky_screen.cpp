@@ -1,13 +1,17 @@
 #include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QWheelEvent>
 #include <QtTest>
 
+#include <algorithm>
 #include <cmath>
 
 #include "analysis/errors_screen.h"
 #include "app/main_menu.h"
+#include "canvas/figure_export.h"
 #include "canvas/fonts.h"
+#include "canvas/qt_format.h"
 #include "semicircle/bench_state.h"
 #include "semicircle/hmiky_screen.h"
 #include "test_support.h"
@@ -147,6 +151,7 @@ private slots:
         QVERIFY(red);
         QCOMPARE(canvas.skippedOperations(), 0);
 
+        bench.findChild<QAction*>("readouts")->trigger();  // the angles off: the block's fill is seen
         bench.Command4_Click();
         const QStringList texts = canvas.printedTexts();
         bench.resize(760, 700);  // the picture is drawn again at the new size
@@ -155,6 +160,7 @@ private slots:
         QCOMPARE(canvas.printedTexts(), texts);
         QCOMPARE(canvas.pixelAt(-50, 40), kBlockFill);
 
+        bench.findChild<QAction*>("readouts")->trigger();
         bench.Optimize_Click();
         QVERIFY(form<Errors>().isVisible());
         bench.Command3_Click();
@@ -162,6 +168,142 @@ private slots:
         QVERIFY(scope.endStatuses.empty());
         bench.findChild<QPushButton*>("cmdend")->click();
         QCOMPARE(scope.endStatuses, std::vector<int>{0});
+    }
+
+    // The angles beside the rays are the trace's own, one decimal, at the
+    // flat face (and wherever the light is turned back), and no text of the
+    // picture covers another, at the bench's size at 1366×768 and at the
+    // smallest. The menu takes them away and brings them back.
+    void anglesBesideTheRays() {
+        ScreenTestScope scope;
+        Hmiky& bench = openBench();
+        bench.resize(1300, 640);  // the window at 1366×768
+        QCoreApplication::processEvents();
+        const Canvas& canvas = bench.drawing();
+        auto readouts = [&canvas] {
+            return canvas.printedTexts().filter(QRegularExpression("^(i|r|i') = |TOTAL REFLECTION"));
+        };
+        auto apart = [&canvas] {
+            const auto texts = canvas.drawnTexts();
+            for (std::size_t a = 0; a < texts.size(); ++a)
+                for (std::size_t b = a + 1; b < texts.size(); ++b)
+                    if (texts[a].box.adjusted(1, 1, -1, -1).intersects(texts[b].box.adjusted(1, 1, -1, -1)))
+                        return false;
+            return !texts.empty();
+        };
+        struct SetUp {
+            int direction, xcoor, hvalue, angle;
+            const char* incidence;
+        };
+        // Both directions, tilted, off-centre, past the critical angle.
+        for (const SetUp& u : {SetUp{1, 0, 0, 0, "30"}, SetUp{2, 0, 0, 0, "30"}, SetUp{1, 0, 0, 150, "40"},
+                               SetUp{1, 50, 150, 0, "50"}, SetUp{2, -20, 40, -100, "25"}, SetUp{2, 0, 0, 0, "60"}}) {
+            u.direction == 1 ? bench.moredens_Click() : bench.Raref_Click();
+            setBars(bench, {{"xcoor", u.xcoor}, {"hvalue", u.hvalue}, {"angle", u.angle}});
+            scope.dialogs().answers = {u.incidence};
+            bench.Command1_Click();
+            const RayTrace trace = traceRay(state().block(), state().rayHeight(), state().incidenceAngle());
+            QStringList expected;
+            for (const Readout& r : readoutsOf(trace)) expected += r.lines;
+            QVERIFY(!expected.isEmpty());
+            QCOMPARE(readouts(), expected);
+            const FaceHit& flat =
+                *std::find_if(trace.hits.begin(), trace.hits.end(), [](auto& h) { return h.flatFace; });
+            QCOMPARE(expected[0], "i = " + fmt(flat.incidenceDegrees, "0.0") + "°");
+            QVERIFY(canvas.summary().contains(expected[0]) && apart());
+        }
+        // Past the critical angle: i = 60°, turned back at the same angle.
+        QCOMPARE(readouts(), (QStringList{"i = 60.0°", "i' = 60.0°", "TOTAL REFLECTION  ΟΛΙΚΗ ΑΝΑΚΛΑΣΗ"}));
+        bench.moredens_Click();
+        setBars(bench, {{"xcoor", 0}, {"hvalue", 0}, {"angle", 0}});
+        scope.dialogs().answers = {"30"};
+        bench.Command1_Click();
+        QCOMPARE(readouts(), (QStringList{"i = 30.0°", "r = 19.5°"}));                 // sin r = sin 30° / 1.5
+        QVERIFY(QString::fromUtf8(figureSvg(canvas, "bench")).contains("r = 19.5°"));  // the figure as a file
+
+        // Nine rays at once, at 1366×768 and in the smallest window.
+        for (QSize size : {QSize(1300, 640), QSize(300, 300)}) {
+            bench.resize(size);
+            QCoreApplication::processEvents();
+            bench.Command4_Click();
+            QVERIFY(apart());
+            if (size.width() > 1000) QCOMPARE(readouts().size(), 18);
+        }
+        bench.findChild<QAction*>("readouts")->trigger();
+        QVERIFY(readouts().isEmpty() && !canvas.summary().contains("i = "));
+        bench.findChild<QAction*>("readouts")->trigger();
+        QCOMPARE(readouts().size() > 0, true);
+
+        // The ray's height is written as h= on the drawing.
+        setBars(bench, {{"hvalue", 30}});
+        QVERIFY(canvas.printedTexts().contains(QStringLiteral("h=3.00")));
+    }
+
+    // The protractor lies on the flat face's centre, 0° along the normal,
+    // a mark every degree; the keys, the mouse and the wheel move and turn it.
+    void protractor() {
+        ScreenTestScope scope;
+        Hmiky& bench = openBench();
+        bench.resize(1300, 640);
+        QCoreApplication::processEvents();
+        bench.moredens_Click();
+        setBars(bench, {{"xcoor", 50}, {"angle", 200}});  // centre (10, 0), tilted 20°
+        bench.findChild<QAction*>("protractor")->trigger();
+        const Protractor p = *bench.protractorShown();
+        QVERIFY(p.centre.x == 10.0 && p.centre.y == 0.0 && std::fabs(p.zeroDegrees - 20.0) < 1e-9);
+        Canvas& canvas = *bench.findChild<Canvas*>("bench");
+        const QPointF centre = canvas.toLogical(p.centre.x, p.centre.y);
+        std::vector<int> marks;
+        for (const auto& line : canvas.drawnLines()) {
+            if (line.colour != QColor(120, 60, 0)) continue;
+            const QLineF l(line.from, line.to);
+            const double far = std::max(QLineF(centre, l.p1()).length(), QLineF(centre, l.p2()).length());
+            const double near = std::min(QLineF(centre, l.p1()).length(), QLineF(centre, l.p2()).length());
+            if (near < 0.8 * far || l.length() > 40.0) continue;  // the edge and the 0° line
+            const QPointF tip = QLineF(centre, l.p1()).length() > QLineF(centre, l.p2()).length() ? l.p1() : l.p2();
+            // Screen y grows downwards.
+            const double bearing = std::atan2(centre.y() - tip.y(), tip.x() - centre.x()) * 180.0 / M_PI;
+            const double fromZero = std::remainder(bearing - 20.0, 360.0);
+            QVERIFY(std::fabs(fromZero - std::round(fromZero)) < 0.05);
+            marks.push_back(static_cast<int>(std::lround(fromZero)));
+        }
+        std::sort(marks.begin(), marks.end());
+        QVERIFY(marks.size() == 181 && marks.front() == -90 && marks.back() == 90);
+        // Half a degree is readable at 1366×768: the degree marks stand
+        // well over a pixel apart at the rim.
+        const Mark m0 = markAt(p, 0), m1 = markAt(p, 1);
+        QVERIFY(QLineF(canvas.toLogical(m0.outer.x, m0.outer.y), canvas.toLogical(m1.outer.x, m1.outer.y)).length() >
+                3.0);
+        QVERIFY(canvas.printedTexts().contains("80") && canvas.summary().contains("Protractor"));
+
+        canvas.setFocus();
+        QTest::keyClick(&canvas, Qt::Key_Right);
+        QTest::keyClick(&canvas, Qt::Key_Left, Qt::ShiftModifier);
+        QTest::keyClick(&canvas, Qt::Key_PageDown);
+        QTest::keyClick(&canvas, Qt::Key_PageDown);
+        QVERIFY(bench.protractorShown()->centre.x == 11.0 &&
+                std::fabs(bench.protractorShown()->zeroDegrees - 19.5) < 1e-9);
+        // Dragged by its body it moves; by its rim it turns.
+        const QPoint inside = canvas.toLogical(40, 0).toPoint();
+        QTest::mousePress(&canvas, Qt::LeftButton, {}, inside);
+        QTest::mouseMove(&canvas, inside + QPoint(20, 0));
+        QTest::mouseRelease(&canvas, Qt::LeftButton, {}, inside + QPoint(20, 0));
+        QVERIFY(bench.protractorShown()->centre.x > 11.0);
+        const Protractor moved = *bench.protractorShown();
+        const QPointF rim = canvas.toLogical(moved.centre.x + moved.radius * std::cos(moved.zeroDegrees * M_PI / 180),
+                                             moved.centre.y + moved.radius * std::sin(moved.zeroDegrees * M_PI / 180));
+        QTest::mousePress(&canvas, Qt::LeftButton, {}, rim.toPoint());
+        QTest::mouseMove(&canvas, rim.toPoint() + QPoint(0, -30));
+        QTest::mouseRelease(&canvas, Qt::LeftButton, {}, rim.toPoint() + QPoint(0, -30));
+        QVERIFY(bench.protractorShown()->zeroDegrees > moved.zeroDegrees + 1.0 &&
+                bench.protractorShown()->centre.x == moved.centre.x);
+        const double turned = bench.protractorShown()->zeroDegrees;
+        QWheelEvent wheel(QPointF(inside), canvas.mapToGlobal(QPointF(inside)), {}, {0, 240}, Qt::NoButton, {},
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&canvas, &wheel);  // two notches, half a degree each
+        QVERIFY(std::fabs(bench.protractorShown()->zeroDegrees - turned - 1.0) < 1e-9);
+        bench.findChild<QAction*>("protractor")->trigger();
+        QVERIFY(!bench.protractorShown() && !canvas.printedTexts().contains("80"));
     }
 
     void experimentsOnTheBench() {

@@ -1,11 +1,16 @@
+#include <QFile>
 #include <QLineEdit>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTableWidget>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <cmath>
 
 #include "app/main_menu.h"
 #include "canvas/fonts.h"
+#include "canvas/qt_format.h"
 #include "history/data_state.h"
 #include "history/inpdat_screen.h"
 #include "semicircle/bench_state.h"
@@ -42,41 +47,148 @@ class TestListOfData : public QObject {
 private slots:
     void initTestCase() { installFontSubstitutions(); }
 
-    // The list follows the bench: a sweep, then the typed angles since the
-    // last erase, then nothing after an erase. Back and the main menu hide it.
-    void listsTheBenchsLastSeries() {
+    // Every ray the bench traces into the block is a row, whatever made it,
+    // until the list is cleared; erase and the bench's other redraws leave
+    // it. Back and the main menu hide it.
+    void listsEveryRayOfTheBench() {
         ScreenTestScope scope;
         Hmiky& bench = openBench();
         bench.moredens_Click();  // flat face towards the light
         bench.Command4_Click();
         ListOfData& list = openList(bench);
-        QVERIFY(list.isVisible() && label(list).startsWith("RAYS FOR incidence"));
+        QVERIFY(list.isVisible() && label(list).startsWith("9 rays, 9 measured"));
         QCOMPARE(column(list, ListOfData::IncidenceColumn),
                  (QStringList{"0.6", "10.0", "20.0", "30.0", "40.0", "50.0", "60.0", "70.0", "80.0"}));
-        QCOMPARE(column(list, ListOfData::RefractionColumn)[3], QStringLiteral("19.47"));
+        QVERIFY(column(list, ListOfData::RefractionColumn)[3] == "19.47" &&
+                column(list, ListOfData::IndexColumn)[3] == "1.5000");
         // The expected angles only when asked for; a centred block agrees.
         QVERIFY(table(list).isColumnHidden(ListOfData::ExpectedColumn));
         list.Command1_Click();
         QVERIFY(!table(list).isColumnHidden(ListOfData::ExpectedColumn));
         QCOMPARE(column(list, ListOfData::ExpectedColumn), column(list, ListOfData::RefractionColumn));
 
-        // Typed angles replace the sweep in the open list, one by one.
+        // Typed angles, a ray aimed with the mouse, the random and the
+        // comparison experiments each add their rows, and say how they were made.
         bench.findChild<QScrollBar*>("Indexn")->setValue(20);
         scope.dialogs().answers = {"30", "-45"};
         bench.Command1_Click();
         bench.Command1_Click();
-        QCOMPARE(column(list, ListOfData::IncidenceColumn), (QStringList{"30.0", "45.0"}));
-        QCOMPARE(column(list, ListOfData::RefractionColumn), (QStringList{"14.48", "20.70"}));
-        QVERIFY(label(list).startsWith("GIVEN INCIDENCE ANGLES") &&
-                list.findChild<QLabel*>("Label2")->text().startsWith("n = 2.00"));
+        QCOMPARE(column(list, ListOfData::RefractionColumn).mid(9), (QStringList{"14.48", "20.70"}));
+        bench.Command2_Click();  // erase: the drawing goes, the rows stay
+        bench.Form_MouseDown(120, 90);
+        bench.Form_MouseUp(120, 90);
+        bench.allrandom_Click();
+        bench.sygr_Click();
+        const QStringList made = column(list, ListOfData::SourceColumn);
+        QVERIFY(made.size() == 9 + 2 + 1 + 9 + 9 && made[10].startsWith("typed") && made[11].startsWith("mouse") &&
+                made[12] == "ALL RANDOM" && made.last() == "COMPARISONS");
+        QCOMPARE(column(list, ListOfData::IncidenceColumn)[11], QStringLiteral("36.9"));  // atan(90/120)
+        // A ray that passes the block by is listed as such.
+        bench.findChild<QScrollBar*>("hvalue")->setValue(-250);
+        bench.findChild<QScrollBar*>("HScroll1")->setValue(10);
+        scope.dialogs().answers = {"10"};
+        bench.Command1_Click();
+        QVERIFY(column(list, ListOfData::RefractionColumn).last().startsWith("misses the block") &&
+                column(list, ListOfData::IndexColumn).last() == "-");
 
-        bench.Command2_Click();  // erase
+        list.clear_Click();
         QVERIFY(table(list).rowCount() == 0 && label(list).startsWith("No measurements yet"));
         bench.Command3_Click();
         QVERIFY(!list.isVisible() && form<Diathlasimeleti>().isVisible());
         openList(openBench());
         form<Diathlasimeleti>().Command2_Click();  // to the data screen
         QVERIFY(!list.isVisible());
+    }
+
+    // The list's CSV is the data screen's own table: opened there and
+    // analysed it gives the index the list shows. Nothing to save is told.
+    void savesTheDataScreensTable() {
+        ScreenTestScope scope;
+        Hmiky& bench = openBench();
+        ListOfData& list = openList(bench);
+        list.clear_Click();
+        QTemporaryDir dir;
+        const QString path = dir.filePath("bench.csv");
+        QVERIFY(!list.saveCsvFile(path) && !QFile::exists(path) && scope.dialogs().messages.size() == 1);
+        bench.Raref_Click();  // glass into air: the rays beyond the critical angle are left out
+        bench.findChild<QScrollBar*>("xcoor")->setValue(15);  // off-centre: the pairs scatter
+        bench.Command4_Click();
+        bench.moredens_Click();
+        bench.allrandom_Click();
+        bench.Command4_Click();
+        const std::optional<double> listed = list.fittedIndex();
+        QVERIFY(listed && list.saveCsvFile(path));
+        QVERIFY(list.findChild<QLabel*>("Label2")->text().contains(fmt(*listed, "0.0000")));
+        Inpdat& data = form<Inpdat>();
+        QVERIFY(data.openTableFile(path));
+        data.Command1_Click();
+        QVERIFY(std::fabs(sharedState<DataState>().dataIndex() - *listed) < 1e-4);
+        // More pairs than the table's rows: the first fourteen, and the pupil is told.
+        QCOMPARE(scope.dialogs().messages.size(), 2);
+        QVERIFY(scope.dialogs().messages.last().contains("14 measured pairs were saved"));
+    }
+
+    // The mystery block hides its index everywhere the bench or the list
+    // would show it, while the angles still work; CHECK MY n tells the true
+    // index and the difference, the lab report states it, and leaving the
+    // mystery block brings back the index that was set.
+    void mysteryBlock() {
+        ScreenTestScope scope;
+        Hmiky& bench = openBench();
+        bench.moredens_Click();
+        bench.findChild<QScrollBar*>("Indexn")->setValue(17);
+        ListOfData& list = openList(bench);
+        bench.findChild<QAction*>("mystery")->trigger();
+        const double hidden = sharedState<BenchState>().block().index;
+        QVERIFY(hidden >= 1.3 && hidden <= 2.0 && std::fabs(hidden * 100 - std::round(hidden * 100)) < 1e-9);
+        QVERIFY(!bench.findChild<QScrollBar*>("Indexn")->isEnabled());
+        bench.Command4_Click();
+        list.Command1_Click();  // the expected angles would tell it too
+        bench.sygr_Click();     // and so would Snell's angles in the comparison
+        QStringList shown = bench.drawing().printedTexts();
+        scope.dialogs().answers = {"30"};
+        bench.Command1_Click();
+        shown << bench.drawing().printedTexts();
+        shown << bench.drawing().description() << bench.findChild<QLabel*>("Indexnt")->text()
+              << bench.findChild<QScrollBar*>("Indexn")->accessibleDescription() << label(list)
+              << list.findChild<QLabel*>("Label2")->text() << column(list, ListOfData::IndexColumn)
+              << column(list, ListOfData::ExpectedColumn);
+        const QString all = shown.join('\n');
+        for (double n : {hidden, 1.0 / hidden, *sharedState<BenchState>().series().readings()[3].pairIndex()})
+            for (const char* format : {"0.00", "0.000", "0.0000"}) {
+                const QRegularExpression digits("(?<![0-9.])" + QRegularExpression::escape(fmt(n, format)) +
+                                                "(?![0-9])");
+                QVERIFY2(!all.contains(digits), qPrintable(fmt(n, format)));
+            }
+        QVERIFY(all.contains("n = ?") && shown.contains("i = 30.0°") &&
+                table(list).isColumnHidden(ListOfData::ExpectedColumn));
+        bench.fylaxe_Click();  // the file would hold the index
+        QVERIFY(scope.dialogs().messages.last().contains("mystery"));
+
+        scope.dialogs().answers = {"abc", QString::number(hidden * 1.02, 'f', 6)};
+        bench.checkN_Click();
+        bench.checkN_Click();
+        QVERIFY(bilingual(scope.dialogs().messages[scope.dialogs().messages.size() - 2]));
+        QCOMPARE(scope.dialogs().messages.last().section('\n', 0, 0), "The true index is " + fmt(hidden, "0.00") +
+                                                                          ". Yours, " + fmt(hidden * 1.02, "0.000") +
+                                                                          ", differs from it by +2.0 %.");
+
+        if (!QStandardPaths::findExecutable("pdftotext").isEmpty()) {
+            list.Command2_Click();
+            Inpdat& data = form<Inpdat>();
+            data.Command1_Click();
+            QTemporaryDir dir;
+            QVERIFY(data.writeLabReport(dir.filePath("report.pdf")));
+            QProcess text;
+            text.start("pdftotext", {dir.filePath("report.pdf"), "-"});
+            QVERIFY(text.waitForFinished(20000));
+            QVERIFY(QString::fromUtf8(text.readAllStandardOutput())
+                        .simplified()
+                        .contains("true πραγματικός " + fmt(hidden, "0.00") + ", difference διαφορά +2.0 %"));
+        }
+        bench.findChild<QAction*>("mystery")->trigger();
+        QVERIFY(sharedState<BenchState>().block().index == 1.7 && bench.findChild<QScrollBar*>("Indexn")->isEnabled());
+        QCOMPARE(bench.findChild<QLabel*>("Indexnt")->text(), QStringLiteral("Δείκτης  n = 1.70"));
     }
 
     // The transfer makes the bench's pairs the pupil's typed data, and the
@@ -110,6 +222,7 @@ private slots:
         QVERIFY(scope.dialogs().messages.last().contains("14") && scope.dialogs().messages.last().contains("2 were"));
 
         bench.Raref_Click();  // curved face first: glass into air at the flat face
+        list.clear_Click();
         bench.Command4_Click();
         const double benchIndex = sharedState<BenchState>().measuredIndex();
         QCOMPARE(column(list, ListOfData::RefractionColumn).count("total reflection  ολική ανάκλαση"), 4);

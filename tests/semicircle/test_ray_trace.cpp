@@ -89,6 +89,19 @@ private slots:
                     QVERIFY(t.segments[1].kind == SegmentKind::Inside && t.segments[2].kind == SegmentKind::Emerging);
                     QVERIFY(out.to.x <= out.from.x + 1e-9);  // onwards to the left
                     QVERIFY(t.measuredIndex && near(*t.measuredIndex, direction == 1 ? n : 1.0 / n));
+                    // The faces it met, with Snell's law between the angles
+                    // from the normal: the arc along its radius, the flat face
+                    // at the incidence a, whichever way the light crosses it.
+                    QVERIFY(t.hits.size() == 2 && t.hits[direction == 1 ? 0 : 1].flatFace);
+                    for (const FaceHit& h : t.hits) {
+                        const double inside =
+                            std::sin((h.entering ? h.leavingDegrees : h.incidenceDegrees) * kPi / 180);
+                        const double outside =
+                            std::sin((h.entering ? h.incidenceDegrees : h.leavingDegrees) * kPi / 180);
+                        QVERIFY(near(outside, n * inside, 1e-9) &&
+                                near(std::hypot(h.normal.x, h.normal.y), 1.0, 1e-12));
+                        QVERIFY(!h.flatFace || near(h.incidenceDegrees, a, 1e-9));
+                    }
                     for (const RaySegment& s : t.segments) {  // index 1: every piece at the incidence angle
                         const Segment& g = s.segment;
                         const double slope = std::atan2(std::fabs(g.to.y - g.from.y), std::fabs(g.to.x - g.from.x));
