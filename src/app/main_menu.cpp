@@ -1,6 +1,7 @@
 #include "app/main_menu.h"
 
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QLabel>
 #include <QMenuBar>
 
@@ -21,6 +22,7 @@
 #include "semicircle/hmiky_screen.h"
 #include "ui/caption_button.h"
 #include "ui/forms.h"
+#include "ui/presentation_size.h"
 #include "ui/program_exit.h"
 #include "ui/window_placement.h"
 
@@ -44,7 +46,34 @@ Diathlasimeleti::Diathlasimeleti() {
     createTitle();
     createButtons();
     createIllustration();
+    createWindowControls();
     resize(900, 650);
+}
+
+void Diathlasimeleti::createWindowControls() {
+    // How large the whole program shows, for a projector, and a way back to
+    // the windows' first places.
+    auto* label = new QLabel(QStringLiteral("SIZE  ΜΕΓΕΘΟΣ"), this);
+    label->setObjectName(QStringLiteral("sizeLabel"));
+    label->setFont(roleFont(FontRole::Caption, 10.0, true));
+    auto* size = new QComboBox(this);
+    size->setObjectName(QStringLiteral("presentationSize"));
+    size->setFont(roleFont(FontRole::Caption, 10.0));
+    size->setAccessibleName(QStringLiteral("Presentation size  Μέγεθος παρουσίασης"));
+    size->setToolTip(QStringLiteral("Ctrl++  Ctrl+-  Ctrl+0"));
+    for (const int percent : presentationSizes()) size->addItem(QStringLiteral("%1 %").arg(percent), percent);
+    label->setBuddy(size);
+    auto showSize = [size](int percent) { size->setCurrentIndex(size->findData(percent)); };
+    showSize(presentationSize());
+    watchPresentationSize(size, showSize);
+    connect(size, &QComboBox::activated, this, [size](int index) { setPresentationSize(size->itemData(index).toInt()); });
+    auto* reset = makeButton(this, QStringLiteral("RESET WINDOWS  ΕΠΑΝΑΦΟΡΑ ΠΑΡΑΘΥΡΩΝ"), FontRole::Caption,
+                             "resetWindows");
+    reset->setFont(roleFont(FontRole::Caption, 10.0, true));
+    connect(reset, &QPushButton::clicked, this, [] { resetWindowPlaces(); });
+    watchPresentationSize(this, [this](int) { layOut(); });
+    setTabOrder(Command5, size);
+    setTabOrder(size, reset);
 }
 
 void Diathlasimeleti::createTitle() {
@@ -153,19 +182,36 @@ void Diathlasimeleti::placeButtonRow(int rowTop) {
     layOut();
 }
 
+namespace {
+// The height a text needs wrapped to the width, in the widget's font.
+int wrappedHeight(const QWidget& w, const QString& text, int width) {
+    return QFontMetrics(w.font()).boundingRect(QRect(0, 0, std::max(1, width), 4000), Qt::TextWordWrap, text).height();
+}
+}  // namespace
+
 void Diathlasimeleti::layOut() {
     const int w = width();
     const int h = height();
     const int margin = std::max(8, w / 80);
-    const int buttonHeight = std::clamp(h / 9, 48, 110);
-    // The row stays where start-up put it unless the window became too short.
-    const int rowTop = rowTop_ < 0 ? h / 2 : std::min(rowTop_, std::max(0, h - buttonHeight - margin));
+    // Buttons tall enough for their captions at any presentation size.
+    int buttonHeight = std::clamp(h / 9, 48, 110);
+    const std::pair<const CaptionButton*, int> buttons[] = {
+        {Command1, w * 3 / 10}, {Command2, w * 9 / 20}, {Command3, w / 4 - 3 * margin},
+        {Command4, w * 2 / 3},  {Command5, w * 2 / 3}};
+    for (const auto& [button, width] : buttons)
+        buttonHeight = std::max(buttonHeight, wrappedHeight(*button, button->text(), width - 14) + 16);
 
-    Label1->setGeometry(margin, margin, w - 2 * margin, std::max(40, h / 8));
+    const int titleHeight = std::max({40, h / 8, wrappedHeight(*Label1, Label1->text(), w - 2 * margin - 4) + 6});
+    Label1->setGeometry(margin, margin, w - 2 * margin, titleHeight);
 
-    const int historyTop = h / 6 + margin;
+    const int historyTop = std::max(h / 6, titleHeight) + margin;
     Command4->setGeometry(w / 6, historyTop, w * 2 / 3, buttonHeight);
     Command5->setGeometry(w / 6, historyTop + buttonHeight + margin, w * 2 / 3, buttonHeight);
+    // The row stays where start-up put it unless the window became too
+    // short or the buttons above grew into it.
+    const int below = Command5->geometry().bottom() + 1 + margin;
+    const int rowTop =
+        std::clamp(std::max(below, rowTop_ < 0 ? h / 2 : rowTop_), 0, std::max(0, h - buttonHeight - margin));
 
     Command1->setGeometry(0, rowTop, w * 3 / 10, buttonHeight);
     Command2->setGeometry(w * 3 / 10 + margin, rowTop, w * 9 / 20, buttonHeight);
@@ -175,6 +221,24 @@ void Diathlasimeleti::layOut() {
     const int pictureHeight = h - pictureTop - margin;
     illustration_->setVisible(pictureHeight > 60);
     illustration_->setGeometry(w / 4, pictureTop, w / 2, std::max(pictureHeight, 1));
+
+    // The window's own controls in the corner left of the picture, out of the pupil's road.
+    auto* label = findChild<QLabel*>(QStringLiteral("sizeLabel"));
+    auto* size = findChild<QComboBox*>(QStringLiteral("presentationSize"));
+    auto* reset = findChild<CaptionButton*>(QStringLiteral("resetWindows"));
+    if (!label || !size || !reset) return;
+    const int cornerLeft = margin;
+    const int cornerWidth = w / 4 - 2 * margin;
+    const QRect caption = QFontMetrics(reset->font())
+                              .boundingRect(QRect(0, 0, cornerWidth - 14, 1000), Qt::AlignCenter | Qt::TextWordWrap,
+                                            reset->text());
+    const int resetHeight = caption.height() + 20;
+    const int sizeHeight = size->sizeHint().height();
+    const int labelHeight = label->sizeHint().height();
+    reset->setGeometry(cornerLeft, h - margin - resetHeight, cornerWidth, resetHeight);
+    const int sizeTop = reset->y() - margin - sizeHeight;
+    size->setGeometry(cornerLeft, sizeTop, cornerWidth, sizeHeight);
+    label->setGeometry(cornerLeft, sizeTop - labelHeight, cornerWidth, labelHeight);
 }
 
 void Diathlasimeleti::resizeEvent(QResizeEvent* event) {
