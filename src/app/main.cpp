@@ -10,8 +10,8 @@
 #include "ui/focus_frame.h"
 #include "ui/forms.h"
 #include "ui/help_window.h"
-#include "ui/presentation_size.h"
 #include "ui/menu_keys.h"
+#include "ui/presentation_size.h"
 #include "ui/window_access.h"
 #include "ui/window_keys.h"
 

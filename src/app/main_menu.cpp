@@ -1,5 +1,6 @@
 #include "app/main_menu.h"
 
+#include <QAbstractItemView>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QLabel>
@@ -53,22 +54,25 @@ Diathlasimeleti::Diathlasimeleti() {
 void Diathlasimeleti::createWindowControls() {
     // How large the whole program shows, for a projector, and a way back to
     // the windows' first places.
-    auto* label = new QLabel(QStringLiteral("SIZE  ΜΕΓΕΘΟΣ"), this);
+    auto* label = new QLabel(QStringLiteral("SIZE  Μέγεθος"), this);
     label->setObjectName(QStringLiteral("sizeLabel"));
     label->setFont(roleFont(FontRole::Caption, 10.0, true));
+    label->setWordWrap(true);
     auto* size = new QComboBox(this);
     size->setObjectName(QStringLiteral("presentationSize"));
     size->setFont(roleFont(FontRole::Caption, 10.0));
     size->setAccessibleName(QStringLiteral("Presentation size  Μέγεθος παρουσίασης"));
+    size->view()->setAccessibleName(size->accessibleName());  // its list of sizes
     size->setToolTip(QStringLiteral("Ctrl++  Ctrl+-  Ctrl+0"));
     for (const int percent : presentationSizes()) size->addItem(QStringLiteral("%1 %").arg(percent), percent);
     label->setBuddy(size);
     auto showSize = [size](int percent) { size->setCurrentIndex(size->findData(percent)); };
     showSize(presentationSize());
     watchPresentationSize(size, showSize);
-    connect(size, &QComboBox::activated, this, [size](int index) { setPresentationSize(size->itemData(index).toInt()); });
-    auto* reset = makeButton(this, QStringLiteral("RESET WINDOWS  ΕΠΑΝΑΦΟΡΑ ΠΑΡΑΘΥΡΩΝ"), FontRole::Caption,
-                             "resetWindows");
+    connect(size, &QComboBox::activated, this,
+            [size](int index) { setPresentationSize(size->itemData(index).toInt()); });
+    auto* reset =
+        makeButton(this, QStringLiteral("RESET WINDOWS  Επαναφορά παραθύρων"), FontRole::Caption, "resetWindows");
     reset->setFont(roleFont(FontRole::Caption, 10.0, true));
     connect(reset, &QPushButton::clicked, this, [] { resetWindowPlaces(); });
     watchPresentationSize(this, [this](int) { layOut(); });
@@ -187,17 +191,50 @@ namespace {
 int wrappedHeight(const QWidget& w, const QString& text, int width) {
     return QFontMetrics(w.font()).boundingRect(QRect(0, 0, std::max(1, width), 4000), Qt::TextWordWrap, text).height();
 }
+
+// The width of the widest word of the text, in the widget's font.
+int widestWord(const QWidget& w, const QString& text) {
+    const QFontMetrics metrics(w.font());
+    int widest = 0;
+    for (const QString& word : text.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+        widest = std::max(widest, metrics.horizontalAdvance(word));
+    return widest;
+}
+
+// The window's own controls beside the history and interpretation buttons,
+// out of the pupil's road: the size on the left, the reset on the right,
+// each in a strip of the width given.
+void placeSideControls(QWidget& menu, int margin, int top, int strip) {
+    auto* label = menu.findChild<QLabel*>(QStringLiteral("sizeLabel"));
+    auto* size = menu.findChild<QComboBox*>(QStringLiteral("presentationSize"));
+    auto* reset = menu.findChild<CaptionButton*>(QStringLiteral("resetWindows"));
+    if (!label || !size || !reset) return;
+    const int labelHeight = wrappedHeight(*label, label->text(), strip) + 2;
+    label->setGeometry(margin, top, strip, labelHeight);
+    size->setGeometry(margin, top + labelHeight, strip, size->sizeHint().height());
+    const int resetHeight = wrappedHeight(*reset, reset->text(), strip - 14) + 20;
+    reset->setGeometry(menu.width() - margin - strip, top, strip, resetHeight);
+}
 }  // namespace
 
 void Diathlasimeleti::layOut() {
     const int w = width();
     const int h = height();
     const int margin = std::max(8, w / 80);
+    // Side strips wide enough for the longest word of their controls; the
+    // history and interpretation buttons take the middle.
+    int strip = w / 6 - 2 * margin;
+    if (auto* reset = findChild<CaptionButton*>(QStringLiteral("resetWindows")))
+        strip = std::max(strip, widestWord(*reset, reset->text()) + 16);
+    const int middleLeft = strip == w / 6 - 2 * margin ? w / 6 : strip + 2 * margin;
+    const int middleWidth = middleLeft == w / 6 ? w * 2 / 3 : w - 2 * middleLeft;
     // Buttons tall enough for their captions at any presentation size.
     int buttonHeight = std::clamp(h / 9, 48, 110);
-    const std::pair<const CaptionButton*, int> buttons[] = {
-        {Command1, w * 3 / 10}, {Command2, w * 9 / 20}, {Command3, w / 4 - 3 * margin},
-        {Command4, w * 2 / 3},  {Command5, w * 2 / 3}};
+    const std::pair<const CaptionButton*, int> buttons[] = {{Command1, w * 3 / 10},
+                                                            {Command2, w * 9 / 20},
+                                                            {Command3, w / 4 - 3 * margin},
+                                                            {Command4, middleWidth},
+                                                            {Command5, middleWidth}};
     for (const auto& [button, width] : buttons)
         buttonHeight = std::max(buttonHeight, wrappedHeight(*button, button->text(), width - 14) + 16);
 
@@ -205,8 +242,9 @@ void Diathlasimeleti::layOut() {
     Label1->setGeometry(margin, margin, w - 2 * margin, titleHeight);
 
     const int historyTop = std::max(h / 6, titleHeight) + margin;
-    Command4->setGeometry(w / 6, historyTop, w * 2 / 3, buttonHeight);
-    Command5->setGeometry(w / 6, historyTop + buttonHeight + margin, w * 2 / 3, buttonHeight);
+    Command4->setGeometry(middleLeft, historyTop, middleWidth, buttonHeight);
+    Command5->setGeometry(middleLeft, historyTop + buttonHeight + margin, middleWidth, buttonHeight);
+    placeSideControls(*this, margin, historyTop, strip);
     // The row stays where start-up put it unless the window became too
     // short or the buttons above grew into it.
     const int below = Command5->geometry().bottom() + 1 + margin;
@@ -221,24 +259,6 @@ void Diathlasimeleti::layOut() {
     const int pictureHeight = h - pictureTop - margin;
     illustration_->setVisible(pictureHeight > 60);
     illustration_->setGeometry(w / 4, pictureTop, w / 2, std::max(pictureHeight, 1));
-
-    // The window's own controls in the corner left of the picture, out of the pupil's road.
-    auto* label = findChild<QLabel*>(QStringLiteral("sizeLabel"));
-    auto* size = findChild<QComboBox*>(QStringLiteral("presentationSize"));
-    auto* reset = findChild<CaptionButton*>(QStringLiteral("resetWindows"));
-    if (!label || !size || !reset) return;
-    const int cornerLeft = margin;
-    const int cornerWidth = w / 4 - 2 * margin;
-    const QRect caption = QFontMetrics(reset->font())
-                              .boundingRect(QRect(0, 0, cornerWidth - 14, 1000), Qt::AlignCenter | Qt::TextWordWrap,
-                                            reset->text());
-    const int resetHeight = caption.height() + 20;
-    const int sizeHeight = size->sizeHint().height();
-    const int labelHeight = label->sizeHint().height();
-    reset->setGeometry(cornerLeft, h - margin - resetHeight, cornerWidth, resetHeight);
-    const int sizeTop = reset->y() - margin - sizeHeight;
-    size->setGeometry(cornerLeft, sizeTop, cornerWidth, sizeHeight);
-    label->setGeometry(cornerLeft, sizeTop - labelHeight, cornerWidth, labelHeight);
 }
 
 void Diathlasimeleti::resizeEvent(QResizeEvent* event) {

@@ -111,8 +111,7 @@ void Canvas::syncImage() const {
     // the screens.
     // The presentation size the image was painted at.
     const bool sameScale = property(kPaintedScale).toDouble() == presentationScale();
-    if (!image_.isNull() && sameScale && image_.size() == full &&
-        qFuzzyCompare(image_.devicePixelRatio(), screenRatio))
+    if (!image_.isNull() && sameScale && image_.size() == full && qFuzzyCompare(image_.devicePixelRatio(), screenRatio))
         return;
     // A window larger than any screen cannot be seen whole at full
     // sharpness, so its image need not be sharper than the largest screen:

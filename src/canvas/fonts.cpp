@@ -1,13 +1,13 @@
 #include "canvas/fonts.h"
 
-#include "canvas/presentation_scale.h"
-
 #include <QFontDatabase>
 #include <QHash>
 #include <QStringList>
 
 #include <algorithm>
 #include <cmath>
+
+#include "canvas/presentation_scale.h"
 
 namespace {
 

@@ -14,8 +14,8 @@
 
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
-#include "canvas/presentation_scale.h"
 #include "canvas/palette.h"
+#include "canvas/presentation_scale.h"
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"
 

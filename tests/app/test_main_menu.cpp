@@ -12,9 +12,9 @@
 #include "models/interpretation_state.h"
 #include "semicircle/bench_state.h"
 #include "semicircle/hmiky_screen.h"
+#include "test_support.h"
 #include "ui/presentation_size.h"
 #include "ui/window_placement.h"
-#include "test_support.h"
 
 namespace {
 // The main menu's button of that name ("Command1" … "Command5").
