@@ -1,6 +1,5 @@
 #include "analysis/graph_screens.h"
 
-#include <QMainWindow>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -101,11 +100,7 @@ void placeGraphScreensBeside(const QWidget& owner) {
     } else {
         // The data screen's menus, grid and buttons stay uncovered: the
         // graphs grow smaller if they must (their texts keep 8 points).
-        std::vector<QRect> mustStayClear;
-        if (owner.isVisible()) {
-            const auto* main = qobject_cast<const QMainWindow*>(&owner);
-            mustStayClear = {main ? titleBarAndMenus(*main) : data, controlsOnScreen(owner)};
-        }
+        std::vector<QRect> mustStayClear = workingParts(owner);
         const QSize size(std::max(area.width() / 2, 360), half);
         const QSize least(std::min(size.width(), 280), std::min(half, 200));
         upper = clearPlace(size, least, area, mustStayClear, {data});

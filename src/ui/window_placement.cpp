@@ -222,6 +222,12 @@ QRect controlsOnScreen(const QWidget& window) {
     return held;
 }
 
+std::vector<QRect> workingParts(const QWidget& window) {
+    if (!window.isVisible()) return {};
+    const auto* main = qobject_cast<const QMainWindow*>(&window);
+    return {main ? titleBarAndMenus(*main) : outerRect(window), controlsOnScreen(window)};
+}
+
 QRect fitRectInside(QRect rect, const QRect& area) {
     if (area.isEmpty()) return rect;
     rect.setWidth(std::min(rect.width(), area.width()));

@@ -55,6 +55,11 @@ QRect clearPlace(QSize wanted, QSize least, const QRect& area, const std::vector
 // pupil works with: buttons, text boxes, lists, boxes to tick or choose.
 QRect controlsOnScreen(const QWidget& window);
 
+// What of a shown window a pupil reaches for and which the windows it opens
+// should leave clear: its title bar and menus, then its controls (nothing
+// for a hidden window).
+std::vector<QRect> workingParts(const QWidget& window);
+
 // Gives a window the outer rectangle wanted, frame and title bar included
 // (screen coordinates), but inside the available area: a size larger than
 // the area is cut down to it, a position outside is moved in. A window the

@@ -376,13 +376,20 @@ private slots:
         auto& data = form<Inpdat>();
         data.Newt_Click();
         drawnProblems(QStringLiteral("data at 150 %"));
-        for (QWidget* graph : {static_cast<QWidget*>(&form<Incref>()), static_cast<QWidget*>(&form<Analysis>())}) {
-            QVERIFY(graph->isVisible());
-            for (const QRect& kept : {titleBarAndMenus(data), controlsOnScreen(data)})
-                if (graph->frameGeometry().intersects(kept))
-                    problems_ << nameOf(graph) + " covers the data screen at " + at(kept.topLeft()) + " " +
-                                     wh(kept.size());
-        }
+        auto keptClear = [this, &data](const QString& step) {
+            for (QWidget* w : shownWindows())
+                for (const QRect& kept : workingParts(data))
+                    if (w != &data && w != &form<Diathlasimeleti>() && w->frameGeometry().intersects(kept))
+                        problems_ << step + ": " + nameOf(w) + " covers the data screen at " + at(kept.topLeft()) +
+                                         " " + wh(kept.size());
+        };
+        QVERIFY(form<Incref>().isVisible() && form<Analysis>().isVisible());
+        keptClear(QStringLiteral("data analysis"));
+        openPtolemyInstrument();
+        keptClear(QStringLiteral("ptolemy"));
+        form<Ptolemaios>().Command1_Click();
+        openAlHaythamInstrument();
+        keptClear(QStringLiteral("alhaytham"));
         setPresentationSize(100);
         QVERIFY2(problems_.isEmpty(), qPrintable(QStringLiteral("\n") + problems_.join(QLatin1Char('\n'))));
     }
