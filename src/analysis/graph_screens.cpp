@@ -98,9 +98,14 @@ void placeGraphScreensBeside(const QWidget& owner) {
         upper = QRect(data.right() + 1, area.top(), strip, half);
         lower = QRect(data.right() + 1, area.top() + half, strip, area.height() - half);
     } else {
+        // The data screen's menus, grid and buttons stay uncovered: the
+        // graphs grow smaller if they must (their texts keep 8 points).
+        std::vector<QRect> mustStayClear = workingParts(owner);
         const QSize size(std::max(area.width() / 2, 360), half);
-        upper = leastCoveringPlace(size, area, {data});
-        lower = leastCoveringPlace(size, area, {data, upper});
+        const QSize least(std::min(size.width(), 280), std::min(half, 200));
+        upper = clearPlace(size, least, area, mustStayClear, {data});
+        mustStayClear.push_back(upper);
+        lower = clearPlace(size, least, area, mustStayClear, {data});
     }
     auto placeOnce = [](QWidget& w, const QRect& r) {
         if (w.property("placed").toBool()) return;

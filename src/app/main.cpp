@@ -11,6 +11,7 @@
 #include "ui/forms.h"
 #include "ui/help_window.h"
 #include "ui/menu_keys.h"
+#include "ui/presentation_size.h"
 #include "ui/window_access.h"
 #include "ui/window_keys.h"
 
@@ -28,6 +29,7 @@ int main(int argc, char* argv[]) {
     // running program to its launcher.
     QGuiApplication::setDesktopFileName(QStringLiteral("io.github.diathlasi.Refraction"));
     installFontSubstitutions();
+    restorePresentationSize();  // before the first window takes its fonts
     installMenuKeysEverywhere(app);
     installHelpEverywhere(app);
     installFigureCommands();

@@ -1,6 +1,8 @@
 #include "app/main_menu.h"
 
+#include <QAbstractItemView>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QLabel>
 #include <QMenuBar>
 
@@ -21,6 +23,7 @@
 #include "semicircle/hmiky_screen.h"
 #include "ui/caption_button.h"
 #include "ui/forms.h"
+#include "ui/presentation_size.h"
 #include "ui/program_exit.h"
 #include "ui/window_placement.h"
 
@@ -44,7 +47,37 @@ Diathlasimeleti::Diathlasimeleti() {
     createTitle();
     createButtons();
     createIllustration();
+    createWindowControls();
     resize(900, 650);
+}
+
+void Diathlasimeleti::createWindowControls() {
+    // How large the whole program shows, for a projector, and a way back to
+    // the windows' first places.
+    auto* label = new QLabel(QStringLiteral("SIZE  Μέγεθος"), this);
+    label->setObjectName(QStringLiteral("sizeLabel"));
+    label->setFont(roleFont(FontRole::Caption, 10.0, true));
+    label->setWordWrap(true);
+    auto* size = new QComboBox(this);
+    size->setObjectName(QStringLiteral("presentationSize"));
+    size->setFont(roleFont(FontRole::Caption, 10.0));
+    size->setAccessibleName(QStringLiteral("Presentation size  Μέγεθος παρουσίασης"));
+    size->view()->setAccessibleName(size->accessibleName());  // its list of sizes
+    size->setToolTip(QStringLiteral("Ctrl++  Ctrl+-  Ctrl+0"));
+    for (const int percent : presentationSizes()) size->addItem(QStringLiteral("%1 %").arg(percent), percent);
+    label->setBuddy(size);
+    auto showSize = [size](int percent) { size->setCurrentIndex(size->findData(percent)); };
+    showSize(presentationSize());
+    watchPresentationSize(size, showSize);
+    connect(size, &QComboBox::activated, this,
+            [size](int index) { setPresentationSize(size->itemData(index).toInt()); });
+    auto* reset =
+        makeButton(this, QStringLiteral("RESET WINDOWS  Επαναφορά παραθύρων"), FontRole::Caption, "resetWindows");
+    reset->setFont(roleFont(FontRole::Caption, 10.0, true));
+    connect(reset, &QPushButton::clicked, this, [] { resetWindowPlaces(); });
+    watchPresentationSize(this, [this](int) { layOut(); });
+    setTabOrder(Command5, size);
+    setTabOrder(size, reset);
 }
 
 void Diathlasimeleti::createTitle() {
@@ -153,19 +186,70 @@ void Diathlasimeleti::placeButtonRow(int rowTop) {
     layOut();
 }
 
+namespace {
+// The height a text needs wrapped to the width, in the widget's font.
+int wrappedHeight(const QWidget& w, const QString& text, int width) {
+    return QFontMetrics(w.font()).boundingRect(QRect(0, 0, std::max(1, width), 4000), Qt::TextWordWrap, text).height();
+}
+
+// The width of the widest word of the text, in the widget's font.
+int widestWord(const QWidget& w, const QString& text) {
+    const QFontMetrics metrics(w.font());
+    int widest = 0;
+    for (const QString& word : text.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+        widest = std::max(widest, metrics.horizontalAdvance(word));
+    return widest;
+}
+
+// The window's own controls beside the history and interpretation buttons,
+// out of the pupil's road: the size on the left, the reset on the right,
+// each in a strip of the width given.
+void placeSideControls(QWidget& menu, int margin, int top, int strip) {
+    auto* label = menu.findChild<QLabel*>(QStringLiteral("sizeLabel"));
+    auto* size = menu.findChild<QComboBox*>(QStringLiteral("presentationSize"));
+    auto* reset = menu.findChild<CaptionButton*>(QStringLiteral("resetWindows"));
+    if (!label || !size || !reset) return;
+    const int labelHeight = wrappedHeight(*label, label->text(), strip) + 2;
+    label->setGeometry(margin, top, strip, labelHeight);
+    size->setGeometry(margin, top + labelHeight, strip, size->sizeHint().height());
+    const int resetHeight = wrappedHeight(*reset, reset->text(), strip - 14) + 20;
+    reset->setGeometry(menu.width() - margin - strip, top, strip, resetHeight);
+}
+}  // namespace
+
 void Diathlasimeleti::layOut() {
     const int w = width();
     const int h = height();
     const int margin = std::max(8, w / 80);
-    const int buttonHeight = std::clamp(h / 9, 48, 110);
-    // The row stays where start-up put it unless the window became too short.
-    const int rowTop = rowTop_ < 0 ? h / 2 : std::min(rowTop_, std::max(0, h - buttonHeight - margin));
+    // Side strips wide enough for the longest word of their controls; the
+    // history and interpretation buttons take the middle.
+    int strip = w / 6 - 2 * margin;
+    if (auto* reset = findChild<CaptionButton*>(QStringLiteral("resetWindows")))
+        strip = std::max(strip, widestWord(*reset, reset->text()) + 16);
+    const int middleLeft = strip == w / 6 - 2 * margin ? w / 6 : strip + 2 * margin;
+    const int middleWidth = middleLeft == w / 6 ? w * 2 / 3 : w - 2 * middleLeft;
+    // Buttons tall enough for their captions at any presentation size.
+    int buttonHeight = std::clamp(h / 9, 48, 110);
+    const std::pair<const CaptionButton*, int> buttons[] = {{Command1, w * 3 / 10},
+                                                            {Command2, w * 9 / 20},
+                                                            {Command3, w / 4 - 3 * margin},
+                                                            {Command4, middleWidth},
+                                                            {Command5, middleWidth}};
+    for (const auto& [button, width] : buttons)
+        buttonHeight = std::max(buttonHeight, wrappedHeight(*button, button->text(), width - 14) + 16);
 
-    Label1->setGeometry(margin, margin, w - 2 * margin, std::max(40, h / 8));
+    const int titleHeight = std::max({40, h / 8, wrappedHeight(*Label1, Label1->text(), w - 2 * margin - 4) + 6});
+    Label1->setGeometry(margin, margin, w - 2 * margin, titleHeight);
 
-    const int historyTop = h / 6 + margin;
-    Command4->setGeometry(w / 6, historyTop, w * 2 / 3, buttonHeight);
-    Command5->setGeometry(w / 6, historyTop + buttonHeight + margin, w * 2 / 3, buttonHeight);
+    const int historyTop = std::max(h / 6, titleHeight) + margin;
+    Command4->setGeometry(middleLeft, historyTop, middleWidth, buttonHeight);
+    Command5->setGeometry(middleLeft, historyTop + buttonHeight + margin, middleWidth, buttonHeight);
+    placeSideControls(*this, margin, historyTop, strip);
+    // The row stays where start-up put it unless the window became too
+    // short or the buttons above grew into it.
+    const int below = Command5->geometry().bottom() + 1 + margin;
+    const int rowTop =
+        std::clamp(std::max(below, rowTop_ < 0 ? h / 2 : rowTop_), 0, std::max(0, h - buttonHeight - margin));
 
     Command1->setGeometry(0, rowTop, w * 3 / 10, buttonHeight);
     Command2->setGeometry(w * 3 / 10 + margin, rowTop, w * 9 / 20, buttonHeight);

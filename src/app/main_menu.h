@@ -35,6 +35,7 @@ private:
     void createTitle();
     void createButtons();
     void createIllustration();
+    void createWindowControls();
     void layOut();
     void drawIllustration();
 

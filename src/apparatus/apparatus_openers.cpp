@@ -13,6 +13,14 @@ namespace {
 void moveTo(QWidget& window, QPoint frameTopLeft) {
     placeWindow(window, QRect(frameTopLeft, outerRect(window).size()));
 }
+
+// Then beside its menus, grid and buttons, which stay in reach: smaller if
+// it must, over the rest of the data screen where there is no other room.
+void keepDataScreenInReach(QWidget& window) {
+    const QWidget& data = windowOf(Place::DataScreen);
+    const QSize size = outerRect(window).size();
+    placeWindow(window, clearPlace(size, size * 0.5, availableArea(&data), workingParts(data), {outerRect(data)}));
+}
 }  // namespace
 
 void openPtolemyInstrument() {
@@ -23,6 +31,7 @@ void openPtolemyInstrument() {
         // takes its place beside it.
         moveTo(instrument, outerRect(windowOf(Place::DataScreen)).topLeft());
         instrument.Form_Load();
+        keepDataScreenInReach(instrument);
     } else {
         instrument.DrawPtolemyApparatus();
     }
@@ -35,6 +44,7 @@ void openAlHaythamInstrument() {
     if (first) {
         moveTo(instrument, outerRect(windowOf(Place::DataScreen)).topLeft());
         instrument.Form_Load();
+        keepDataScreenInReach(instrument);
     }
     showScreen(instrument);
     instrument.DrawAlHaythamApparatus();

@@ -19,6 +19,7 @@
 #include "ui/caption_button.h"
 #include "ui/dialogs.h"
 #include "ui/forms.h"
+#include "ui/navigation.h"
 #include "ui/scroll_bars.h"
 #include "ui/window_placement.h"
 
@@ -237,7 +238,11 @@ void Ptolemaios::showBesideTheSightView() {
     Emfanisi& view = form<Emfanisi>();
     if (!isVisible()) showScreen(*this);
     if (!view.isVisible()) {
-        placeWindow(view, leastCoveringPlace(outerRect(view).size(), availableArea(this), {outerRect(*this)}));
+        // Clear of the data screen's menus and controls and of the instrument.
+        std::vector<QRect> clear = workingParts(windowOf(Place::DataScreen));
+        clear.push_back(outerRect(*this));
+        const QSize size = outerRect(view).size();
+        placeWindow(view, clearPlace(size, size * 0.75, availableArea(this), clear, {}));
         showOnScreen(view, false);
     }
 }

@@ -8,6 +8,7 @@
 #include "canvas/canvas.h"
 #include "canvas/canvas_limits.h"
 #include "canvas/figure_export.h"
+#include "canvas/presentation_scale.h"
 
 using namespace canvas_limits;
 using namespace canvas_ops;
@@ -21,6 +22,8 @@ namespace {
 // Beyond this many recorded operations between two cls() the list is dropped;
 // a resize then rescales the pixels instead of replaying (long animations).
 constexpr std::size_t kMaxRecordedOps = 200000;
+
+constexpr const char* kPaintedScale = "paintedPresentationScale";
 
 // The largest width and height in device pixels that any screen shows.
 QSize largestScreenInDevicePixels() {
@@ -67,7 +70,7 @@ std::vector<Canvas::DrawnText> Canvas::drawnTexts() const {
         const auto* t = std::get_if<TextOp>(&op);
         if (!t) continue;
         QFont font = t->font;
-        font.setPointSizeF(paintedPoints(*t, w, h));
+        font.setPointSizeF(paintedPoints(*t, w, h) * presentationScale());
         const QFontMetricsF fm = metrics(font);
         const QRectF box(t->x * w, t->y * h, fm.horizontalAdvance(t->text), fm.ascent() + fm.descent());
         texts.push_back({t->text, box, font.pointSizeF(), t->colour});
@@ -106,7 +109,10 @@ void Canvas::syncImage() const {
     const QSize full = (QSizeF(logical) * screenRatio).toSize();
     // The usual case, a window no larger than its screen, costs no look at
     // the screens.
-    if (!image_.isNull() && image_.size() == full && qFuzzyCompare(image_.devicePixelRatio(), screenRatio)) return;
+    // The presentation size the image was painted at.
+    const bool sameScale = property(kPaintedScale).toDouble() == presentationScale();
+    if (!image_.isNull() && sameScale && image_.size() == full && qFuzzyCompare(image_.devicePixelRatio(), screenRatio))
+        return;
     // A window larger than any screen cannot be seen whole at full
     // sharpness, so its image need not be sharper than the largest screen:
     // the figure is painted at fewer pixels per logical pixel and scaled
@@ -117,7 +123,8 @@ void Canvas::syncImage() const {
     const qreal dpr = screenRatio * shrink;
     const QSize device(std::max(1, int(std::lround(logical.width() * dpr))),
                        std::max(1, int(std::lround(logical.height() * dpr))));
-    if (!image_.isNull() && image_.size() == device && qFuzzyCompare(image_.devicePixelRatio(), dpr)) return;
+    if (!image_.isNull() && sameScale && image_.size() == device && qFuzzyCompare(image_.devicePixelRatio(), dpr))
+        return;
     rebuildImage(device, dpr);
 }
 
@@ -141,6 +148,7 @@ void Canvas::rebuildImage(const QSize& device, qreal dpr) const {
         }
     }
     image_ = std::move(fresh);
+    const_cast<Canvas*>(this)->setProperty(kPaintedScale, presentationScale());
 }
 
 void Canvas::renderFigure(QPainter& painter) const {
@@ -149,6 +157,7 @@ void Canvas::renderFigure(QPainter& painter) const {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::TextAntialiasing);
     if (opsComplete_) {
+        const DesignedScale designed;  // exports are the same at every presentation size
         for (const Op& op : ops_) paintOp(painter, op, replayArea());
     } else {
         syncImage();

@@ -4,6 +4,7 @@
 #include "canvas/canvas.h"
 #include "canvas/canvas_limits.h"
 #include "canvas/fonts.h"
+#include "canvas/presentation_scale.h"
 
 using namespace canvas_limits;
 using namespace canvas_ops;
@@ -16,7 +17,10 @@ void Canvas::setFontSize(double points) {
 
 void Canvas::setFontBold(bool bold) { fontBold_ = bold; }
 
-QFont Canvas::currentFont() const { return roleFont(fontRole_, fontSize_, fontBold_); }
+// Laid out at the designed size whatever the presentation size: the
+// figure's user coordinates, its summary and its exports stay the same, and
+// only the screen paints the texts larger (canvas_replay.cpp).
+QFont Canvas::currentFont() const { return designedRoleFont(fontRole_, fontSize_, fontBold_); }
 
 // Text is measured on the image it is painted on, so that what print()
 // advances and what the painter draws agree on any screen.

@@ -4,6 +4,11 @@
 #include <QHash>
 #include <QStringList>
 
+#include <algorithm>
+#include <cmath>
+
+#include "canvas/presentation_scale.h"
+
 namespace {
 
 struct Mapping {
@@ -90,9 +95,26 @@ const char* requestedFaceFor(FontRole role) {
 
 QString roleFamily(FontRole role) { return installedFamilyFor(QString::fromLatin1(requestedFaceFor(role))); }
 
-QFont roleFont(FontRole role, double pointSize, bool bold) {
+namespace {
+double& scaleHeld() {
+    static double scale = 1.0;
+    return scale;
+}
+}  // namespace
+
+double presentationScale() { return scaleHeld(); }
+
+void setPresentationScale(double factor) {
+    if (std::isfinite(factor)) scaleHeld() = std::clamp(factor, 1.0, 2.0);
+}
+
+QFont designedRoleFont(FontRole role, double pointSize, bool bold) {
     QFont font(roleFamily(role));
     font.setPointSizeF(pointSize > 0 ? pointSize : 10.0);
     font.setBold(bold);
     return font;
+}
+
+QFont roleFont(FontRole role, double pointSize, bool bold) {
+    return designedRoleFont(role, (pointSize > 0 ? pointSize : 10.0) * presentationScale(), bold);
 }

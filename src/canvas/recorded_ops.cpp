@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "canvas/canvas_limits.h"
+#include "canvas/presentation_scale.h"
 #include "core/physics.h"
 
 using namespace canvas_limits;
@@ -66,17 +67,21 @@ bool clipToLimit(double& x1, double& y1, double& x2, double& y2) {
     return true;
 }
 
+// The width a pen of this DrawWidth is painted with: grown by the
+// presentation size on the screen.
+double paintedPenWidth(int drawWidth, double magnify) { return drawWidth * magnify; }
+
 // Thin pens of an odd width in device pixels are centred on pixel centres,
 // so that a line at a whole pixel coordinate lights one full row of pixels
 // rather than half of two. The offset is in logical pixels.
-double penOffset(int drawWidth, qreal dpr) {
+double penOffset(double drawWidth, qreal dpr) {
     const long deviceWidth = std::lround(drawWidth * dpr);
     return deviceWidth % 2 != 0 ? 0.5 / dpr : 0.0;
 }
 
-QPen makePen(const QColor& colour, const PenState& pen) {
+QPen makePen(const QColor& colour, const PenState& pen, double magnify) {
     QPen p(colour);
-    p.setWidthF(pen.drawWidth);
+    p.setWidthF(paintedPenWidth(pen.drawWidth, magnify));
     p.setStyle(penStyleFor(pen.drawStyle));
     if (p.style() != Qt::SolidLine)
         p.setCapStyle(Qt::FlatCap);  // keeps the gaps of dashes and dots open
@@ -88,18 +93,18 @@ QPen makePen(const QColor& colour, const PenState& pen) {
     return p;
 }
 
-void paintLine(QPainter& painter, const LineOp& o, double w, double h, qreal dpr) {
+void paintLine(QPainter& painter, const LineOp& o, double w, double h, qreal dpr, double m) {
     double x1 = o.x1 * w, y1 = o.y1 * h, x2 = o.x2 * w, y2 = o.y2 * h;
     if (!clipToLimit(x1, y1, x2, y2)) return;
-    const double off = penOffset(o.pen.drawWidth, dpr);
-    painter.setPen(makePen(o.colour, o.pen));
+    const double off = penOffset(paintedPenWidth(o.pen.drawWidth, m), dpr);
+    painter.setPen(makePen(o.colour, o.pen, m));
     if (x1 == x2 && y1 == y2)
         painter.drawPoint(QPointF(x1 + off, y1 + off));
     else
         painter.drawLine(QPointF(x1 + off, y1 + off), QPointF(x2 + off, y2 + off));
 }
 
-void paintBox(QPainter& painter, const BoxOp& o, double w, double h, qreal dpr) {
+void paintBox(QPainter& painter, const BoxOp& o, double w, double h, qreal dpr, double m) {
     const double left = clampPixel(std::min(o.x1, o.x2) * w);
     const double right = clampPixel(std::max(o.x1, o.x2) * w);
     const double top = clampPixel(std::min(o.y1, o.y2) * h);
@@ -118,8 +123,8 @@ void paintBox(QPainter& painter, const BoxOp& o, double w, double h, qreal dpr) 
         return;
     }
     if (o.pen.fillStyle == FillStyle::Solid) painter.fillRect(inner, o.pen.fillColor);
-    const double off = penOffset(o.pen.drawWidth, dpr);
-    QPen pen = makePen(o.colour, o.pen);
+    const double off = penOffset(paintedPenWidth(o.pen.drawWidth, m), dpr);
+    QPen pen = makePen(o.colour, o.pen, m);
     pen.setJoinStyle(Qt::MiterJoin);
     painter.setPen(pen);
     painter.setBrush(Qt::NoBrush);
@@ -164,14 +169,14 @@ bool arcPath(QPainterPath& path, const CircleOp& o, const QRectF& rect, const QP
     return closedPie;
 }
 
-void paintCircle(QPainter& painter, const CircleOp& o, double w, double h, qreal dpr) {
+void paintCircle(QPainter& painter, const CircleOp& o, double w, double h, qreal dpr, double m) {
     double rx = o.radius * w;
     double ry = rx;
     if (o.aspect < 1.0)
         ry = rx * o.aspect;
     else if (o.aspect > 1.0)
         rx = ry / o.aspect;
-    const double off = penOffset(o.pen.drawWidth, dpr);
+    const double off = penOffset(paintedPenWidth(o.pen.drawWidth, m), dpr);
     const double cx = o.x * w + off;
     const double cy = o.y * h + off;
     if (!std::isfinite(rx) || !std::isfinite(ry)) return;
@@ -181,7 +186,7 @@ void paintCircle(QPainter& painter, const CircleOp& o, double w, double h, qreal
     const QColor fillColour = o.forcedFill.value_or(o.pen.fillColor);
 
     // Nothing of it near the area: nothing to paint.
-    const double margin = o.pen.drawWidth;
+    const double margin = paintedPenWidth(o.pen.drawWidth, m);
     if (cx + rx < -margin || cx - rx > w + margin || cy + ry < -margin || cy - ry > h + margin) return;
     if (rx > kPixelLimit || ry > kPixelLimit || std::fabs(cx) > kPixelLimit || std::fabs(cy) > kPixelLimit) {
         if (wholeFigure && fill) paintHugeDisc(painter, fillColour, cx, cy, rx, ry, w, h);
@@ -189,7 +194,7 @@ void paintCircle(QPainter& painter, const CircleOp& o, double w, double h, qreal
     }
 
     const QRectF rect(cx - rx, cy - ry, 2 * rx, 2 * ry);
-    painter.setPen(makePen(o.colour, o.pen));
+    painter.setPen(makePen(o.colour, o.pen, m));
     painter.setBrush(fill ? QBrush(fillColour) : QBrush(Qt::NoBrush));
     if (wholeFigure) {
         painter.drawEllipse(rect);
@@ -200,16 +205,17 @@ void paintCircle(QPainter& painter, const CircleOp& o, double w, double h, qreal
     painter.drawPath(path);
 }
 
-void paintPoint(QPainter& painter, const PointOp& o, double w, double h, qreal dpr) {
+void paintPoint(QPainter& painter, const PointOp& o, double w, double h, qreal dpr, double m) {
     const QPointF p(o.x * w, o.y * h);
     if (std::fabs(p.x()) > kPixelLimit || std::fabs(p.y()) > kPixelLimit) return;
+    const double width = paintedPenWidth(o.pen.drawWidth, m);
     if (o.pen.drawWidth <= 1) {
-        painter.fillRect(QRectF(std::floor(p.x()), std::floor(p.y()), 1, 1), o.colour);
+        painter.fillRect(QRectF(std::floor(p.x()), std::floor(p.y()), width, width), o.colour);
     } else {
-        const double off = penOffset(o.pen.drawWidth, dpr);
+        const double off = penOffset(width, dpr);
         painter.setPen(Qt::NoPen);
         painter.setBrush(o.colour);
-        painter.drawEllipse(p + QPointF(off, off), o.pen.drawWidth / 2.0, o.pen.drawWidth / 2.0);
+        painter.drawEllipse(p + QPointF(off, off), width / 2.0, width / 2.0);
     }
 }
 
@@ -217,7 +223,7 @@ void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal
     const QPointF topLeft(o.x * area.width, o.y * area.height);
     if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
     QFont font = o.font;
-    double points = paintedPoints(o, area.width, area.height);
+    double points = paintedPoints(o, area.width, area.height) * presentationScale();
     // Points become pixels at the device's resolution, but the figure is
     // laid out in the screen's pixels: a printer at 1200 dots per inch
     // would otherwise get texts twelve times too large for the lines around
@@ -247,17 +253,18 @@ void paintOp(QPainter& painter, const Op& op, const ReplayArea& area) {
     const double w = area.width;
     const double h = area.height;
     const qreal dpr = painter.device()->devicePixelRatio();
+    const double m = presentationScale();  // 1 while an export paints
     std::visit(
         [&](const auto& o) {
             using T = std::decay_t<decltype(o)>;
             if constexpr (std::is_same_v<T, LineOp>)
-                paintLine(painter, o, w, h, dpr);
+                paintLine(painter, o, w, h, dpr, m);
             else if constexpr (std::is_same_v<T, BoxOp>)
-                paintBox(painter, o, w, h, dpr);
+                paintBox(painter, o, w, h, dpr, m);
             else if constexpr (std::is_same_v<T, CircleOp>)
-                paintCircle(painter, o, w, h, dpr);
+                paintCircle(painter, o, w, h, dpr, m);
             else if constexpr (std::is_same_v<T, PointOp>)
-                paintPoint(painter, o, w, h, dpr);
+                paintPoint(painter, o, w, h, dpr, m);
             else if constexpr (std::is_same_v<T, TextOp>)
                 paintText(painter, o, area, dpr);
         },

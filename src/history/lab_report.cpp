@@ -15,6 +15,7 @@
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "canvas/palette.h"
+#include "canvas/presentation_scale.h"
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"
 
@@ -35,7 +36,7 @@ public:
     double mm(double v) const { return v * dpi_ / 25.4; }
 
     void setFont(double points, bool bold) {
-        QFont f = roleFont(FontRole::Caption, points, bold);
+        QFont f = designedRoleFont(FontRole::Caption, points, bold);
         p_.setFont(f);
     }
     // Prints a line at the pen's position and moves the pen under it,

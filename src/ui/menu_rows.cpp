@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QTimer>
 
 #include <vector>
 
@@ -22,6 +23,10 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (watched == first_ && event->type() == QEvent::Resize && first_->width() != laidOutWidth_) relayout();
+        // Larger type (the presentation size) makes the menus wider: laid out
+        // again once the bar has measured them in the new font.
+        if (watched == first_ && event->type() == QEvent::FontChange)
+            QTimer::singleShot(0, this, [this] { relayout(); });
         return QObject::eventFilter(watched, event);
     }
 

@@ -18,6 +18,7 @@
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"
 #include "ui/figure_commands.h"
+#include "ui/presentation_size.h"
 #include "ui/window_placement.h"
 
 namespace {
@@ -135,6 +136,12 @@ private:
         });
         add(QKeySequence(Qt::Key_Menu), [w] { openDrawingMenu(w); });
         add(QKeySequence(Qt::SHIFT | Qt::Key_F10), [w] { openDrawingMenu(w); });
+        // The presentation size, for the whole program from any window; Ctrl+=
+        // is Ctrl++ without Shift on most keyboards.
+        add(QKeySequence::ZoomIn, [] { growPresentationSize(); });
+        add(QKeySequence(Qt::CTRL | Qt::Key_Equal), [] { growPresentationSize(); });
+        add(QKeySequence::ZoomOut, [] { shrinkPresentationSize(); });
+        add(QKeySequence(Qt::CTRL | Qt::Key_0), [] { setPresentationSize(100); });
         add(QKeySequence(Qt::Key_F6), [this, w] { cycle(w, +1); });
         add(QKeySequence(Qt::SHIFT | Qt::Key_F6), [this, w] { cycle(w, -1); });
         if (window.property(kGraphWindow).toBool())

@@ -1,11 +1,17 @@
 #include "ui/window_placement.h"
 
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QGuiApplication>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QPointer>
 #include <QScreen>
+#include <QSettings>
 #include <QTimer>
 #include <QVariant>
 #include <QWidget>
@@ -21,6 +27,35 @@ namespace {
 
 constexpr const char* kPlacedFrame = "placedFrame";
 constexpr const char* kPlacedMargins = "placedFrameMargins";
+constexpr const char* kAskedFrame = "askedFrame";  // where the program wants it
+constexpr const char* kOwnPlace = "ownPlace";      // the pupil placed it himself
+constexpr const char* kPlacesGroup = "windows";
+
+// Moves and resizes made by the program itself while it places a window;
+// anything else that moves a shown window is the pupil's doing.
+int& placing() {
+    static int depth = 0;
+    return depth;
+}
+struct Placing {
+    Placing() { ++placing(); }
+    ~Placing() { --placing(); }
+    Placing(const Placing&) = delete;
+    Placing& operator=(const Placing&) = delete;
+};
+
+QString placeKey(const QWidget& window) {
+    const QString name =
+        window.objectName().isEmpty() ? QString::fromLatin1(window.metaObject()->className()) : window.objectName();
+    return QString::fromLatin1(kPlacesGroup) + QLatin1Char('/') + name;
+}
+
+void rememberPlace(QWidget& window) {
+    window.setProperty(kOwnPlace, true);
+    programSettings()->setValue(placeKey(window), window.saveGeometry());
+}
+
+void placeAt(QWidget& window, const QRect& frame);
 
 // The last frame a window manager really drew: the best guess for a window
 // that has not been framed yet.
@@ -62,13 +97,18 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (watched == window_ && since_.isValid() && since_.elapsed() < kSettleMs) {
-            const QEvent::Type type = event->type();
-            if ((type == QEvent::Move || type == QEvent::Resize) && window_->isVisible() && !busy_) {
-                busy_ = true;
-                keepWindowOnScreen(*window_);
-                busy_ = false;
-            }
+        if (watched != window_ || !window_->isVisible() || busy_ || placing() > 0)
+            return QObject::eventFilter(watched, event);
+        const QEvent::Type type = event->type();
+        const bool moved = type == QEvent::Move || type == QEvent::Resize;
+        if (moved && since_.isValid() && since_.elapsed() < kSettleMs) {
+            busy_ = true;
+            keepWindowOnScreen(*window_);
+            busy_ = false;
+        } else if ((moved && event->spontaneous()) || type == QEvent::WindowStateChange) {
+            // Past the moments of framing, what the window system reports
+            // (a drag, a maximising) is the pupil's doing.
+            rememberPlace(*window_);
         }
         return QObject::eventFilter(watched, event);
     }
@@ -154,6 +194,40 @@ QRect leastCoveringPlace(QSize frameSize, const QRect& area, const std::vector<Q
     return best;
 }
 
+QRect clearPlace(QSize wanted, QSize least, const QRect& area, const std::vector<QRect>& mustStayClear,
+                 const std::vector<QRect>& keepClear) {
+    std::vector<QRect> all = mustStayClear;
+    all.insert(all.end(), keepClear.begin(), keepClear.end());
+    least = least.boundedTo(wanted);
+    constexpr int kSteps = 8;
+    for (int step = 0; step <= kSteps; ++step) {
+        const QSize size(wanted.width() - (wanted.width() - least.width()) * step / kSteps,
+                         wanted.height() - (wanted.height() - least.height()) * step / kSteps);
+        const QRect place = leastCoveringPlace(size, area, all);
+        if (std::none_of(mustStayClear.begin(), mustStayClear.end(),
+                         [&place](const QRect& r) { return place.intersects(r); }))
+            return place;
+    }
+    return leastCoveringPlace(least, area, all);
+}
+
+QRect controlsOnScreen(const QWidget& window) {
+    QRect held;
+    for (const QWidget* w : window.findChildren<QWidget*>()) {
+        const bool control = qobject_cast<const QAbstractButton*>(w) || qobject_cast<const QLineEdit*>(w) ||
+                             qobject_cast<const QAbstractItemView*>(w) || qobject_cast<const QComboBox*>(w);
+        if (control && w->isVisibleTo(&window) && w->window() == &window)
+            held |= QRect(w->mapToGlobal(QPoint(0, 0)), w->size());
+    }
+    return held;
+}
+
+std::vector<QRect> workingParts(const QWidget& window) {
+    if (!window.isVisible()) return {};
+    const auto* main = qobject_cast<const QMainWindow*>(&window);
+    return {main ? titleBarAndMenus(*main) : outerRect(window), controlsOnScreen(window)};
+}
+
 QRect fitRectInside(QRect rect, const QRect& area) {
     if (area.isEmpty()) return rect;
     rect.setWidth(std::min(rect.width(), area.width()));
@@ -163,7 +237,53 @@ QRect fitRectInside(QRect rect, const QRect& area) {
     return rect;
 }
 
+namespace {
+
+// Gives the window the place the pupil left it in, if he left it anywhere.
+bool takeOwnPlace(QWidget& window) {
+    if (window.isVisible() && window.property(kOwnPlace).toBool()) return true;  // where he left it
+    const QByteArray saved = programSettings()->value(placeKey(window)).toByteArray();
+    if (saved.isEmpty() || !window.restoreGeometry(saved)) return false;
+    window.setProperty(kOwnPlace, true);
+    // A screen unplugged since (a projector) leaves no window out of sight.
+    if (!window.isMaximized() && !window.isFullScreen()) placeAt(window, outerRect(window));
+    return true;
+}
+
+}  // namespace
+
 void placeWindow(QWidget& window, const QRect& frame) {
+    const Placing self;
+    window.setProperty(kAskedFrame, frame);
+    if (takeOwnPlace(window)) return;
+    placeAt(window, frame);
+}
+
+std::unique_ptr<QSettings> programSettings() {
+    // A program (or a test) that named no organisation still keeps its
+    // settings apart from every other program's.
+    const QString organisation = QCoreApplication::organizationName();
+    return std::make_unique<QSettings>(organisation.isEmpty() ? QStringLiteral("diathlasi") : organisation,
+                                       QCoreApplication::applicationName());
+}
+
+void resetWindowPlaces() {
+    programSettings()->remove(QString::fromLatin1(kPlacesGroup));
+    const Placing self;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (!window->property(kOwnPlace).toBool()) continue;
+        window->setProperty(kOwnPlace, QVariant());
+        if (window->isMaximized() || window->isFullScreen())
+            window->setWindowState(window->windowState() & ~(Qt::WindowMaximized | Qt::WindowFullScreen));
+        const QVariant asked = window->property(kAskedFrame);
+        if (asked.isValid()) placeAt(*window, asked.toRect());
+    }
+}
+
+namespace {
+
+void placeAt(QWidget& window, const QRect& frame) {
+    const Placing self;
     const QRect area = areaOf(screenFor(&window, frame.center()));
     const QMargins margins = windowFrameMargins(window);
     const QRect fitted = fitRectInside(frame, area);
@@ -178,11 +298,16 @@ void placeWindow(QWidget& window, const QRect& frame) {
     if (client != window.geometry()) window.setGeometry(client);
 }
 
+}  // namespace
+
 void keepWindowOnScreen(QWidget& window) {
+    // A maximised window is the window manager's to fit.
+    if (window.isMaximized() || window.isFullScreen()) return;
+    const Placing self;
     const QVariant lastPlace = window.property(kPlacedFrame);
     if (lastPlace.isValid() && window.property(kPlacedMargins).value<QMargins>() != windowFrameMargins(window)) {
         // Placed with a guessed frame that turned out otherwise.
-        placeWindow(window, lastPlace.toRect());
+        placeAt(window, lastPlace.toRect());
         return;
     }
     QRect frame = window.geometry().marginsAdded(windowFrameMargins(window));
@@ -190,7 +315,7 @@ void keepWindowOnScreen(QWidget& window) {
     // Never placed by the program: in the middle of the screen.
     if (!placed) frame.moveCenter(availableArea(&window).center());
     if (placed && areaOf(screenFor(&window, frame.center())).contains(frame)) return;
-    placeWindow(window, frame);
+    placeAt(window, frame);
 }
 
 QRect screenShare(const QWidget& window, double left, double top, double width, double height) {
@@ -211,6 +336,7 @@ void limitToScreens(QWidget& window) {
 }
 
 void showOnScreen(QWidget& window, bool takeFocus) {
+    const Placing self;
     if (auto* main = qobject_cast<QMainWindow*>(&window)) letMenusWrap(*main);
     limitToScreens(window);
     ScreenKeeper& keeper = keeperOf(window);

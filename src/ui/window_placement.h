@@ -3,9 +3,11 @@
 #include <QRect>
 #include <QSize>
 
+#include <memory>
 #include <vector>
 
 class QMainWindow;
+class QSettings;
 class QWidget;
 
 // Where every window of the program goes. Classrooms run anything from a
@@ -42,10 +44,37 @@ QRect fitRectInside(QRect rect, const QRect& area);
 // right of, below, left of and above the first rectangle, then the corners.
 QRect leastCoveringPlace(QSize frameSize, const QRect& area, const std::vector<QRect>& keepClear);
 
+// Where a window of about the wanted outer size covers none of the
+// rectangles that must stay clear (an opener's menus and controls) and least
+// of the others: made smaller step by step down to `least` if it must, and
+// at `least` over the least important of them if nothing is clear.
+QRect clearPlace(QSize wanted, QSize least, const QRect& area, const std::vector<QRect>& mustStayClear,
+                 const std::vector<QRect>& keepClear);
+
+// The rectangle on the screen that holds every shown control of a window a
+// pupil works with: buttons, text boxes, lists, boxes to tick or choose.
+QRect controlsOnScreen(const QWidget& window);
+
+// What of a shown window a pupil reaches for and which the windows it opens
+// should leave clear: its title bar and menus, then its controls (nothing
+// for a hidden window).
+std::vector<QRect> workingParts(const QWidget& window);
+
 // Gives a window the outer rectangle wanted, frame and title bar included
 // (screen coordinates), but inside the available area: a size larger than
-// the area is cut down to it, a position outside is moved in.
+// the area is cut down to it, a position outside is moved in. A window the
+// pupil has moved, resized or maximised keeps the place he gave it instead,
+// while the program runs and at the next start (the program's settings, by
+// the window's object name), wholly on a screen that exists now.
 void placeWindow(QWidget& window, const QRect& frame);
+
+// The settings the program keeps between runs (window places, the
+// presentation size), under its organisation and application names.
+std::unique_ptr<QSettings> programSettings();
+
+// Forgets every place the pupil gave a window and puts each window back
+// where the program placed it ("Reset windows").
+void resetWindowPlaces();
 
 // The same for the window's present geometry; nothing changes when it
 // already lies inside.

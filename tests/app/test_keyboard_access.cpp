@@ -15,6 +15,7 @@
 #include "test_support.h"
 #include "ui/focus_frame.h"
 #include "ui/menu_keys.h"
+#include "ui/presentation_size.h"
 #include "ui/window_keys.h"
 
 namespace {
@@ -167,6 +168,17 @@ private slots:
         QTRY_VERIFY(QApplication::activeWindow() != now);
         QTest::keyClick(QApplication::activeWindow(), Qt::Key_F6, Qt::ShiftModifier);
         QTRY_COMPARE(QApplication::activeWindow(), now);
+
+        // The presentation size from any window: Ctrl++ (or Ctrl+=) grows
+        // it a step, Ctrl+− shrinks it, Ctrl+0 goes back to 100 %.
+        QTest::keyClick(&sine, Qt::Key_Plus, Qt::ControlModifier);
+        QCOMPARE(presentationSize(), 125);
+        QTest::keyClick(&d, Qt::Key_Equal, Qt::ControlModifier);
+        QCOMPARE(presentationSize(), 150);
+        QTest::keyClick(&d, Qt::Key_Minus, Qt::ControlModifier);
+        QCOMPARE(presentationSize(), 125);
+        QTest::keyClick(&sine, Qt::Key_0, Qt::ControlModifier);
+        QCOMPARE(presentationSize(), 100);
     }
 
     // Fermat's experiment by keys: Shift, Ctrl and Shift+Ctrl with an arrow

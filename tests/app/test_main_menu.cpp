@@ -1,3 +1,4 @@
+#include <QComboBox>
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QPushButton>
@@ -10,7 +11,10 @@
 #include "canvas/fonts.h"
 #include "models/interpretation_state.h"
 #include "semicircle/bench_state.h"
+#include "semicircle/hmiky_screen.h"
 #include "test_support.h"
+#include "ui/presentation_size.h"
+#include "ui/window_placement.h"
 
 namespace {
 // The main menu's button of that name ("Command1" … "Command5").
@@ -108,6 +112,68 @@ private slots:
                   : QTest::mouseClick(button(form<Diathlasimeleti>(), "Command3"), Qt::LeftButton);
             QCOMPARE(scope.endStatuses, std::vector<int>{0});
         }
+    }
+
+    // Each window keeps the place the pupil gives it, maximised or not, also
+    // at the next start; "Reset windows" puts it back where the program puts
+    // it; a place kept from a screen unplugged since comes back on the screen.
+    // The presentation size, set on the menu, is kept for the next start too.
+    void windowsAndSizeAreKept() {
+        programSettings()->clear();
+        QRect asked;
+        {
+            ScreenTestScope scope;
+            Main();
+            auto& menu = form<Diathlasimeleti>();
+            menu.Command1_Click();
+            auto& bench = form<Hmiky>();
+            QVERIFY(QTest::qWaitForWindowExposed(&bench));
+            asked = bench.geometry();
+            QTest::qWait(1600);  // past the moments when a window manager frames it
+            const QRect moved(asked.topLeft() + QPoint(0, 30), asked.size() - QSize(0, 80));
+            bench.windowHandle()->setGeometry(moved);  // as a drag does
+            QTRY_COMPARE(bench.geometry(), moved);
+            bench.Command3_Click();
+            menu.Command1_Click();  // the opener asks for the program's place
+            QCOMPARE(bench.geometry(), moved);
+            bench.showMaximized();
+            QTRY_VERIFY(bench.isMaximized());
+            auto* size = named<QComboBox>(menu, "presentationSize");
+            size->setCurrentIndex(size->findData(150));
+            emit size->activated(size->currentIndex());
+            QCOMPARE(presentationSize(), 150);
+            QCOMPARE(named<QPushButton>(menu, "Command1")->font().pointSizeF(), 11.0 * 1.5);
+        }
+        setPresentationSize(100);
+        programSettings()->setValue(QStringLiteral("presentation/size"), 175);  // as a last run left it
+        restorePresentationSize();
+        QCOMPARE(presentationSize(), 175);
+        QCOMPARE(roleFont(FontRole::Caption, 10.0).pointSizeF(), 17.5);
+        setPresentationSize(100);
+        {
+            ScreenTestScope scope;
+            Main();
+            auto& menu = form<Diathlasimeleti>();
+            menu.Command1_Click();
+            auto& bench = form<Hmiky>();
+            QTRY_VERIFY(bench.isMaximized());
+            named<QPushButton>(menu, "resetWindows")->click();
+            QTRY_VERIFY(!bench.isMaximized());
+            QTRY_COMPARE(bench.geometry(), asked);
+        }
+        QWidget far;  // a place on a screen far right of this one
+        far.setGeometry(5000, 3000, 500, 400);
+        programSettings()->setValue(QStringLiteral("windows/hmiky"), far.saveGeometry());
+        {
+            ScreenTestScope scope;
+            Main();
+            form<Diathlasimeleti>().Command1_Click();
+            auto& bench = form<Hmiky>();
+            QVERIFY(QTest::qWaitForWindowExposed(&bench));
+            QVERIFY2(availableArea(&bench).contains(outerRect(bench)),
+                     qPrintable(QStringLiteral("%1,%2").arg(bench.x()).arg(bench.y())));
+        }
+        programSettings()->clear();
     }
 
     void screensAreSingleAndKeepTheirState() {

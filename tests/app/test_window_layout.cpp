@@ -32,6 +32,8 @@
 #include "models/somata_screen.h"
 #include "semicircle/hmiky_screen.h"
 #include "test_support.h"
+#include "ui/presentation_size.h"
+#include "ui/window_placement.h"
 
 namespace {
 
@@ -325,6 +327,71 @@ private slots:
         bench.resize(8000, 8000);
         QVERIFY(bench.width() <= all.width() && bench.height() <= all.height());
         QVERIFY(bench.drawing().width() <= all.width());
+    }
+
+    // At every presentation size the bench's drawing shows its texts larger
+    // by the size and says the same; every window stays on the screen and no
+    // drawn text falls under 8 pt. After Data Analysis at 150 % the graph
+    // windows leave the data screen's title, menus, grid and buttons clear.
+    void presentationSizesFit() {
+        ScreenTestScope scope;
+        programSettings()->clear();
+        Main();
+        auto& menu = form<Diathlasimeleti>();
+        menu.Command1_Click();
+        const Canvas& bench = form<Hmiky>().drawing();
+        const auto designed = bench.drawnTexts();
+        const QString summary = bench.summary();
+        QVERIFY(!designed.empty());
+        // Texts whole in their controls are asked of the main menu at every
+        // size; the screens that place their buttons by hand are held to it at
+        // 100 % (the test above).
+        auto drawnProblems = [this, &menu](const QString& step) {
+            QTest::qWait(20);
+            for (QWidget* w : shownWindows())
+                for (const QString& p : windowProblems(w))
+                    if (w == &menu || !(p.contains(QLatin1String(" needs ")) || p.contains(QLatin1String(" wide in "))))
+                        problems_ << step + QStringLiteral(": ") + p;
+            for (QWidget* w : shownWindows()) {
+                if (!w->screen()->availableGeometry().contains(w->frameGeometry()))
+                    problems_ << step + ": " + nameOf(w) + " off the screen";
+                for (const Canvas* c : w->findChildren<Canvas*>())
+                    for (const auto& t : c->drawnTexts())
+                        if (c->isVisible() && t.points < 8.0)
+                            problems_ << step + QStringLiteral(": \"%1\" in %2 pt").arg(t.text).arg(t.points);
+            }
+        };
+        for (const int size : presentationSizes()) {
+            setPresentationSize(size);
+            const auto texts = bench.drawnTexts();
+            QCOMPARE(texts.size(), designed.size());
+            for (std::size_t k = 0; k < texts.size(); ++k)
+                QVERIFY(std::abs(texts[k].points - designed[k].points * size / 100.0) < 0.01);
+            QCOMPARE(bench.summary(), summary);
+            drawnProblems(QStringLiteral("bench at %1 %").arg(size));
+        }
+        form<Hmiky>().Command3_Click();
+        setPresentationSize(150);
+        menu.Command2_Click();
+        auto& data = form<Inpdat>();
+        data.Newt_Click();
+        drawnProblems(QStringLiteral("data at 150 %"));
+        auto keptClear = [this, &data](const QString& step) {
+            for (QWidget* w : shownWindows())
+                for (const QRect& kept : workingParts(data))
+                    if (w != &data && w != &form<Diathlasimeleti>() && w->frameGeometry().intersects(kept))
+                        problems_ << step + ": " + nameOf(w) + " covers the data screen at " + at(kept.topLeft()) +
+                                         " " + wh(kept.size());
+        };
+        QVERIFY(form<Incref>().isVisible() && form<Analysis>().isVisible());
+        keptClear(QStringLiteral("data analysis"));
+        openPtolemyInstrument();
+        keptClear(QStringLiteral("ptolemy"));
+        form<Ptolemaios>().Command1_Click();
+        openAlHaythamInstrument();
+        keptClear(QStringLiteral("alhaytham"));
+        setPresentationSize(100);
+        QVERIFY2(problems_.isEmpty(), qPrintable(QStringLiteral("\n") + problems_.join(QLatin1Char('\n'))));
     }
 
     // Every historical table on both graphs, at the size the graph windows

@@ -11,6 +11,7 @@
 #include "canvas/canvas.h"
 #include "canvas/figure_export.h"
 #include "canvas/fonts.h"
+#include "canvas/presentation_scale.h"
 
 namespace {
 
@@ -249,6 +250,38 @@ private slots:
         QCOMPARE(c.drawnTexts().back().points, 6.0);
         c.resize(900, 600);  // larger than printed: the size as printed
         QCOMPARE(c.drawnTexts().front().points, 10.0);
+    }
+
+    // The presentation size grows texts, pens and points where the screen
+    // paints them, about the places the figure gives them; the layout in
+    // user units, the summary and the exported figure stay as they were.
+    void presentationSizeGrowsOnlyTheScreen() {
+        Canvas& c = *bench;
+        c.setDrawWidth(2);
+        c.line(-200, 100, 200, 100, kRed);
+        c.setDrawWidth(1);
+        c.setCurrentX(-190);
+        c.setCurrentY(-100);
+        c.print(QStringLiteral("n = 1.50"));
+        const double advance = c.textWidth(QStringLiteral("n = 1.50"));
+        c.setSummary(QStringLiteral("A red line."));
+        const QImage exported = figureImage(c, 1.0);
+        const int pen = ink(c.image(), QRect(100, 90, 1, 20)).count;
+        const QRect text = ink(c.image(), QRect(0, 290, 400, 110)).bounds;
+        for (const double scale : {1.5, 2.0}) {
+            setPresentationScale(scale);
+            QCOMPARE(ink(c.image(), QRect(100, 90, 1, 20)).count, static_cast<int>(pen * scale));
+            const QRect grown = ink(c.image(), QRect(0, 290, 400, 110)).bounds;
+            QVERIFY(std::abs(grown.height() - text.height() * scale) <= 2);
+            QVERIFY(std::abs(grown.left() - text.left()) <= 1);  // grown about its place
+            QCOMPARE(c.drawnTexts().front().points, 10.0 * scale);
+            QCOMPARE(c.textWidth(QStringLiteral("n = 1.50")), advance);
+            QCOMPARE(c.summary(), QStringLiteral("A red line."));
+            QCOMPARE(figureImage(c, 1.0), exported);
+            QCOMPARE(roleFont(FontRole::Caption, 10.0).pointSizeF(), 10.0 * scale);
+        }
+        setPresentationScale(1.0);
+        QCOMPARE(ink(c.image(), QRect(100, 90, 1, 20)).count, pen);
     }
 
     void patchRepaintsControlsAndMouse() {
