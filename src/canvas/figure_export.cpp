@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "canvas/canvas.h"
+#include "canvas/presentation_scale.h"
 #include "core/outside_files.h"
 
 namespace {
@@ -102,7 +103,7 @@ constexpr double kHeadingPoints = 10.0;
 // took, with a gap under it.
 double paintHeading(QPainter& painter, const QSizeF& page, const QString& heading) {
     painter.save();
-    painter.setFont(roleFont(FontRole::Caption, kHeadingPoints));
+    painter.setFont(designedRoleFont(FontRole::Caption, kHeadingPoints));
     painter.setPen(Qt::black);
     const QFontMetricsF metrics(painter.font(), painter.device());
     QStringList lines{heading};

@@ -12,6 +12,7 @@
 
 #include "canvas/fonts.h"
 #include "canvas/palette.h"
+#include "canvas/presentation_scale.h"
 
 namespace {
 
@@ -117,7 +118,7 @@ public:
 
     void text(const QString& text, double points, bool bold = false, double indentMm = 0.0,
               const QColor& colour = Qt::black) {
-        QFont font = roleFont(FontRole::Caption, points, bold);
+        QFont font = designedRoleFont(FontRole::Caption, points, bold);
         const QRectF area(mm(indentMm), 0, mm(kWidthMm - indentMm), mm(kHeightMm));
         const double height =
             QFontMetricsF(font, device_).boundingRect(area, Qt::TextWordWrap, text).height() * 25.4 / dpi_;
@@ -147,7 +148,7 @@ public:
         const double width = kWidthMm / labels.size();
         for (int k = 0; k < labels.size(); ++k) {
             if (!p_) continue;
-            p_->setFont(roleFont(FontRole::Caption, kBodyPt));
+            p_->setFont(designedRoleFont(FontRole::Caption, kBodyPt));
             p_->setPen(Qt::black);
             const QRectF cell(mm(k * width), mm(y_), mm(width - 4.0), mm(kRowMm));
             const QRectF label = p_->boundingRect(cell, Qt::AlignLeft | Qt::AlignBottom, labels[k]);
@@ -162,7 +163,7 @@ public:
         if (heads.isEmpty()) return;
         const double column = kWidthMm / heads.size();
         for (int r = -1; r < rows.size(); ++r) {
-            const QFont font = roleFont(FontRole::Caption, kBodyPt, r < 0);
+            const QFont font = designedRoleFont(FontRole::Caption, kBodyPt, r < 0);
             const QStringList& cells = r < 0 ? heads : rows[r];
             double height = kRowMm;
             for (const QString& text : cells) {
