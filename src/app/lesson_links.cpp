@@ -127,7 +127,8 @@ void connectBenchLinks() {
 void connectDataLinks() {
     // The bench's pairs carried to the data screen and analysed.
     setShowMe(QStringLiteral("data-from-bench"),
-              steps({sweep("moredens"), button(screen<ListOfData>, "Command2"), button(screen<Inpdat>, "Command1")}));
+              steps({button(screen<ListOfData>, "clear"), sweep("moredens"), button(screen<ListOfData>, "Command2"),
+                     button(screen<Inpdat>, "Command1")}));
     setShowMe(QStringLiteral("data-typed"), typeReadingsAndAnalyse);
     setShowMe(QStringLiteral("data-ptolemy-kepler"), tableWithLaw("Ptolemy", "Kepler"));
     setShowMe(QStringLiteral("data-ptolemy-snell"), tableWithLaw("Ptolemy", "Snell_1"));
