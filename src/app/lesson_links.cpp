@@ -1,5 +1,7 @@
 #include "app/lesson_links.h"
 
+#include <QAction>
+
 #include <functional>
 #include <iterator>
 #include <utility>
@@ -78,12 +80,19 @@ QString typeReadingsAndAnalyse() {
     return failure.isEmpty() ? pressButton(data, QStringLiteral("Command1")) : failure;
 }
 
+// A mystery block left from an earlier step is left first, as the pupil
+// would untick it: its index is hidden and its bar cannot be moved.
+QString leaveMysteryBlock() {
+    const auto* mystery = form<Hmiky>().findChild<QAction*>(QStringLiteral("mystery"));
+    return mystery && mystery->isChecked() ? chooseMenuItem(form<Hmiky>(), QStringLiteral("mystery")) : QString();
+}
+
 // The bench from the main menu, cleared (the centre, tilt and height back
 // at 0), the block turned one way and the index in tenths.
 Command bench(const char* direction, int indexTenths) {
     return [=] {
         form<Diathlasimeleti>().Command1_Click();
-        return steps({button(screen<Hmiky>, "Command2"), menuItem(screen<Hmiky>, direction),
+        return steps({leaveMysteryBlock, button(screen<Hmiky>, "Command2"), menuItem(screen<Hmiky>, direction),
                       scrollBar(screen<Hmiky>, "Indexn", indexTenths)})();
     };
 }
@@ -116,6 +125,9 @@ void connectBenchLinks() {
     // Snell's law on the bench: the flat face to the light, glass n = 1.5.
     setShowMe(QStringLiteral("bench-30"), steps({bench("moredens", 15), typed(screen<Hmiky>, "Command1", "30")}));
     setShowMe(QStringLiteral("bench-rays"), sweep("moredens"));
+    // A hidden index: the class measures it, the program checks it.
+    setShowMe(QStringLiteral("bench-mystery"), steps({bench("moredens", 15), menuItem(screen<Hmiky>, "mystery"),
+                                                      typed(screen<Hmiky>, "Command1", "30")}));
     // Total reflection: the curved face to the light, so that the light
     // leaves the glass at the flat face.
     setShowMe(QStringLiteral("bench-critical"), steps({bench("Raref", 15), menuItem(screen<Hmiky>, "kritikal")}));

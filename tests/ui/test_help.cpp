@@ -246,6 +246,7 @@ private slots:
         using Expect = std::pair<QWidget& (*)(), QStringList>;
         const std::map<QString, Expect> expected{
             {"bench-30", {screen<Hmiky>, {"in the block 19.47°"}}},
+            {"bench-mystery", {screen<Hmiky>, {"n = ?"}}},
             {"bench-rays",
              {screen<ListOfData>, {"6.65", "13.18", "19.47", "25.37", "30.71", "35.26", "38.79", "41.04"}}},
             {"bench-inside-30", {screen<Hmiky>, {"leaves at 48.59°"}}},
