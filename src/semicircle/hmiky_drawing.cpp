@@ -88,6 +88,8 @@ void Hmiky::drawPicture() {
     pendingReadouts_.clear();
     pendingRays_.clear();
     picture_();
+    // A printout of the bench states the block's index, or "?" for a mystery block.
+    canvas->setPrintNote(QStringLiteral("n = ") + indexText(state().indexN(), "0.00"));
     if (protractor_) {
         drawProtractor(*canvas, *protractor_);
         canvas->addToSummary(protractorSentence(*protractor_));

@@ -149,7 +149,8 @@ private slots:
         scope.dialogs().answers = {"30"};
         bench.Command1_Click();
         shown << bench.drawing().printedTexts();
-        shown << bench.drawing().description() << bench.findChild<QLabel*>("Indexnt")->text()
+        shown << bench.drawing().description() << bench.drawing().printNote()
+              << bench.findChild<QLabel*>("Indexnt")->text()
               << bench.findChild<QScrollBar*>("Indexn")->accessibleDescription() << label(list)
               << list.findChild<QLabel*>("Label2")->text() << column(list, ListOfData::IndexColumn)
               << column(list, ListOfData::ExpectedColumn);
