@@ -31,13 +31,13 @@ inline constexpr QColor axis = black;
 // The semicircle bench.
 namespace bench {
 inline constexpr QColor blockFill{205, 235, 255};
-inline constexpr QColor ray{0, 200, 0};           // incident and emerging rays
-inline constexpr QColor insideRay{0, 200, 100};   // inside the block and reflected
-inline constexpr QColor givenIncident = blue;     // the ray of a typed incidence angle
+inline constexpr QColor ray{0, 200, 0};          // incident and emerging rays
+inline constexpr QColor insideRay{0, 200, 100};  // inside the block and reflected
+inline constexpr QColor givenIncident = blue;    // the ray of a typed incidence angle
 inline constexpr QColor givenOther = green;
 inline constexpr QColor hint{170, 0, 0};
 inline constexpr QColor expected{230, 0, 0};
-inline constexpr QColor aimMark = red;            // where the mouse aimed the ray
+inline constexpr QColor aimMark = red;  // where the mouse aimed the ray
 inline constexpr QColor noteFrame{160, 160, 160};
 }  // namespace bench
 
@@ -140,9 +140,10 @@ inline constexpr QColor ray = notes::ray;
 inline constexpr QColor caption{30, 30, 30};
 }  // namespace menu
 
-// Worksheets: the ruled lines pupils write on.
+// Worksheets: the ruled lines pupils write on, the line over the title.
 namespace worksheet {
 inline constexpr QColor rule{160, 160, 160};
+inline constexpr QColor heading{128, 128, 128};  // the program's name over the title
 }  // namespace worksheet
 
 // The history pages.

@@ -14,6 +14,7 @@
 
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
+#include "canvas/page_pen.h"
 #include "canvas/palette.h"
 #include "canvas/presentation_scale.h"
 #include "canvas/qt_format.h"
@@ -21,50 +22,19 @@
 
 namespace {
 
-// Layout in millimetres on an A4 page; the painter works in device units,
-// converted through the writer's resolution (the canvas's replay sizes the
-// graphs' texts for it).
-constexpr double kPageWidthMm = 210.0;
-constexpr double kPageHeightMm = 297.0;
-constexpr double kMarginMm = 15.0;
+// The report's two columns on the page, in millimetres.
 constexpr double kGapMm = 6.0;
+constexpr double kTableMm = 56.0;
 constexpr int kResolution = 300;
 
-class Page {
-public:
-    Page(QPainter& painter, int dpi) : p_(painter), dpi_(dpi) {}
-    double mm(double v) const { return v * dpi_ / 25.4; }
-
-    void setFont(double points, bool bold) {
-        QFont f = designedRoleFont(FontRole::Caption, points, bold);
-        p_.setFont(f);
-    }
-    // Prints a line at the pen's position and moves the pen under it,
-    // wrapping at the content width.
-    void line(const QString& text, double points, bool bold = false, const QColor& colour = Qt::black) {
-        setFont(points, bold);
-        p_.setPen(colour);
-        const QRectF area(mm(kMarginMm), mm(y_), mm(kPageWidthMm - 2 * kMarginMm), mm(kPageHeightMm));
-        const QRectF used = p_.boundingRect(area, Qt::TextWordWrap, text);
-        p_.drawText(area, Qt::TextWordWrap, text);
-        y_ += used.height() * 25.4 / dpi_ + 1.2;
-    }
-    double y() const { return y_; }
-    void moveTo(double yMm) { y_ = yMm; }
-    QPainter& painter() { return p_; }
-
-private:
-    QPainter& p_;
-    int dpi_;
-    double y_ = kMarginMm;
-};
+void setFont(QPainter& p, double points, bool bold) { p.setFont(designedRoleFont(FontRole::Caption, points, bold)); }
 
 // A graph replayed into a box of the page, keeping the canvas's proportions.
-double drawGraph(Page& page, const Canvas& canvas, const QString& caption, double leftMm, double topMm,
+double drawGraph(PagePen& page, const Canvas& canvas, const QString& caption, double leftMm, double topMm,
                  double widthMm) {
     const QSizeF size = QSizeF(canvas.size()).expandedTo(QSizeF(1, 1));
     const double heightMm = widthMm * size.height() / size.width();
-    QPainter& p = page.painter();
+    QPainter& p = *page.painter();
     p.save();
     p.translate(page.mm(leftMm), page.mm(topMm));
     const double scale = page.mm(widthMm) / size.width();
@@ -73,7 +43,7 @@ double drawGraph(Page& page, const Canvas& canvas, const QString& caption, doubl
     p.restore();
     p.setPen(palette::data::reportRule);
     p.drawRect(QRectF(page.mm(leftMm), page.mm(topMm), page.mm(widthMm), page.mm(heightMm)));
-    page.setFont(8.0, false);
+    setFont(p, 8.0, false);
     p.setPen(Qt::black);
     p.drawText(QRectF(page.mm(leftMm), page.mm(topMm + heightMm + 1.0), page.mm(widthMm), page.mm(8.0)),
                Qt::AlignHCenter | Qt::TextWordWrap, caption);
@@ -98,8 +68,8 @@ QString resultLine(const LabReport& r) {
 
 // The table in a column of the page: row, both angles and their sines;
 // a pair left out of the fit (Witelo's beyond 90°) is starred.
-void drawTable(Page& page, const LabReport& r, double leftMm, double topMm) {
-    QPainter& p = page.painter();
+void drawTable(PagePen& page, const LabReport& r, double leftMm, double topMm) {
+    QPainter& p = *page.painter();
     constexpr double kRowMm = 4.6;
     const double columns[] = {0.0, 6.0, 17.0, 30.0, 43.0};
     const QStringList heads = {QStringLiteral("#"), QStringLiteral("i (°)"), QStringLiteral("r (°)"),
@@ -108,12 +78,12 @@ void drawTable(Page& page, const LabReport& r, double leftMm, double topMm) {
         p.drawText(QRectF(page.mm(leftMm + columns[column]), page.mm(y), page.mm(14.0), page.mm(kRowMm)),
                    Qt::AlignLeft | Qt::AlignVCenter, text);
     };
-    page.setFont(8.0, true);
+    setFont(p, 8.0, true);
     p.setPen(Qt::black);
     for (int c = 0; c < heads.size(); ++c) cell(c, topMm, heads[c]);
     p.drawLine(QPointF(page.mm(leftMm), page.mm(topMm + kRowMm + 0.5)),
                QPointF(page.mm(leftMm + 56.0), page.mm(topMm + kRowMm + 0.5)));
-    page.setFont(8.0, false);
+    setFont(p, 8.0, false);
     bool anyLeftOut = false;
     double y = topMm + kRowMm + 1.0;
     for (std::size_t k = 0; k < r.pairs.size(); ++k, y += kRowMm) {
@@ -127,44 +97,42 @@ void drawTable(Page& page, const LabReport& r, double leftMm, double topMm) {
     }
     QString legend = QStringLiteral("i incidence πρόσπτωση, r refraction διάθλαση, in degrees σε μοίρες.");
     if (anyLeftOut) legend += QStringLiteral("\n* left out of the fit  εκτός προσαρμογής.");
-    page.setFont(7.5, false);
+    setFont(p, 7.5, false);
     p.drawText(QRectF(page.mm(leftMm), page.mm(y + 1.5), page.mm(56.0), page.mm(20.0)), Qt::TextWordWrap, legend);
 }
 
 void paintReport(QPdfWriter& writer, const LabReport& r) {
     QPainter painter(&writer);
-    Page page(painter, writer.resolution());
-    page.line(QStringLiteral("Lab report: the law of refraction"), 16.0, true);
-    page.line(QStringLiteral("Αναφορά εργαστηρίου: ο νόμος της διάθλασης"), 14.0, true);
-    page.line(QStringLiteral("Date  Ημερομηνία:  ") + r.date, 10.0);
-    page.line(QStringLiteral("Data  Δεδομένα:  ") + r.source, 10.0);
-    page.line(resultLine(r), 11.0, true);
-    if (!r.mysteryResult.isEmpty()) page.line(r.mysteryResult, 10.0);
+    PagePen page(&painter, &writer);
+    page.text(QStringLiteral("Lab report: the law of refraction"), 16.0, true);
+    page.text(QStringLiteral("Αναφορά εργαστηρίου: ο νόμος της διάθλασης"), 14.0, true);
+    page.text(QStringLiteral("Date  Ημερομηνία:  ") + r.date, 10.0);
+    page.text(QStringLiteral("Data  Δεδομένα:  ") + r.source, 10.0);
+    page.text(resultLine(r), 11.0, true);
+    if (!r.mysteryResult.isEmpty()) page.text(r.mysteryResult, 10.0);
     if (!r.laws.isEmpty())
-        page.line(QStringLiteral("Laws over the data  Νόμοι πάνω στα δεδομένα:  ") + r.laws.join(QStringLiteral("; ")),
+        page.text(QStringLiteral("Laws over the data  Νόμοι πάνω στα δεδομένα:  ") + r.laws.join(QStringLiteral("; ")),
                   10.0);
 
     // The two graphs one above the other on the left, as wide as lets both
     // fit on the page; the table in the column beside them.
     const double top = page.y() + 3.0;
-    constexpr double kTableMm = 56.0;
-    double graphWidth = kPageWidthMm - 2 * kMarginMm - kGapMm - kTableMm;
-    const double room = (kPageHeightMm - kMarginMm - top) / 2.0 - 10.0;
+    double graphWidth = PagePen::kWidthMm - kGapMm - kTableMm;
+    const double room = (PagePen::kHeightMm - top) / 2.0 - 10.0;
     for (const Canvas* c : {r.angleGraph, r.sineGraph}) {
         if (!c) continue;
         const QSizeF size = QSizeF(c->size()).expandedTo(QSizeF(1, 1));
         graphWidth = std::min(graphWidth, room * size.width() / size.height());
     }
     double y = top;
-    if (r.angleGraph) y += drawGraph(page, *r.angleGraph, r.angleGraphTitle, kMarginMm, y, graphWidth) + 1.0;
-    if (r.sineGraph) drawGraph(page, *r.sineGraph, r.sineGraphTitle, kMarginMm, y, graphWidth);
-    drawTable(page, r, kPageWidthMm - kMarginMm - kTableMm, top);
+    if (r.angleGraph) y += drawGraph(page, *r.angleGraph, r.angleGraphTitle, 0.0, y, graphWidth) + 1.0;
+    if (r.sineGraph) drawGraph(page, *r.sineGraph, r.sineGraphTitle, 0.0, y, graphWidth);
+    drawTable(page, r, PagePen::kWidthMm - kTableMm, top);
 }
 
 void configure(QPdfWriter& writer) {
     writer.setResolution(kResolution);
-    writer.setPageSize(QPageSize(QPageSize::A4));
-    writer.setPageMargins(QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter);
+    setA4Page(writer);
     writer.setTitle(QStringLiteral("Lab report: the law of refraction  Αναφορά εργαστηρίου"));
     writer.setCreator(QStringLiteral("Refraction"));
 }
