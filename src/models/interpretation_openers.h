@@ -7,5 +7,6 @@
 // that order.
 void showInterpretationScreens();
 // The data screen's "INTERPRETATION  OF lAW" (the data screen hides itself
-// first): the same three screens, the wave screen with its timer running.
+// first): the same three screens, the wave screen with its timer running,
+// placed beside the data screen so that it comes back uncovered.
 void showInterpretationScreensFromData();
