@@ -6,6 +6,7 @@
 namespace {
 constexpr int kPadding = 6;
 constexpr int kTextFlags = Qt::AlignCenter | Qt::TextWordWrap;
+constexpr double kSmallestPoints = 8.0;
 }  // namespace
 
 CaptionButton::CaptionButton(const QString& caption, QWidget* parent) : QPushButton(parent) { setCaption(caption); }
@@ -35,5 +36,16 @@ void CaptionButton::paintEvent(QPaintEvent*) {
     option.text.clear();  // the bevel only; the caption is drawn wrapped below
     painter.drawControl(QStyle::CE_PushButton, option);
     painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
-    painter.drawText(rect().adjusted(kPadding, kPadding, -kPadding, -kPadding), kTextFlags, text());
+    const QRect area = rect().adjusted(kPadding, kPadding, -kPadding, -kPadding);
+    // A button placed by hand keeps its size when the presentation size
+    // grows its type: a caption that no longer fits is drawn smaller rather
+    // than cut, never below a readable size.
+    QFont type = font();
+    const auto fits = [&] {
+        const QRect needed = QFontMetrics(type).boundingRect(area, kTextFlags, text());
+        return needed.height() <= area.height() && needed.width() <= area.width();
+    };
+    while (type.pointSizeF() > kSmallestPoints && !fits()) type.setPointSizeF(type.pointSizeF() - 0.5);
+    painter.setFont(type);
+    painter.drawText(area, kTextFlags, text());
 }
