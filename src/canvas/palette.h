@@ -39,6 +39,13 @@ inline constexpr QColor hint{170, 0, 0};
 inline constexpr QColor expected{230, 0, 0};
 inline constexpr QColor aimMark = red;  // where the mouse aimed the ray
 inline constexpr QColor noteFrame{160, 160, 160};
+// The lab aids: dashed normals, the angles beside the rays, the protractor.
+inline constexpr QColor normal{90, 90, 90};
+inline constexpr QColor readoutText = black;
+inline constexpr QColor readoutFrame{0, 120, 60};  // the box's edge and its leader line
+inline constexpr QColor readoutPaper = white;
+inline constexpr QColor totalReflectionText{170, 0, 0};
+inline constexpr QColor protractorInk{120, 60, 0};
 }  // namespace bench
 
 // Laws laid over data: each law's curve and the ground of its label.

@@ -13,7 +13,7 @@ using namespace bench_look;
 namespace {
 
 Point along(const Protractor& p, double degreesFromZero, double distance) {
-    const double a = degreesToRadians(p.zeroDegrees + degreesFromZero);
+    const double a = physics::radians(p.zeroDegrees + degreesFromZero);
     return {p.centre.x + distance * std::cos(a), p.centre.y + distance * std::sin(a)};
 }
 
@@ -25,18 +25,18 @@ Protractor protractorOn(const Block& block) {
     // 180°, and the light still comes from the right.
     Protractor p;
     p.centre = {block.xc, block.yc};
-    p.zeroDegrees = radiansToDegrees(block.tilt);
+    p.zeroDegrees = physics::degrees(block.tilt);
     return p;
 }
 
 double bearingDegrees(const Protractor& protractor, Point p) {
-    return radiansToDegrees(std::atan2(p.y - protractor.centre.y, p.x - protractor.centre.x));
+    return physics::degrees(std::atan2(p.y - protractor.centre.y, p.x - protractor.centre.x));
 }
 
 ProtractorGrip gripAt(const Protractor& protractor, Point p, double rimWidth) {
     const double dx = p.x - protractor.centre.x, dy = p.y - protractor.centre.y;
     const double distance = std::hypot(dx, dy);
-    const double a = degreesToRadians(protractor.zeroDegrees);
+    const double a = physics::radians(protractor.zeroDegrees);
     const double ahead = dx * std::cos(a) + dy * std::sin(a);  // towards the arc
     if (ahead < -rimWidth || distance > protractor.radius + rimWidth) return ProtractorGrip::None;
     return distance >= protractor.radius - rimWidth ? ProtractorGrip::Rim : ProtractorGrip::Body;
@@ -52,27 +52,27 @@ void drawProtractor(Canvas& canvas, const Protractor& protractor) {
     const Protractor& p = protractor;
     canvas.setDrawWidth(1);
     // The arc and the straight edge.
-    const double start = degreesToRadians(p.zeroDegrees - 90.0), end = degreesToRadians(p.zeroDegrees + 90.0);
+    const double start = physics::radians(p.zeroDegrees - 90.0), end = physics::radians(p.zeroDegrees + 90.0);
     const auto positive = [](double a) {
         return std::fmod(std::fmod(a, 2 * physics::kPi) + 2 * physics::kPi, 2 * physics::kPi);
     };
-    canvas.circle(p.centre.x, p.centre.y, p.radius, kProtractorInk, positive(start), positive(end));
+    canvas.circle(p.centre.x, p.centre.y, p.radius, palette::bench::protractorInk, positive(start), positive(end));
     const Point left = along(p, 90.0, p.radius), right = along(p, -90.0, p.radius);
-    canvas.line(left.x, left.y, right.x, right.y, kProtractorInk);
+    canvas.line(left.x, left.y, right.x, right.y, palette::bench::protractorInk);
     const Point zero = along(p, 0.0, p.radius);
     canvas.setDrawStyle(DrawStyle::Dot);
-    canvas.line(p.centre.x, p.centre.y, zero.x, zero.y, kProtractorInk);
+    canvas.line(p.centre.x, p.centre.y, zero.x, zero.y, palette::bench::protractorInk);
     canvas.setDrawStyle(DrawStyle::Solid);
     for (int d = -90; d <= 90; ++d) {
         const Mark m = markAt(p, d);
-        canvas.line(m.inner.x, m.inner.y, m.outer.x, m.outer.y, kProtractorInk);
+        canvas.line(m.inner.x, m.inner.y, m.outer.x, m.outer.y, palette::bench::protractorInk);
     }
     // The numbers inside the 10° marks, centred on their line.
     const FontRole role = canvas.fontRole();
     const double points = canvas.fontSize();
     canvas.setFontRole(kProtractorFont);
     canvas.setFontSize(kProtractorPoints);
-    canvas.setForeColor(kProtractorInk);
+    canvas.setForeColor(palette::bench::protractorInk);
     for (int d = -90; d <= 90; d += 10) {
         const QString number = QString::number(std::abs(d));
         const double inset = 14.0 + 2.0 + canvas.textWidth(QStringLiteral("90")) * 0.6 + canvas.textHeight() * 0.5;

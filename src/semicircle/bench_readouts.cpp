@@ -120,7 +120,7 @@ void drawNormals(Canvas& canvas, const RayTrace& trace) {
     canvas.setDrawWidth(1);
     for (const FaceHit& h : trace.hits)
         canvas.line(h.at.x - kNormalReach * h.normal.x, h.at.y - kNormalReach * h.normal.y,
-                    h.at.x + kNormalReach * h.normal.x, h.at.y + kNormalReach * h.normal.y, kNormalColour);
+                    h.at.x + kNormalReach * h.normal.x, h.at.y + kNormalReach * h.normal.y, palette::bench::normal);
     canvas.setDrawStyle(style);
     canvas.setDrawWidth(width);
 }
@@ -173,12 +173,13 @@ std::vector<QRectF> placeReadouts(Canvas& canvas, const std::vector<Readout>& re
         const QPointF topLeft = canvas.toUser(box->topLeft()), bottomRight = canvas.toUser(box->bottomRight());
         const QPointF centre = canvas.toUser(box->center());
         if (QLineF(box->center(), anchor).length() > std::hypot(size.width(), size.height()) / 2.0 + 10.0)
-            canvas.line(r.anchor.x, r.anchor.y, centre.x(), centre.y(), kReadoutFrame);
-        canvas.filledBox(topLeft.x(), topLeft.y(), bottomRight.x(), bottomRight.y(), kReadoutPaper);
-        canvas.box(topLeft.x(), topLeft.y(), bottomRight.x(), bottomRight.y(), kReadoutFrame);
+            canvas.line(r.anchor.x, r.anchor.y, centre.x(), centre.y(), palette::bench::readoutFrame);
+        canvas.filledBox(topLeft.x(), topLeft.y(), bottomRight.x(), bottomRight.y(), palette::bench::readoutPaper);
+        canvas.box(topLeft.x(), topLeft.y(), bottomRight.x(), bottomRight.y(), palette::bench::readoutFrame);
         double y = topLeft.y() - kPad * pxY;
         for (const QString& line : r.lines) {
-            canvas.setForeColor(line == kTotalReflection ? kTotalReflectionText : kReadoutText);
+            canvas.setForeColor(line == kTotalReflection ? palette::bench::totalReflectionText
+                                                         : palette::bench::readoutText);
             canvas.setCurrentX(topLeft.x() + kPad * pxX);
             canvas.setCurrentY(y);
             canvas.print(line);

@@ -33,10 +33,10 @@ QString rowText(const QString& a, const QString& b, const QString& c, const QStr
 // leaves through it when the block looks right. None beyond the critical
 // angle.
 std::optional<double> snellRefraction(const Block& block, double incidence) {
-    const double sinI = std::sin(degreesToRadians(incidence));
+    const double sinI = std::sin(physics::radians(incidence));
     const double sinR = block.direction == 1 ? sinI / block.index : sinI * block.index;
     if (std::fabs(sinR) > 1.0) return std::nullopt;
-    return radiansToDegrees(std::asin(std::fabs(sinR)));
+    return physics::degrees(std::asin(std::fabs(sinR)));
 }
 
 // The ray Snell's law expects, from where the traced ray crosses x = 0,
@@ -46,7 +46,7 @@ std::optional<Segment> expectedRay(const RayTrace& trace, std::optional<double> 
     if (!expected || !last || last->kind != SegmentKind::Emerging) return std::nullopt;
     const double dx = last->segment.to.x - last->segment.from.x;
     const double dy = last->segment.to.y - last->segment.from.y;
-    const double r = degreesToRadians(*expected);
+    const double r = physics::radians(*expected);
     const Point from{0.0, rayHeight};
     const Point to{(dx < 0 ? -1.0 : 1.0) * std::cos(r) * 190.0,
                    rayHeight + (dy < 0 ? -1.0 : 1.0) * std::sin(r) * 190.0};
@@ -176,7 +176,7 @@ void Hmiky::sygr_Click() {
         if (trace.totalReflection)
             measured = QStringLiteral("tot.ref");
         else if (trace.exitRayAngle)
-            measured = fmt(radiansToDegrees(*trace.exitRayAngle), "0.00");
+            measured = fmt(physics::degrees(*trace.exitRayAngle), "0.00");
         const QString snell = s.mysteryOn() ? QStringLiteral("?")
                               : expected    ? fmt(*expected, "0.00")
                                             : QStringLiteral("tot.ref");

@@ -159,7 +159,7 @@ void Hmiky::Form_MouseDown(double x, double y) {
     aimed_.reset();
     if (aimed) {
         // The ray's own slope is its incidence, as for the bench's source.
-        const double incidence = radiansToDegrees(std::atan2(std::fabs(block.yc - y), std::fabs(block.xc - x)));
+        const double incidence = physics::degrees(std::atan2(std::fabs(block.yc - y), std::fabs(block.xc - x)));
         aimed_ = AimedRay{block, incidence, *aimed};
     }
     paint([this, block, aimed, x, y] {

@@ -1,7 +1,6 @@
 #pragma once
 // The text corner, angle helpers and the lab aids' look of the semicircle
 // bench, shared by the files that build, draw and run it.
-#include <QColor>
 #include <QString>
 
 #include "canvas/fonts.h"
@@ -10,14 +9,7 @@
 namespace bench_look {
 
 // The lab bench's aids: normals, arrowheads, the angles beside the rays,
-// the protractor. Kept together so that they can join the program's
-// palette and font roles.
-inline const QColor kNormalColour(90, 90, 90);        // dashed normals at the faces
-inline const QColor kReadoutText(0, 0, 0);            // the angles beside the rays
-inline const QColor kReadoutFrame(0, 120, 60);        // their box's edge and leader
-inline const QColor kReadoutPaper(255, 255, 255);     // their box's background
-inline const QColor kTotalReflectionText(170, 0, 0);  // "TOTAL REFLECTION"
-inline const QColor kProtractorInk(120, 60, 0);       // marks and numbers
+// the protractor (their colours are the palette's, palette::bench).
 inline constexpr FontRole kReadoutFont = FontRole::Caption;
 constexpr double kReadoutPoints = 9.0;
 inline constexpr FontRole kProtractorFont = FontRole::Caption;
@@ -32,8 +24,5 @@ constexpr double kArrowSpread = 0.45;  // radians
 constexpr double kLeft = -200.0;
 constexpr double kTop = 200.0;
 constexpr double kMargin = 4.0;
-
-inline double degreesToRadians(double degrees) { return physics::radians(degrees); }
-inline double radiansToDegrees(double radians) { return physics::degrees(radians); }
 
 }  // namespace bench_look
