@@ -163,7 +163,7 @@ bool Inpdat::analyseCurrentPairs() {
 }
 
 void Inpdat::Command1_Click() {
-    const auto pairs = currentPairs(true);
+    const auto pairs = currentPairs(!measuredSetInLists());
     if (!pairs) return;
     const AnalysisTexts texts{{drawingColour_, QString(), {}},
                               QStringLiteral("INDEX OF REFRACTION Δείκτης Διάθλασης= "),
@@ -190,6 +190,7 @@ void Inpdat::residuals_Toggled() {
 void Inpdat::loadTable(TableId id) {
     const history::HistoricalTable& table = history::historicalTable(id);
     historicalDataFlag = true;
+    measuredSetShown_ = false;
     Analysis& analysis = form<Analysis>();
     Incref& incref = form<Incref>();
     analysis.setTitle(fromUtf8(table.analysisTitle));

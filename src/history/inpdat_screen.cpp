@@ -157,14 +157,45 @@ void Inpdat::showPairs(const std::vector<history::TypedRow>& rows) {
 }
 
 std::size_t Inpdat::takeMeasuredPairs(const std::vector<MeasuredPair>& pairs) {
-    klinoistoria_Click();
-    const std::size_t count = std::min(pairs.size(), static_cast<std::size_t>(kRows));
     std::vector<history::TypedRow> rows;
-    for (std::size_t k = 0; k < count; ++k)
-        rows.push_back({fmt(pairs[k].incidenceDegrees, "0.0").toStdString(),
-                        fmt(pairs[k].refractionDegrees, "0.00").toStdString()});
-    showPairs(rows);
+    for (const MeasuredPair& pair : pairs)
+        rows.push_back({fmt(pair.incidenceDegrees, "0.0").toStdString(),
+                        fmt(pair.refractionDegrees, "0.00").toStdString()});
+    const std::size_t count = rows.size();
+    takeRows(std::move(rows), QStringLiteral("BENCH MEASUREMENTS: %1 rays  Μετρήσεις του πάγκου: %1 ακτίνες").arg(count));
     return count;
+}
+
+void Inpdat::takeRows(std::vector<history::TypedRow> rows, const QString& caption) {
+    klinoistoria_Click();
+    if (rows.size() <= static_cast<std::size_t>(kRows)) {
+        showPairs(rows);
+        return;
+    }
+    // More pairs than the grid has rows: they go in the lists, where a table
+    // of any length is shown and analysed, and are analysed at once as a
+    // loaded table is. A row without a refraction angle cannot be analysed
+    // and has no place in the lists.
+    showPairs({});
+    measuredSetShown_ = true;
+    historicalDataFlag = true;
+    List1->clear();
+    List2->clear();
+    List1->addItem(QStringLiteral("INCIDENCE Πρόσπτωσης"));
+    List2->addItem(QStringLiteral("REFRACTION Διάθλασης"));
+    for (const history::TypedRow& row : rows) {
+        if (QString::fromStdString(row.refraction).trimmed().isEmpty()) continue;
+        List1->addItem(QString::fromStdString(row.incidence));
+        List2->addItem(QString::fromStdString(row.refraction));
+    }
+    List1->show();
+    List2->show();
+    Label3->setText(caption);
+    Label3->setAccessibleName(caption);
+    Label3->show();
+    form<Analysis>().setTitle(QStringLiteral("SIN(REFRACTION) VS SIN(INCIDENCE)"));
+    form<Incref>().setTitle(QStringLiteral("REFRACTION ANGLE VS INCIDENCE ANGLE"));
+    analysisdata();
 }
 
 std::vector<history::TypedRow> Inpdat::typedRows() const {
@@ -178,6 +209,7 @@ void Inpdat::klinoistoria_Click() {
     List2->hide();
     Label3->hide();
     historicalDataFlag = false;
+    measuredSetShown_ = false;
     // Back to the pupil's own data: no table is marked any more.
     for (QAction* item : {Newt, newt2, Alhazen, Alhazen2, Ptolemy, ptolemy2, Vitello_water, Vitello_Glass})
         item->setChecked(false);

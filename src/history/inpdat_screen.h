@@ -47,9 +47,9 @@ public:
     void analysisdata();
     void toentrito();    // r = 2/3 i
     void toendeytero();  // r = 3/2 i
-    // The bench's measured pairs become the pupil's typed data: no table's
-    // lists, no table marked, and the grid holds nothing but these (as many
-    // as it has rows). Returns how many it took.
+    // The bench's measured pairs become the pupil's data: no table marked,
+    // and the grid holds nothing but these; a set longer than the grid goes
+    // to the lists instead and is analysed at once. Returns how many it took.
     std::size_t takeMeasuredPairs(const std::vector<MeasuredPair>& pairs);
     // The grid holds these rows from the top, as if the pupil had typed
     // them, and nothing under them.
@@ -130,6 +130,12 @@ private:
     void createInstrumentsMenu();
     QAction* dataItem(history::TableId id) const;
     void loadTable(history::TableId id);
+    // Rows from the bench or a file: into the grid when they fit, else into
+    // the lists under the caption (see takeMeasuredPairs).
+    void takeRows(std::vector<history::TypedRow> rows, const QString& caption);
+    // The lists show a measured set (not a historical table) that the pupil
+    // has not typed over: Data Analysis takes it.
+    bool measuredSetInLists() const { return measuredSetShown_ && !List1->isHidden(); }
     // Unchecks the six items that Home and a key in the refraction column
     // release (Witelo's two stay as they are).
     void uncheckAirDataItems();
@@ -201,4 +207,5 @@ private:
 
     QColor drawingColour_{Qt::black};
     std::optional<Analysed> lastAnalysis_;
+    bool measuredSetShown_ = false;
 };

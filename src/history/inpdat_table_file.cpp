@@ -60,13 +60,11 @@ bool Inpdat::openTableFile(const QString& path) {
         messageBox(fileError(path, *reading.error));
         return false;
     }
-    // The pupil's own data now: the grid, not a historical table.
-    klinoistoria_Click();
-    for (int k = 0; k < kRows; ++k) {
-        const bool filled = k < static_cast<int>(reading.rows.size());
-        Text1[k]->setText(filled ? fromUtf8(reading.rows[static_cast<std::size_t>(k)].incidence) : QString());
-        Refr[k]->setText(filled ? fromUtf8(reading.rows[static_cast<std::size_t>(k)].refraction) : QString());
-    }
+    // The pupil's own data now, not a historical table.
+    std::vector<history::TypedRow> rows = reading.rows;
+    const std::size_t count = rows.size();
+    takeRows(std::move(rows),
+             QStringLiteral("%1: %2 pairs  %1: %2 ζεύγη").arg(shownName(path)).arg(count));
     return true;
 }
 

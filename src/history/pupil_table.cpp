@@ -73,8 +73,8 @@ TableFileReading parseTableFile(std::string_view text) {
         return reading;
     };
     if (text.size() > kLargestTableFile)
-        return fail(errorAt(0, "The file is far too large for a table of 14 angle pairs.",
-                            "Το αρχείο είναι πολύ μεγάλο για πίνακα 14 ζευγών γωνιών."));
+        return fail(errorAt(0, "The file is far too large for a table of angle pairs.",
+                            "Το αρχείο είναι πολύ μεγάλο για πίνακα ζευγών γωνιών."));
     if (text.size() >= 3 && text.substr(0, 3) == "\xEF\xBB\xBF") text.remove_prefix(3);  // byte-order mark
 
     const std::vector<std::string_view> lines = tableLines(text);
@@ -112,9 +112,9 @@ TableFileReading parseTableFile(std::string_view text) {
             return fail(errorAt(lineNo, "\"" + cell + "\" is not an angle in degrees between -180 and 180.",
                                 "Το \"" + cell + "\" δεν είναι γωνία σε μοίρες μεταξύ -180 και 180."));
         }
-        if (static_cast<int>(reading.rows.size()) == kTableRows)
-            return fail(errorAt(lineNo, "The table has more than 14 rows; the grid holds 14.",
-                                "Ο πίνακας έχει περισσότερες από 14 γραμμές· το πλέγμα χωράει 14."));
+        if (static_cast<int>(reading.rows.size()) == kLargestTableRows)
+            return fail(errorAt(lineNo, "The table has more than 1000 rows.",
+                                "Ο πίνακας έχει περισσότερες από 1000 γραμμές."));
         reading.rows.push_back({*incidence, *refraction});
     }
     if (reading.rows.empty())

@@ -13,9 +13,11 @@ namespace history {
 // row per pair, "incidence,refraction" in degrees, UTF-8. Spreadsheets set
 // to Greek write a semicolon between the cells and a decimal comma
 // ("19,5;13"): that form is read too.
-inline constexpr int kTableRows = 14;
-// A table of 14 rows is a few hundred bytes; anything much larger is not
-// one, and is refused before it is read whole.
+// Fourteen rows fit the data screen's grid; a longer table (a whole class's
+// bench measurements) is shown in its lists, up to this many rows.
+inline constexpr int kLargestTableRows = 1000;
+// A table of 1000 rows is some 15 kB; anything much larger is not one, and
+// is refused before it is read whole.
 inline constexpr std::size_t kLargestTableFile = 64 * 1024;
 
 struct TableFileError {
@@ -31,7 +33,7 @@ struct TableFileReading {
 
 // Reads the text of a table file. Every refusal names the line: a blank
 // line between rows, a wrong number of cells, a cell that is not an angle
-// between −180 and 180, more than 14 rows, text that is not UTF-8 or holds
+// between −180 and 180, more than 1000 rows, text that is not UTF-8 or holds
 // control characters. A cell quoted in a refusal is cut to 40 characters
 // with invisible and direction-changing characters escaped. A first row whose first cell is not a number is the
 // header. A row may leave the refraction empty, as the grid may.

@@ -54,9 +54,9 @@ MeasuredPair roundedForTable(const MeasuredPair& pair) {
     return {std::round(pair.incidenceDegrees * 10.0) / 10.0, std::round(pair.refractionDegrees * 100.0) / 100.0};
 }
 
-std::vector<MeasuredPair> pairsForDataScreen(const std::vector<MeasuredPair>& pairs) {
+std::vector<MeasuredPair> roundedForTable(const std::vector<MeasuredPair>& pairs) {
     std::vector<MeasuredPair> rows;
-    for (std::size_t k = 0; k < pairs.size() && k < kDataScreenRows; ++k) rows.push_back(roundedForTable(pairs[k]));
+    for (const MeasuredPair& pair : pairs) rows.push_back(roundedForTable(pair));
     return rows;
 }
 

@@ -62,13 +62,7 @@ struct MeasuredPair {
 // The pairs as LIST OF DATA hands them on: incidence to 0.1°, refraction to
 // 0.01°, as the data screen's grid shows them.
 MeasuredPair roundedForTable(const MeasuredPair& pair);
-
-// The data screen's table holds this many pairs; LIST OF DATA hands on the
-// first ones.
-inline constexpr std::size_t kDataScreenRows = 14;
-
-// The pairs the list hands on: the first kDataScreenRows, rounded.
-std::vector<MeasuredPair> pairsForDataScreen(const std::vector<MeasuredPair>& pairs);
+std::vector<MeasuredPair> roundedForTable(const std::vector<MeasuredPair>& pairs);
 
 // The pairs as the data screen's CSV table: the header
 // "incidence,refraction", then one row per pair, '.' the decimal point.

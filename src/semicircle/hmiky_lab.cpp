@@ -3,6 +3,7 @@
 // bench traces into the block.
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QSettings>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -14,6 +15,7 @@
 #include "semicircle/hmiky_look.h"
 #include "semicircle/hmiky_screen.h"
 #include "ui/dialogs.h"
+#include "ui/window_placement.h"
 
 using namespace bench_look;
 
@@ -30,6 +32,8 @@ double drawHiddenIndex() {
     return std::uniform_int_distribution<int>(130, 200)(generator) / 100.0;
 }
 
+constexpr const char* kReadoutsKey = "bench/anglesBesideRays";
+
 }  // namespace
 
 void Hmiky::createLabMenu() {
@@ -37,7 +41,9 @@ void Hmiky::createLabMenu() {
     lab->setObjectName(QStringLiteral("lab"));
     readouts = lab->addAction(QStringLiteral("ANGLES BESIDE THE RAYS  Γωνίες δίπλα στις ακτίνες"));
     readouts->setCheckable(true);
-    readouts->setChecked(true);
+    // A teacher who turned them off for a measuring exercise finds them off
+    // the next time too.
+    readouts->setChecked(programSettings()->value(QString::fromLatin1(kReadoutsKey), true).toBool());
     protractor = lab->addAction(QStringLiteral("PROTRACTOR  Μοιρογνωμόνιο"));
     protractor->setCheckable(true);
     lab->addSeparator();
@@ -55,6 +61,7 @@ void Hmiky::createLabMenu() {
 }
 
 void Hmiky::readouts_Click() {
+    programSettings()->setValue(QString::fromLatin1(kReadoutsKey), readouts->isChecked());
     // The same picture, with or without its angles.
     drawPicture();
 }

@@ -84,19 +84,6 @@ QString blockText(const std::vector<SeriesReading>& readings) {
     return n + QStringLiteral(", light from air into glass  φως από αέρα σε γυαλί");
 }
 
-// The data screen's table holds fewer rows than the list had pairs.
-void tellLeftOut(std::size_t kept, std::size_t all, bool saved) {
-    if (all <= kept) return;
-    const QString english = saved ? QStringLiteral("saved") : QStringLiteral("transferred");
-    const QString greek = saved ? QStringLiteral("αποθηκεύτηκαν") : QStringLiteral("μεταφέρθηκαν");
-    messageBox(QStringLiteral("The data table has %1 rows: the first %1 measured pairs were %3, %2 were left out.\n"
-                              "Ο πίνακας έχει %1 γραμμές: %4 τα πρώτα %1 ζεύγη, %2 έμειναν έξω.")
-                   .arg(kept)
-                   .arg(all - kept)
-                   .arg(english, greek),
-               kTitle);
-}
-
 }  // namespace
 
 ListOfData::ListOfData() {
@@ -178,7 +165,7 @@ void ListOfData::createButtons() {
 }
 
 std::optional<double> ListOfData::fittedIndex() const {
-    return ::fittedIndex(pairsForDataScreen(bench().series().measuredPairs()));
+    return ::fittedIndex(roundedForTable(bench().series().measuredPairs()));
 }
 
 void ListOfData::fillTable() {
@@ -232,8 +219,7 @@ void ListOfData::Command2_Click() {
         return;
     }
 
-    const std::size_t count = benchRoutes().transferPairs(pairs);
-    tellLeftOut(count, pairs.size(), false);
+    benchRoutes().transferPairs(roundedForTable(pairs));
 }
 
 void ListOfData::Command3_Click() {
@@ -258,7 +244,7 @@ bool ListOfData::saveCsvFile(const QString& path) {
         return false;
     }
     const FileWriteResult written = replaceFile(std::filesystem::path(QFile::encodeName(path).toStdString()),
-                                                dataScreenCsv(pairsForDataScreen(pairs)));
+                                                dataScreenCsv(roundedForTable(pairs)));
     if (!written.ok) {
         messageBox(QStringLiteral("The table could not be saved (%1); nothing was changed.\n"
                                   "Ο πίνακας δεν αποθηκεύτηκε· δεν άλλαξε τίποτα.")
@@ -266,6 +252,5 @@ bool ListOfData::saveCsvFile(const QString& path) {
                    kTitle);
         return false;
     }
-    tellLeftOut(std::min(pairs.size(), kDataScreenRows), pairs.size(), true);
     return true;
 }

@@ -194,8 +194,10 @@ private slots:
             parseTableFile("\xEF\xBB\xBF\"πρόσπτωση\";\"διάθλαση\"\n10;6,6\n\"20\";\"13,25\"\n");
         QVERIFY(!greek.error && greek.rows[1].refraction == "13.25");
         QVERIFY(!parseTableFile("10,7\n20,13\n").error);  // no header at all
-        std::string fifteen = "i,r\n";
-        for (int k = 0; k < 15; ++k) fifteen += std::to_string(k) + ",1\n";
+        std::string tooLong = "i,r\n";
+        for (int k = 0; k < kLargestTableRows; ++k) tooLong += std::to_string(k % 90) + ",1\n";
+        QCOMPARE(parseTableFile(tooLong).rows.size(), std::size_t(kLargestTableRows));  // far longer than the grid
+        tooLong += "5,3\n";
         const std::pair<std::string, int> broken[] = {{"i,r\n10,7,3\n", 2},
                                                       {"i,r\n10\n", 2},
 
@@ -203,7 +205,7 @@ private slots:
                                                       {"i,r\n19,5,13\n", 2},
                                                       {"i,r\n10,7\n200,7\n", 3},
 
-                                                      {fifteen, 16},
+                                                      {tooLong, kLargestTableRows + 2},
                                                       {std::string("i,r\n10,7\n\x01\x02\xff,3\n", 14), 3},
                                                       {"i,r\n1\xC3,2\n", 2},
                                                       {"i,r\n10,\xED\xA0\x80\n", 2},

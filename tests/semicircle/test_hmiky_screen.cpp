@@ -231,6 +231,7 @@ private slots:
         }
         bench.findChild<QAction*>("readouts")->trigger();
         QVERIFY(readouts().isEmpty() && !canvas.summary().contains("i = "));
+        QVERIFY(!Hmiky().findChild<QAction*>("readouts")->isChecked());  // kept for the next start
         bench.findChild<QAction*>("readouts")->trigger();
         QCOMPARE(readouts().size() > 0, true);
 
