@@ -48,6 +48,7 @@ QGridLayout* Inpdat::createGrid(QWidget* central) {
     for (QLabel* label : {Label1, Label2}) {
         label->setWordWrap(true);
         label->setFont(roleFont(FontRole::Caption, 10.0, true));
+        label->installEventFilter(this);  // keeps its wrapped lines (eventFilter)
     }
     Label1->setObjectName(QStringLiteral("Label1"));
     Label2->setObjectName(QStringLiteral("Label2"));
@@ -76,6 +77,11 @@ void Inpdat::createRow(QGridLayout* grid, QWidget* central, int k) {
     for (QLineEdit* box : {Text1[k], Refr[k]}) {
         box->setMaxLength(40);
         box->setMinimumWidth(70);
+        // At a large presentation size on a small screen the fourteen rows
+        // give up a little of their padding so that the headings keep their
+        // lines; where there is room they keep their natural height.
+        box->setSizePolicy(box->sizePolicy().horizontalPolicy(), QSizePolicy::Preferred);
+        box->setMinimumHeight(16);
         box->installEventFilter(this);
     }
     grid->addWidget(Text1[k], k + 1, 0);
@@ -118,7 +124,7 @@ void Inpdat::createFileView(QWidget* central) {
     fileView = new Canvas(central);
     fileView->setObjectName(QStringLiteral("fileView"));
     fileView->setAccessibleName(QStringLiteral("Stored set-up of the bench  Αποθηκευμένη διάταξη του πάγκου"));
-    fileView->setMinimumHeight(90);
+    fileView->setMinimumHeight(48);  // gives way first when a large presentation size needs the room
     fileView->setMaximumHeight(150);  // a few lines of the stored set-up
     fileView->setFontRole(FontRole::Caption);
 }

@@ -1,5 +1,7 @@
 #include "ui/caption_button.h"
 
+#include <QEvent>
+#include <QLayout>
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
@@ -7,6 +9,15 @@ namespace {
 constexpr int kPadding = 6;
 constexpr int kTextFlags = Qt::AlignCenter | Qt::TextWordWrap;
 constexpr double kSmallestPoints = 8.0;
+
+bool holds(const QLayout& layout, const QWidget* widget) {
+    for (int k = 0; k < layout.count(); ++k) {
+        QLayoutItem* item = layout.itemAt(k);
+        if (item->widget() == widget || (item->layout() && holds(*item->layout(), widget))) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 CaptionButton::CaptionButton(const QString& caption, QWidget* parent) : QPushButton(parent) { setCaption(caption); }
@@ -27,6 +38,28 @@ QSize CaptionButton::sizeHint() const {
 QSize CaptionButton::minimumSizeHint() const {
     const QFontMetrics metrics(font());
     return {metrics.averageCharWidth() * 8, metrics.height() + 2 * kPadding};
+}
+
+void CaptionButton::changeEvent(QEvent* event) {
+    // A new size of type starts again from the layout's own choice.
+    if (event->type() == QEvent::FontChange && inLayout()) setMinimumHeight(0);
+    QPushButton::changeEvent(event);
+}
+
+void CaptionButton::resizeEvent(QResizeEvent* event) {
+    QPushButton::resizeEvent(event);
+    // Window layouts do not ask a button how tall its wrapped caption is, so
+    // a button in a layout whose caption wraps onto more lines than it has
+    // room for asks for that room itself (a larger presentation size).
+    if (!inLayout()) return;
+    const QRect area = rect().adjusted(kPadding, kPadding, -kPadding, -kPadding);
+    const int needed = QFontMetrics(font()).boundingRect(area, kTextFlags, text()).height() + 2 * kPadding;
+    if (needed > height()) setMinimumHeight(needed);
+}
+
+bool CaptionButton::inLayout() const {
+    const QWidget* parent = parentWidget();
+    return parent && parent->layout() && holds(*parent->layout(), this);
 }
 
 void CaptionButton::paintEvent(QPaintEvent*) {
