@@ -53,12 +53,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         FUZZ_REQUIRE(e.line >= 0 && e.line <= lines);
         return 0;
     }
-    FUZZ_REQUIRE(!reading.rows.empty() && static_cast<int>(reading.rows.size()) <= history::kTableRows);
+    FUZZ_REQUIRE(!reading.rows.empty() && static_cast<int>(reading.rows.size()) <= history::kLargestTableRows);
     for (const history::TypedRow& row : reading.rows) {
         FUZZ_REQUIRE(angleText(row.incidence));
         FUZZ_REQUIRE(row.refraction.empty() || angleText(row.refraction));
     }
-    // What the grid then shows is read by the analysis without complaint.
+    // What the grid or the lists then show is read by the analysis without complaint.
     const history::TypedReading typed = history::readTypedPairs(reading.rows);
     FUZZ_REQUIRE(!typed.error);
     // Saved and opened again, the table is the same.
