@@ -232,6 +232,9 @@ private:
     canvas_ops::ReplayArea replayArea() const;
     void syncImage() const;
     void rebuildImage(const QSize& device, qreal dpr) const;
+    // Paints the operations recorded since the image was last brought up to date.
+    void paintPending() const;
+    static void beginPainting(QPainter& painter);
     void placeControls();
     void setUserScale(const UserScale& s);
     QFont currentFont() const;
@@ -261,7 +264,9 @@ private:
     // The image follows the widget's size and pixel ratio lazily: Qt delivers
     // no resize event to a hidden widget, yet screens draw before showing.
     mutable QImage image_;
+    mutable double paintedScale_ = 0.0;  // the presentation size the image is painted at
     std::vector<Op> ops_;
+    mutable std::size_t painted_ = 0;  // how many of ops_ the image shows
     bool opsComplete_ = true;  // false once the list overflowed: resize then rescales pixels
     QStringList printed_;
     QString summary_;

@@ -23,8 +23,12 @@ void Canvas::setFontBold(bool bold) { fontBold_ = bold; }
 QFont Canvas::currentFont() const { return designedRoleFont(fontRole_, fontSize_, fontBold_); }
 
 // Text is measured on the image it is painted on, so that what print()
-// advances and what the painter draws agree on any screen.
-QFontMetricsF Canvas::metrics(const QFont& font) const { return QFontMetricsF(font, &image()); }
+// advances and what the painter draws agree on any screen. Measuring needs
+// the image's resolution, not the operations still waiting to be painted.
+QFontMetricsF Canvas::metrics(const QFont& font) const {
+    syncImage();
+    return QFontMetricsF(font, &image_);
+}
 
 void Canvas::print(const QString& text, PrintEnd end) {
     if (!finite({currentX_, currentY_, fracX(currentX_), fracY(currentY_)})) {
