@@ -264,9 +264,10 @@ private:
     // The image follows the widget's size and pixel ratio lazily: Qt delivers
     // no resize event to a hidden widget, yet screens draw before showing.
     mutable QImage image_;
-    mutable double paintedScale_ = 0.0;  // the presentation size the image is painted at
+    // The presentation size the image is painted at, and how many of ops_ it shows.
+    mutable double paintedScale_ = 0.0;
+    mutable std::size_t painted_ = 0;
     std::vector<Op> ops_;
-    mutable std::size_t painted_ = 0;  // how many of ops_ the image shows
     bool opsComplete_ = true;  // false once the list overflowed: resize then rescales pixels
     QStringList printed_;
     QString summary_;
