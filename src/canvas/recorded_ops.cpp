@@ -219,19 +219,36 @@ void paintPoint(QPainter& painter, const PointOp& o, double w, double h, qreal d
     }
 }
 
+// The font a text is painted in. Texts painted one after another mostly
+// share their font and size, and a font made afresh looks its face up again
+// (twice: to be measured and to be painted), so the last one is kept, and
+// the painter keeps its own while it is the same.
+void setPaintedFont(QPainter& painter, const QFont& font, double points) {
+    struct Last {
+        QFont font, sized;
+        double points = -1.0;
+    };
+    static auto* last = new Last;  // never destroyed: fonts must not outlive the application
+    if (points != last->points || font != last->font) {
+        last->font = font;
+        last->points = points;
+        last->sized = font;
+        last->sized.setPointSizeF(points);
+    }
+    if (painter.font() != last->sized) painter.setFont(last->sized);
+}
+
 void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr) {
     const QPointF topLeft(o.x * area.width, o.y * area.height);
     if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
-    QFont font = o.font;
     double points = paintedPoints(o, area.width, area.height) * presentationScale();
     // Points become pixels at the device's resolution, but the figure is
     // laid out in the screen's pixels: a printer at 1200 dots per inch
     // would otherwise get texts twelve times too large for the lines around
     // them.
     points *= static_cast<double>(area.layoutDpiY) / std::max(1, painter.device()->logicalDpiY());
-    font.setPointSizeF(points);
-    painter.setFont(font);
-    const QFontMetricsF fm(font, painter.device());
+    setPaintedFont(painter, o.font, points);
+    const QFontMetricsF fm(painter.font(), painter.device());
     const QPointF base(topLeft.x(), topLeft.y() + fm.ascent());
     if (o.halo.isValid()) {
         // A rim about one point wide, filled out in whole device pixels so
