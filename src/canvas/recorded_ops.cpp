@@ -81,6 +81,18 @@ double penOffset(double drawWidth, qreal dpr) {
 }
 
 QPen makePen(const QColor& colour, const PenState& pen, double magnify) {
+    // Operations in a row mostly share their pen: the last one made is
+    // given again, which the painter recognises at once as the pen it has.
+    static struct {
+        QColor colour;
+        int drawWidth = 0;
+        DrawStyle style = DrawStyle::Solid;
+        double magnify = 0.0;
+        QPen made;
+    } last;
+    if (colour == last.colour && pen.drawWidth == last.drawWidth && pen.drawStyle == last.style &&
+        magnify == last.magnify)
+        return last.made;
     QPen p(colour);
     p.setWidthF(paintedPenWidth(pen.drawWidth, magnify));
     p.setStyle(penStyleFor(pen.drawStyle));
@@ -91,6 +103,7 @@ QPen makePen(const QColor& colour, const PenState& pen, double magnify) {
     else
         p.setCapStyle(Qt::RoundCap);
     p.setJoinStyle(Qt::RoundJoin);
+    last = {colour, pen.drawWidth, pen.drawStyle, magnify, p};
     return p;
 }
 
