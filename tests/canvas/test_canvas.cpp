@@ -184,6 +184,38 @@ private slots:
         QVERIFY(allBack());
     }
 
+    // Measures, texts and lines in a row follow every change of size,
+    // weight, role and colour between them, however the canvas keeps them.
+    void textsAndPensFollowEachChange() {
+        Canvas& c = *bench;
+        const QString text = QStringLiteral("Ag 1.50");
+        const double small = c.textWidth(text);
+        c.setFontSize(20);
+        QVERIFY(std::abs(c.textWidth(text) / small - 2.0) < 0.1);
+        c.setFontBold(true);
+        const double bold = c.textWidth(text);
+        c.setFontRole(FontRole::Table);
+        QVERIFY(c.textWidth(text) != bold);
+        c.setFontRole(FontRole::Caption);
+        c.setFontBold(false);
+        std::vector<int> heights;
+        for (const double points : {10.0, 20.0}) {
+            c.setFontSize(points);
+            c.setCurrentX(-200);
+            c.setCurrentY(points * 10 - 100);
+            c.print(text, PrintEnd::SameLine);
+            QCOMPARE(c.currentX(), -200 + c.textWidth(text));
+            heights.push_back(ink(c.image(), QRect(0, 300 - static_cast<int>(points) * 10, 400, 40)).bounds.height());
+        }
+        QVERIFY(std::abs(heights[1] / double(heights[0]) - 2.0) < 0.25);
+        c.setFontSize(10);
+        QCOMPARE(c.textWidth(text), small);
+        c.line(-200, -150, 200, -150, kRed);
+        c.line(-200, -160, 200, -160, kBlue);
+        QCOMPARE(c.pixelAt(0, -150), kRed);
+        QCOMPARE(c.pixelAt(0, -160), kBlue);
+    }
+
     void badCoordinatesAreSkippedOrClipped() {
         Canvas& c = *bench;
         c.line(-100, 0, 100, 0, kRed);
