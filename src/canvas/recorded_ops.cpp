@@ -9,6 +9,7 @@
 
 #include "canvas/canvas_limits.h"
 #include "canvas/presentation_scale.h"
+#include "canvas/text_runs.h"
 #include "core/physics.h"
 
 using namespace canvas_limits;
@@ -295,10 +296,10 @@ void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal
         for (int k = 1; k <= rings; ++k)
             for (const QPointF step : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1), QPointF(-1, -1),
                                        QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1)})
-                painter.drawText(base + step * (k / dpr), o.text);
+                paintTextLine(painter, base + step * (k / dpr), o.text);
     }
     painter.setPen(o.colour);
-    painter.drawText(base, o.text);
+    paintTextLine(painter, base, o.text);
 }
 
 }  // namespace
