@@ -1,3 +1,4 @@
+#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
@@ -12,6 +13,7 @@
 #include "canvas/figure_export.h"
 #include "canvas/fonts.h"
 #include "canvas/presentation_scale.h"
+#include "canvas/text_runs.h"
 
 namespace {
 
@@ -214,6 +216,21 @@ private slots:
         c.line(-200, -160, 200, -160, kBlue);
         QCOMPARE(c.pixelAt(0, -150), kRed);
         QCOMPARE(c.pixelAt(0, -160), kBlue);
+        // Texts painted from kept glyphs land on drawText()'s pixels, at any
+        // place and pixel ratio.
+        for (const qreal dpr : {1.0, 1.5, 2.0}) {
+            QImage kept(400, 120, QImage::Format_ARGB32_Premultiplied), direct = kept;
+            for (QImage* image : {&kept, &direct}) {
+                image->setDevicePixelRatio(dpr);
+                image->fill(kWhite);
+                QPainter p(image);
+                p.setFont(designedRoleFont(FontRole::Reading, 13.0));
+                for (const QPointF at : {QPointF(3.37, 17.71), QPointF(-0.61, 40.5), QPointF(101.999, 77.013)})
+                    image == &kept ? paintTextLine(p, at, QStringLiteral("Δείκτης n = 1.50"))
+                                   : p.drawText(at, QStringLiteral("Δείκτης n = 1.50"));
+            }
+            QCOMPARE(kept, direct);
+        }
     }
 
     void badCoordinatesAreSkippedOrClipped() {
