@@ -52,7 +52,11 @@ void BM_DataAnalysisFullGrid(benchmark::State& state) {
         rows.push_back({QString::number(5 + 6 * k).toStdString(), QString::number(refraction, 'f', 3).toStdString()});
     }
     d.showPairs(rows);
-    for (auto _ : state) d.Command1_Click();
+    for (auto _ : state) {
+        d.Command1_Click();
+        showDrawing(*form<Incref>().canvas());
+        showDrawing(*form<Analysis>().canvas());
+    }
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_DataAnalysisFullGrid)->Unit(benchmark::kMicrosecond);
@@ -62,7 +66,11 @@ void BM_SnellOverNewtonGlass(benchmark::State& state) {
     d.Newt_Click();
     QCheckBox* erase = d.findChild<QCheckBox*>(QStringLiteral("svinograf"));
     erase->setChecked(true);  // each law starts from the data drawn afresh
-    for (auto _ : state) d.Snell_2_Click();
+    for (auto _ : state) {
+        d.Snell_2_Click();
+        showDrawing(*form<Incref>().canvas());
+        showDrawing(*form<Analysis>().canvas());
+    }
     erase->setChecked(false);
     state.SetItemsProcessed(state.iterations());
 }
@@ -142,6 +150,8 @@ void BM_BareClsOfBothGraphs(benchmark::State& state) {
     for (auto _ : state) {
         incref.cls();
         analysis.cls();
+        showDrawing(incref);
+        showDrawing(analysis);
     }
     state.SetItemsProcessed(state.iterations());
 }

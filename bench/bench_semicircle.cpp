@@ -53,6 +53,7 @@ void scrollBarRedraws(benchmark::State& state, bool labAids) {
     int step = 0;
     for (auto _ : state) {
         xcoor->setValue(step++ % 2 == 0 ? 10 : 11);  // each change redraws the whole bench
+        showDrawing(bench.drawing());
     }
     setLabAids(bench, false);
     bench.findChild<QAction*>("readouts")->trigger();  // back to the bench as it opens
@@ -69,21 +70,30 @@ BENCHMARK(BM_ScrollBarRedrawLabAids)->Unit(benchmark::kMicrosecond);
 
 void BM_BareCls(benchmark::State& state) {
     auto* canvas = preparedBench().findChild<Canvas*>("bench");
-    for (auto _ : state) canvas->cls();
+    for (auto _ : state) {
+        canvas->cls();
+        showDrawing(*canvas);
+    }
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_BareCls)->Unit(benchmark::kMicrosecond);
 
 void BM_AllRandom(benchmark::State& state) {
     Hmiky& bench = preparedBench();
-    for (auto _ : state) bench.allrandom_Click();
+    for (auto _ : state) {
+        bench.allrandom_Click();
+        showDrawing(bench.drawing());
+    }
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_AllRandom)->Unit(benchmark::kMicrosecond);
 
 void BM_RaysForAllIncidences(benchmark::State& state) {
     Hmiky& bench = preparedBench();
-    for (auto _ : state) bench.Command4_Click();
+    for (auto _ : state) {
+        bench.Command4_Click();
+        showDrawing(bench.drawing());
+    }
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_RaysForAllIncidences)->Unit(benchmark::kMicrosecond);
@@ -95,7 +105,10 @@ void BM_MeanErrorScreen(benchmark::State& state) {
     errors.resize(860, 660);
     errors.show();
     QCoreApplication::processEvents();
-    for (auto _ : state) errors.Form_Click();  // 67 radii × 9 rays, then the graph
+    for (auto _ : state) {
+        errors.Form_Click();  // 67 radii × 9 rays, then the graph
+        showDrawing(errors.drawing());
+    }
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_MeanErrorScreen)->Unit(benchmark::kMicrosecond);

@@ -45,7 +45,10 @@ template <typename Change>
 void redrawAgainstCls(benchmark::State& state, Canvas& canvas, Change change) {
     const auto start = std::chrono::steady_clock::now();
     int step = 0;
-    for (auto _ : state) change(step++);
+    for (auto _ : state) {
+        change(step++);
+        showDrawing(canvas);
+    }
     const std::chrono::duration<double, std::micro> spent = std::chrono::steady_clock::now() - start;
     const double perRedraw = spent.count() / static_cast<double>(state.iterations());
     state.counters["x_cls"] = perRedraw / clsMicroseconds(canvas);

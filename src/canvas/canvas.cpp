@@ -33,7 +33,7 @@ Canvas::~Canvas() = default;
 // ----------------------------------------------------------- inspection ---
 
 const QImage& Canvas::image() const {
-    syncImage();
+    paintPending();
     return image_;
 }
 
@@ -63,6 +63,7 @@ bool Canvas::finite(std::initializer_list<double> values) {
 
 void Canvas::cls() {
     ops_.clear();
+    painted_ = 0;
     opsComplete_ = true;
     forgetDescription();
     const UserScale s = userScale();
@@ -155,7 +156,9 @@ void Canvas::pset(double x, double y, std::optional<QColor> colour) {
 // --------------------------------------------------------------- events ---
 
 void Canvas::paintEvent(QPaintEvent* event) {
-    syncImage();  // a new size or another screen's pixel ratio: redraw sharply first
+    // What was drawn since the last paint, or at a new size or another
+    // screen's pixel ratio the whole figure again, sharply.
+    paintPending();
     QPainter painter(this);
     // The image is opaque: copy the asked-for rectangle without blending,
     // which is what an animation over the drawing repaints on every tick.

@@ -232,6 +232,9 @@ private:
     canvas_ops::ReplayArea replayArea() const;
     void syncImage() const;
     void rebuildImage(const QSize& device, qreal dpr) const;
+    // Paints the operations recorded since the image was last brought up to date.
+    void paintPending() const;
+    static void beginPainting(QPainter& painter);
     void placeControls();
     void setUserScale(const UserScale& s);
     QFont currentFont() const;
@@ -261,6 +264,9 @@ private:
     // The image follows the widget's size and pixel ratio lazily: Qt delivers
     // no resize event to a hidden widget, yet screens draw before showing.
     mutable QImage image_;
+    // The presentation size the image is painted at, and how many of ops_ it shows.
+    mutable double paintedScale_ = 0.0;
+    mutable std::size_t painted_ = 0;
     std::vector<Op> ops_;
     bool opsComplete_ = true;  // false once the list overflowed: resize then rescales pixels
     QStringList printed_;

@@ -16,14 +16,17 @@ using namespace canvas_ops;
 // Recording and replay: every operation is painted once into the backing
 // image and kept in a list, so that the figure can be painted again at any
 // size, on any device, from the same list (recorded_ops.cpp paints one).
+//
+// A figure is drawn in hundreds of operations, and a painter opened for each
+// costs more than the thin lines it paints. Recorded operations are therefore
+// painted together, through one painter, when their pixels are first needed:
+// when the image is read, shown or measured against.
 
 namespace {
 
 // Beyond this many recorded operations between two cls() the list is dropped;
 // a resize then rescales the pixels instead of replaying (long animations).
 constexpr std::size_t kMaxRecordedOps = 200000;
-
-constexpr const char* kPaintedScale = "paintedPresentationScale";
 
 // The largest width and height in device pixels that any screen shows.
 QSize largestScreenInDevicePixels() {
@@ -40,22 +43,41 @@ QSize largestScreenInDevicePixels() {
 // ------------------------------------------------------------ recording ---
 
 void Canvas::record(Op op) {
-    syncImage();
-    {
-        QPainter painter(&image_);
-        followImageRatio(painter);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setRenderHint(QPainter::TextAntialiasing);
-        paintOp(painter, op, replayArea());
-    }
-    update();
-    if (!opsComplete_) return;
-    if (ops_.size() >= kMaxRecordedOps) {
+    if (opsComplete_ && ops_.size() >= kMaxRecordedOps) {
+        paintPending();
         ops_.clear();
+        painted_ = 0;
         opsComplete_ = false;
+    }
+    if (!opsComplete_) {
+        // Nothing is kept to paint later: the pixels are all there is.
+        syncImage();
+        QPainter painter(&image_);
+        beginPainting(painter);
+        paintOp(painter, op, replayArea());
+        painter.end();
+        update();
         return;
     }
+    // One repaint request for the whole batch.
+    if (painted_ == ops_.size()) update();
     ops_.push_back(std::move(op));
+}
+
+void Canvas::paintPending() const {
+    syncImage();  // a rebuilt image has every operation painted already
+    if (painted_ >= ops_.size()) return;
+    QPainter painter(&image_);
+    beginPainting(painter);
+    const ReplayArea area = replayArea();
+    for (std::size_t i = painted_; i < ops_.size(); ++i) paintOp(painter, ops_[i], area);
+    painted_ = ops_.size();
+}
+
+void Canvas::beginPainting(QPainter& painter) {
+    followImageRatio(painter);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::TextAntialiasing);
 }
 
 ReplayArea Canvas::replayArea() const { return {areaWidth(), areaHeight(), logicalDpiY()}; }
@@ -110,7 +132,7 @@ void Canvas::syncImage() const {
     // The usual case, a window no larger than its screen, costs no look at
     // the screens.
     // The presentation size the image was painted at.
-    const bool sameScale = property(kPaintedScale).toDouble() == presentationScale();
+    const bool sameScale = paintedScale_ == presentationScale();
     if (!image_.isNull() && sameScale && image_.size() == full && qFuzzyCompare(image_.devicePixelRatio(), screenRatio))
         return;
     // A window larger than any screen cannot be seen whole at full
@@ -137,9 +159,7 @@ void Canvas::rebuildImage(const QSize& device, qreal dpr) const {
     fresh.fill(backColor_);
     {
         QPainter painter(&fresh);
-        followImageRatio(painter);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setRenderHint(QPainter::TextAntialiasing);
+        beginPainting(painter);
         if (opsComplete_) {
             for (const Op& op : ops_) paintOp(painter, op, replayArea());
         } else if (!image_.isNull()) {
@@ -148,7 +168,8 @@ void Canvas::rebuildImage(const QSize& device, qreal dpr) const {
         }
     }
     image_ = std::move(fresh);
-    const_cast<Canvas*>(this)->setProperty(kPaintedScale, presentationScale());
+    painted_ = ops_.size();
+    paintedScale_ = presentationScale();
 }
 
 void Canvas::renderFigure(QPainter& painter) const {
@@ -160,7 +181,7 @@ void Canvas::renderFigure(QPainter& painter) const {
         const DesignedScale designed;  // exports are the same at every presentation size
         for (const Op& op : ops_) paintOp(painter, op, replayArea());
     } else {
-        syncImage();
+        paintPending();
         painter.drawImage(QRectF(0, 0, areaWidth(), areaHeight()), image_);
     }
     painter.restore();

@@ -1,3 +1,5 @@
+#include <QHash>
+
 #include <algorithm>
 #include <cmath>
 
@@ -23,8 +25,38 @@ void Canvas::setFontBold(bool bold) { fontBold_ = bold; }
 QFont Canvas::currentFont() const { return designedRoleFont(fontRole_, fontSize_, fontBold_); }
 
 // Text is measured on the image it is painted on, so that what print()
-// advances and what the painter draws agree on any screen.
-QFontMetricsF Canvas::metrics(const QFont& font) const { return QFontMetricsF(font, &image()); }
+// advances and what the painter draws agree on any screen. Measuring needs
+// the image's resolution, not the operations still waiting to be painted.
+QFontMetricsF Canvas::metrics(const QFont& font) const {
+    syncImage();
+    return QFontMetricsF(font, &image_);
+}
+
+namespace {
+
+// The advance of one line of text in a font at a resolution. Graphs measure
+// each label several times while placing it, and again at every redraw:
+// shaping the same text again costs more than painting it. The advances of
+// the last font used are kept (never destroyed: fonts must not outlive the
+// application).
+double advanceOf(const QFontMetricsF& fm, const QFont& font, int dpi, const QString& text) {
+    struct Kept {
+        QFont font;
+        int dpi = 0;
+        QHash<QString, double> advances;
+    };
+    static auto* kept = new Kept;
+    if (kept->dpi != dpi || kept->font != font || kept->advances.size() >= 4096) {
+        kept->font = font;
+        kept->dpi = dpi;
+        kept->advances.clear();
+    }
+    auto it = kept->advances.constFind(text);
+    if (it == kept->advances.constEnd()) it = kept->advances.insert(text, fm.horizontalAdvance(text));
+    return *it;
+}
+
+}  // namespace
 
 void Canvas::print(const QString& text, PrintEnd end) {
     if (!finite({currentX_, currentY_, fracX(currentX_), fracY(currentY_)})) {
@@ -53,7 +85,7 @@ void Canvas::print(const QString& text, PrintEnd end) {
         currentX_ = s.left;
         currentY_ = y + lineStep;
     } else {
-        currentX_ = x + fm.horizontalAdvance(lines.back()) * s.width / areaWidth();
+        currentX_ = x + advanceOf(fm, font, image_.logicalDpiY(), lines.back()) * s.width / areaWidth();
         currentY_ = y;
     }
 
@@ -61,12 +93,14 @@ void Canvas::print(const QString& text, PrintEnd end) {
 }
 
 double Canvas::textWidth(const QString& text) const {
-    const QFontMetricsF fm = metrics(currentFont());
+    const QFont font = currentFont();
+    const QFontMetricsF fm = metrics(font);
+    const int dpi = image_.logicalDpiY();
     double widest = 0.0;
     QString cleaned = text;
     cleaned.remove(QLatin1Char('\r'));
     for (const QString& lineText : cleaned.split(QLatin1Char('\n')))
-        widest = std::max(widest, fm.horizontalAdvance(lineText));
+        widest = std::max(widest, advanceOf(fm, font, dpi, lineText));
     return widest * std::fabs(userPerPixelX());
 }
 

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <tuple>
 
 #include "canvas/presentation_scale.h"
 
@@ -109,10 +111,20 @@ void setPresentationScale(double factor) {
 }
 
 QFont designedRoleFont(FontRole role, double pointSize, bool bold) {
+    // Drawings ask for their font at every text they print and measure. A
+    // font made afresh looks its face up again on first use; a copy of one
+    // kept shares the face already found. The faces do not change while the
+    // program runs. Kept on the heap for good: fonts must not be destroyed
+    // after the application that loaded their faces.
+    static auto* kept = new std::map<std::tuple<FontRole, double, bool>, QFont>;
+    const double points = pointSize > 0 ? pointSize : 10.0;
+    const auto key = std::make_tuple(role, points, bold);
+    if (const auto it = kept->find(key); it != kept->end()) return it->second;
+    if (kept->size() >= 256) kept->clear();  // sizes that grow and shrink without end
     QFont font(roleFamily(role));
-    font.setPointSizeF(pointSize > 0 ? pointSize : 10.0);
+    font.setPointSizeF(points);
     font.setBold(bold);
-    return font;
+    return kept->emplace(key, font).first->second;
 }
 
 QFont roleFont(FontRole role, double pointSize, bool bold) {

@@ -1,5 +1,6 @@
 #include "canvas/recorded_ops.h"
 
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -8,6 +9,7 @@
 
 #include "canvas/canvas_limits.h"
 #include "canvas/presentation_scale.h"
+#include "canvas/text_runs.h"
 #include "core/physics.h"
 
 using namespace canvas_limits;
@@ -80,6 +82,18 @@ double penOffset(double drawWidth, qreal dpr) {
 }
 
 QPen makePen(const QColor& colour, const PenState& pen, double magnify) {
+    // Operations in a row mostly share their pen: the last one made is
+    // given again, which the painter recognises at once as the pen it has.
+    static struct {
+        QColor colour;
+        int drawWidth = 0;
+        DrawStyle style = DrawStyle::Solid;
+        double magnify = 0.0;
+        QPen made;
+    } last;
+    if (colour == last.colour && pen.drawWidth == last.drawWidth && pen.drawStyle == last.style &&
+        magnify == last.magnify)
+        return last.made;
     QPen p(colour);
     p.setWidthF(paintedPenWidth(pen.drawWidth, magnify));
     p.setStyle(penStyleFor(pen.drawStyle));
@@ -90,18 +104,67 @@ QPen makePen(const QColor& colour, const PenState& pen, double magnify) {
     else
         p.setCapStyle(Qt::RoundCap);
     p.setJoinStyle(Qt::RoundJoin);
+    last = {colour, pen.drawWidth, pen.drawStyle, magnify, p};
     return p;
+}
+
+// A solid line along a pixel row or column whose sides and square ends all
+// fall on pixel boundaries covers whole pixels and nothing else: filling
+// that rectangle lights exactly the pixels that stroking it would. The
+// antialiasing stroker takes thin lines pixel by pixel, so a long rule is
+// filled many times faster. Only on raster images: vector files keep lines.
+bool fillAsRectangle(QPainter& painter, const QPointF& a, const QPointF& b, const QPen& pen) {
+    if (pen.style() != Qt::SolidLine || pen.capStyle() != Qt::SquareCap || a == b) return false;
+    if (a.x() != b.x() && a.y() != b.y()) return false;
+    if (painter.paintEngine()->type() != QPaintEngine::Raster) return false;
+    const QTransform device = painter.deviceTransform();
+    if (device.type() > QTransform::TxScale) return false;
+    const double half = pen.widthF() / 2.0;
+    const QRectF covered = QRectF(a, b).normalized().adjusted(-half, -half, half, half);
+    const QRectF pixels = device.mapRect(covered);
+    for (const double edge : {pixels.left(), pixels.top(), pixels.right(), pixels.bottom()})
+        if (std::fabs(edge - std::round(edge)) > 1e-7) return false;
+    painter.fillRect(covered, pen.color());
+    return true;
+}
+
+// The antialiasing stroker paints a thin line along a row pixel pair by
+// pixel pair, one pixel in each of the two rows it straddles, and blends
+// every pair on its own: one grid line across a full-HD graph took longer
+// than all the rest of the graph. Painted twice, clipped each time to one
+// side of the boundary between those rows, it is blended in long runs;
+// every pixel is still painted once, with the coverage the stroker gives it.
+bool strokeRowBySide(QPainter& painter, const QPointF& a, const QPointF& b) {
+    if (a.y() != b.y() || painter.hasClipping() || !painter.testRenderHint(QPainter::Antialiasing)) return false;
+    if (painter.paintEngine()->type() != QPaintEngine::Raster) return false;
+    const QTransform device = painter.deviceTransform();
+    if (device.type() > QTransform::TxScale || device.m11() <= 0.0 || device.m22() <= 0.0) return false;
+    const double length = std::fabs(b.x() - a.x()) * device.m11();
+    if (length < 64.0 || painter.pen().widthF() * device.m22() > 1.0) return false;  // wider pens fill rows already
+    const QRectF all(QPointF(0, 0), QSizeF(painter.device()->width(), painter.device()->height()));
+    const double boundary = std::round(device.map(a).y());
+    const QTransform logical = device.inverted();
+    for (const QRectF side : {QRectF(all.topLeft(), QPointF(all.right(), boundary)),
+                              QRectF(QPointF(all.left(), boundary), all.bottomRight())}) {
+        painter.setClipRect(logical.mapRect(side));
+        painter.drawLine(a, b);
+    }
+    painter.setClipping(false);
+    return true;
 }
 
 void paintLine(QPainter& painter, const LineOp& o, double w, double h, qreal dpr, double m) {
     double x1 = o.x1 * w, y1 = o.y1 * h, x2 = o.x2 * w, y2 = o.y2 * h;
     if (!clipToLimit(x1, y1, x2, y2)) return;
     const double off = penOffset(paintedPenWidth(o.pen.drawWidth, m), dpr);
-    painter.setPen(makePen(o.colour, o.pen, m));
-    if (x1 == x2 && y1 == y2)
-        painter.drawPoint(QPointF(x1 + off, y1 + off));
-    else
-        painter.drawLine(QPointF(x1 + off, y1 + off), QPointF(x2 + off, y2 + off));
+    const QPen pen = makePen(o.colour, o.pen, m);
+    const QPointF from(x1 + off, y1 + off), to(x2 + off, y2 + off);
+    if (fillAsRectangle(painter, from, to, pen)) return;
+    painter.setPen(pen);
+    if (from == to)
+        painter.drawPoint(from);
+    else if (!strokeRowBySide(painter, from, to))
+        painter.drawLine(from, to);
 }
 
 void paintBox(QPainter& painter, const BoxOp& o, double w, double h, qreal dpr, double m) {
@@ -219,19 +282,36 @@ void paintPoint(QPainter& painter, const PointOp& o, double w, double h, qreal d
     }
 }
 
+// The font a text is painted in. Texts painted one after another mostly
+// share their font and size, and a font made afresh looks its face up again
+// (twice: to be measured and to be painted), so the last one is kept, and
+// the painter keeps its own while it is the same.
+void setPaintedFont(QPainter& painter, const QFont& font, double points) {
+    struct Last {
+        QFont font, sized;
+        double points = -1.0;
+    };
+    static auto* last = new Last;  // never destroyed: fonts must not outlive the application
+    if (points != last->points || font != last->font) {
+        last->font = font;
+        last->points = points;
+        last->sized = font;
+        last->sized.setPointSizeF(points);
+    }
+    if (painter.font() != last->sized) painter.setFont(last->sized);
+}
+
 void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr) {
     const QPointF topLeft(o.x * area.width, o.y * area.height);
     if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
-    QFont font = o.font;
     double points = paintedPoints(o, area.width, area.height) * presentationScale();
     // Points become pixels at the device's resolution, but the figure is
     // laid out in the screen's pixels: a printer at 1200 dots per inch
     // would otherwise get texts twelve times too large for the lines around
     // them.
     points *= static_cast<double>(area.layoutDpiY) / std::max(1, painter.device()->logicalDpiY());
-    font.setPointSizeF(points);
-    painter.setFont(font);
-    const QFontMetricsF fm(font, painter.device());
+    setPaintedFont(painter, o.font, points);
+    const QFontMetricsF fm(painter.font(), painter.device());
     const QPointF base(topLeft.x(), topLeft.y() + fm.ascent());
     if (o.halo.isValid()) {
         // A rim about one point wide, filled out in whole device pixels so
@@ -241,10 +321,10 @@ void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal
         for (int k = 1; k <= rings; ++k)
             for (const QPointF step : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1), QPointF(-1, -1),
                                        QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1)})
-                painter.drawText(base + step * (k / dpr), o.text);
+                paintTextLine(painter, base + step * (k / dpr), o.text);
     }
     painter.setPen(o.colour);
-    painter.drawText(base, o.text);
+    paintTextLine(painter, base, o.text);
 }
 
 }  // namespace

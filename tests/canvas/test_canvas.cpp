@@ -1,3 +1,4 @@
+#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
@@ -12,6 +13,7 @@
 #include "canvas/figure_export.h"
 #include "canvas/fonts.h"
 #include "canvas/presentation_scale.h"
+#include "canvas/text_runs.h"
 
 namespace {
 
@@ -182,6 +184,53 @@ private slots:
         QVERIFY(c.printedTexts().isEmpty() && c.description().isEmpty());
         c.resize(200, 200);  // nothing of the old drawing comes back
         QVERIFY(allBack());
+    }
+
+    // Measures, texts and lines in a row follow every change of size,
+    // weight, role and colour between them, however the canvas keeps them.
+    void textsAndPensFollowEachChange() {
+        Canvas& c = *bench;
+        const QString text = QStringLiteral("Ag 1.50");
+        const double small = c.textWidth(text);
+        c.setFontSize(20);
+        QVERIFY(std::abs(c.textWidth(text) / small - 2.0) < 0.1);
+        c.setFontBold(true);
+        const double bold = c.textWidth(text);
+        c.setFontRole(FontRole::Table);
+        QVERIFY(c.textWidth(text) != bold);
+        c.setFontRole(FontRole::Caption);
+        c.setFontBold(false);
+        std::vector<int> heights;
+        for (const double points : {10.0, 20.0}) {
+            c.setFontSize(points);
+            c.setCurrentX(-200);
+            c.setCurrentY(points * 10 - 100);
+            c.print(text, PrintEnd::SameLine);
+            QCOMPARE(c.currentX(), -200 + c.textWidth(text));
+            heights.push_back(ink(c.image(), QRect(0, 300 - static_cast<int>(points) * 10, 400, 40)).bounds.height());
+        }
+        QVERIFY(std::abs(heights[1] / double(heights[0]) - 2.0) < 0.25);
+        c.setFontSize(10);
+        QCOMPARE(c.textWidth(text), small);
+        c.line(-200, -150, 200, -150, kRed);
+        c.line(-200, -160, 200, -160, kBlue);
+        QCOMPARE(c.pixelAt(0, -150), kRed);
+        QCOMPARE(c.pixelAt(0, -160), kBlue);
+        // Texts painted from kept glyphs land on drawText()'s pixels, at any
+        // place and pixel ratio.
+        for (const qreal dpr : {1.0, 1.5, 2.0}) {
+            QImage kept(400, 120, QImage::Format_ARGB32_Premultiplied), direct = kept;
+            for (QImage* image : {&kept, &direct}) {
+                image->setDevicePixelRatio(dpr);
+                image->fill(kWhite);
+                QPainter p(image);
+                p.setFont(designedRoleFont(FontRole::Reading, 13.0));
+                for (const QPointF at : {QPointF(3.37, 17.71), QPointF(-0.61, 40.5), QPointF(101.999, 77.013)})
+                    image == &kept ? paintTextLine(p, at, QStringLiteral("Δείκτης n = 1.50"))
+                                   : p.drawText(at, QStringLiteral("Δείκτης n = 1.50"));
+            }
+            QCOMPARE(kept, direct);
+        }
     }
 
     void badCoordinatesAreSkippedOrClipped() {
