@@ -64,6 +64,8 @@ bool Canvas::finite(std::initializer_list<double> values) {
 void Canvas::cls() {
     ops_.clear();
     opsComplete_ = true;
+    trail_.reset();
+    flow_ = {};
     forgetDescription();
     const UserScale s = userScale();
     currentX_ = s.left;

@@ -228,6 +228,9 @@ private:
     };
 
     void record(Op op);
+    // How a text printed at (x, y), in area fractions, follows the last
+    // text; for Below also how far under it it is designed.
+    canvas_ops::TextLink linkToLastText(double x, double y, double& below) const;
     // The present size of the area, for painting recorded operations.
     canvas_ops::ReplayArea replayArea() const;
     void syncImage() const;
@@ -262,6 +265,18 @@ private:
     // no resize event to a hidden widget, yet screens draw before showing.
     mutable QImage image_;
     std::vector<Op> ops_;
+    // The last text recorded and where print() left the pen after it, in
+    // area fractions, for the next text to tell whether it follows it.
+    struct TextTrail {
+        double x, y;      // the last text's top-left
+        double rowLeft;   // the left of the first text on its row
+        double lineStep;  // its line height
+        double penX, penY;
+        bool penAfter;  // the pen was left on the same line, just after the text
+    };
+    std::optional<TextTrail> trail_;
+    // Where the texts painted into the image so far left off.
+    mutable canvas_ops::TextFlow flow_;
     bool opsComplete_ = true;  // false once the list overflowed: resize then rescales pixels
     QStringList printed_;
     QString summary_;

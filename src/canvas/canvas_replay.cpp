@@ -46,7 +46,7 @@ void Canvas::record(Op op) {
         followImageRatio(painter);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setRenderHint(QPainter::TextAntialiasing);
-        paintOp(painter, op, replayArea());
+        paintOp(painter, op, replayArea(), flow_);
     }
     update();
     if (!opsComplete_) return;
@@ -64,15 +64,17 @@ ReplayArea Canvas::replayArea() const { return {areaWidth(), areaHeight(), logic
 
 std::vector<Canvas::DrawnText> Canvas::drawnTexts() const {
     std::vector<DrawnText> texts;
-    const double w = areaWidth();
-    const double h = areaHeight();
+    const ReplayArea area = replayArea();
+    const double m = presentationScale();
+    TextFlow flow;
     for (const Op& op : ops_) {
         const auto* t = std::get_if<TextOp>(&op);
         if (!t) continue;
         QFont font = t->font;
-        font.setPointSizeF(paintedPoints(*t, w, h) * presentationScale());
+        font.setPointSizeF(paintedPoints(*t, area.width, area.height) * m);
         const QFontMetricsF fm = metrics(font);
-        const QRectF box(t->x * w, t->y * h, fm.horizontalAdvance(t->text), fm.ascent() + fm.descent());
+        const double advance = fm.horizontalAdvance(t->text);
+        const QRectF box(placeText(*t, advance, area, m, flow), QSizeF(advance, fm.ascent() + fm.descent()));
         texts.push_back({t->text, box, font.pointSizeF(), t->colour});
     }
     return texts;
@@ -140,8 +142,9 @@ void Canvas::rebuildImage(const QSize& device, qreal dpr) const {
         followImageRatio(painter);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setRenderHint(QPainter::TextAntialiasing);
+        flow_ = {};
         if (opsComplete_) {
-            for (const Op& op : ops_) paintOp(painter, op, replayArea());
+            for (const Op& op : ops_) paintOp(painter, op, replayArea(), flow_);
         } else if (!image_.isNull()) {
             painter.setRenderHint(QPainter::SmoothPixmapTransform);
             painter.drawImage(QRectF(QPointF(0, 0), QSizeF(device) / dpr), image_);
@@ -158,7 +161,8 @@ void Canvas::renderFigure(QPainter& painter) const {
     painter.setRenderHint(QPainter::TextAntialiasing);
     if (opsComplete_) {
         const DesignedScale designed;  // exports are the same at every presentation size
-        for (const Op& op : ops_) paintOp(painter, op, replayArea());
+        TextFlow flow;
+        for (const Op& op : ops_) paintOp(painter, op, replayArea(), flow);
     } else {
         syncImage();
         painter.drawImage(QRectF(0, 0, areaWidth(), areaHeight()), image_);

@@ -41,13 +41,20 @@ void Canvas::print(const QString& text, PrintEnd end) {
     const QStringList lines = cleaned.split(QLatin1Char('\n'));
     double x = currentX_;
     double y = currentY_;
+    bool recordedHere = false;
     for (qsizetype i = 0; i < lines.size(); ++i) {
         if (i > 0) {
             x = s.left;
             y += lineStep;
         }
-        if (!lines[i].isEmpty())
-            record(TextOp{fracX(x), fracY(y), lines[i], font, state_.foreColor, areaWidth(), areaHeight(), textHalo_});
+        if (lines[i].isEmpty()) continue;
+        const double fx = fracX(x), fy = fracY(y);
+        double below = trail_ ? fy - trail_->y : 0.0;
+        const TextLink link = recordedHere ? TextLink::Below : linkToLastText(fx, fy, below);
+        record(TextOp{fx, fy, lines[i], font, state_.foreColor, areaWidth(), areaHeight(), textHalo_, link, below});
+        const bool onRow = trail_ && (link == TextLink::SameRow || link == TextLink::After);
+        trail_ = TextTrail{fx, fy, onRow ? trail_->rowLeft : fx, fm.lineSpacing() / areaHeight(), fx, fy, false};
+        recordedHere = true;
     }
     if (end == PrintEnd::NextLine) {
         currentX_ = s.left;
@@ -56,8 +63,36 @@ void Canvas::print(const QString& text, PrintEnd end) {
         currentX_ = x + fm.horizontalAdvance(lines.back()) * s.width / areaWidth();
         currentY_ = y;
     }
+    // An empty print on the same line leaves the pen, and what it follows, as they were.
+    const bool penStays = end == PrintEnd::SameLine && lines.size() == 1 && lines.front().isEmpty();
+    if (trail_ && !penStays) {
+        trail_->penX = fracX(currentX_);
+        trail_->penY = fracY(currentY_);
+        trail_->penAfter = end == PrintEnd::SameLine && !lines.back().isEmpty();
+    }
 
     notePrinted(text);
+}
+
+TextLink Canvas::linkToLastText(double x, double y, double& below) const {
+    if (!trail_) return TextLink::None;
+    const TextTrail& last = *trail_;
+    // Places computed from the pen or from the same expression differ
+    // by rounding only.
+    constexpr double kSamePixels = 0.01;
+    const double w = areaWidth(), h = areaHeight();
+    below = y - last.y;
+    const bool atPenY = std::fabs(y - last.penY) * h < kSamePixels;
+    if (last.penAfter && atPenY && std::fabs(x - last.penX) * w < kSamePixels) return TextLink::After;
+    if (std::fabs(below) * h < kSamePixels) return TextLink::SameRow;
+    if (below <= 0.0) return TextLink::None;
+    // Where print() left the pen, at any left: the next of centred or
+    // indented lines.
+    if (atPenY && !last.penAfter) return TextLink::Below;
+    // Stacked by hand: at the left of the row above, a line or a little
+    // more under it.
+    const bool sameLeft = std::fabs(x - last.rowLeft) * w < kSamePixels;
+    return sameLeft && below >= 0.95 * last.lineStep && below <= 1.6 * last.lineStep ? TextLink::Below : TextLink::None;
 }
 
 double Canvas::textWidth(const QString& text) const {

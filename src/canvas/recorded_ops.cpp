@@ -219,11 +219,9 @@ void paintPoint(QPainter& painter, const PointOp& o, double w, double h, qreal d
     }
 }
 
-void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr) {
-    const QPointF topLeft(o.x * area.width, o.y * area.height);
-    if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
+void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr, double m, TextFlow& flow) {
     QFont font = o.font;
-    double points = paintedPoints(o, area.width, area.height) * presentationScale();
+    double points = paintedPoints(o, area.width, area.height) * m;
     // Points become pixels at the device's resolution, but the figure is
     // laid out in the screen's pixels: a printer at 1200 dots per inch
     // would otherwise get texts twelve times too large for the lines around
@@ -232,6 +230,8 @@ void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal
     font.setPointSizeF(points);
     painter.setFont(font);
     const QFontMetricsF fm(font, painter.device());
+    const QPointF topLeft = placeText(o, fm.horizontalAdvance(o.text), area, m, flow);
+    if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
     const QPointF base(topLeft.x(), topLeft.y() + fm.ascent());
     if (o.halo.isValid()) {
         // A rim about one point wide, filled out in whole device pixels so
@@ -249,7 +249,7 @@ void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal
 
 }  // namespace
 
-void paintOp(QPainter& painter, const Op& op, const ReplayArea& area) {
+void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& flow) {
     const double w = area.width;
     const double h = area.height;
     const qreal dpr = painter.device()->devicePixelRatio();
@@ -266,9 +266,25 @@ void paintOp(QPainter& painter, const Op& op, const ReplayArea& area) {
             else if constexpr (std::is_same_v<T, PointOp>)
                 paintPoint(painter, o, w, h, dpr, m);
             else if constexpr (std::is_same_v<T, TextOp>)
-                paintText(painter, o, area, dpr);
+                paintText(painter, o, area, dpr, m, flow);
         },
         op);
+}
+
+QPointF placeText(const TextOp& text, double advance, const ReplayArea& area, double magnify, TextFlow& flow) {
+    QPointF at(text.x * area.width, text.y * area.height);
+    // As designed, the designed places are exact: exports stay the same
+    // whatever the texts before them.
+    if (magnify != 1.0 && flow.started) {
+        switch (text.link) {
+        case TextLink::Below: at.setY(flow.topLeft.y() + magnify * text.below * area.height); break;
+        case TextLink::SameRow: at.setY(flow.topLeft.y()); break;
+        case TextLink::After: at = QPointF(flow.right, flow.topLeft.y()); break;
+        case TextLink::None: break;
+        }
+    }
+    flow = {true, at, at.x() + advance};
+    return at;
 }
 
 double paintedPoints(const TextOp& text, double areaWidth, double areaHeight) {

@@ -1,6 +1,7 @@
 #pragma once
 #include <QColor>
 #include <QFont>
+#include <QPointF>
 #include <QString>
 
 #include <optional>
@@ -58,6 +59,14 @@ struct PointOp {
 // below 8 points (or its own size, when it was printed smaller): smaller
 // type cannot be read from the back of a classroom. A picture that must
 // stay free of overlaps draws itself again at the new size instead.
+//
+// How a text follows the text recorded just before it. A screen that shows
+// texts larger than designed must keep texts that belong together apart:
+// the next line of a block stays under the line above it, the other texts
+// of a row stay on its row, and a continuation stays after the text it
+// continues. Texts that follow nothing keep their designed place.
+enum class TextLink { None, Below, SameRow, After };
+
 struct TextOp {
     double x, y;
     QString text;
@@ -65,6 +74,8 @@ struct TextOp {
     QColor colour;
     double areaWidth, areaHeight;
     QColor halo;
+    TextLink link;
+    double below;  // designed distance under the previous text, a fraction of the height (Below)
 };
 using Op = std::variant<LineOp, BoxOp, CircleOp, PointOp, TextOp>;
 
@@ -76,8 +87,22 @@ struct ReplayArea {
     int layoutDpiY;
 };
 
-// Paints one operation through the painter, whose device gives the pixel ratio.
-void paintOp(QPainter& painter, const Op& op, const ReplayArea& area);
+// Where the texts painted so far left off, for the text that follows them.
+struct TextFlow {
+    bool started = false;
+    QPointF topLeft;     // of the last text, as painted
+    double right = 0.0;  // where it ends, as painted
+};
+
+// Paints one operation through the painter, whose device gives the pixel
+// ratio; a text is placed after the texts it follows and moves the flow on.
+void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& flow);
+
+// Where a text whose painted advance is `advance` has its top-left corner
+// when texts are painted `magnify` times their designed size: as designed
+// at 1, otherwise after the text it follows by `magnify` times the designed
+// distance. Moves the flow on to this text.
+QPointF placeText(const TextOp& text, double advance, const ReplayArea& area, double magnify, TextFlow& flow);
 
 // The type size a recorded text is painted in on an area of this size.
 double paintedPoints(const TextOp& text, double areaWidth, double areaHeight);
