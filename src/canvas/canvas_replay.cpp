@@ -66,7 +66,7 @@ std::vector<Canvas::DrawnText> Canvas::drawnTexts() const {
     std::vector<DrawnText> texts;
     const ReplayArea area = replayArea();
     const double m = presentationScale();
-    TextFlow flow;
+    TextPlace place;
     for (const Op& op : ops_) {
         const auto* t = std::get_if<TextOp>(&op);
         if (!t) continue;
@@ -74,7 +74,7 @@ std::vector<Canvas::DrawnText> Canvas::drawnTexts() const {
         font.setPointSizeF(paintedPoints(*t, area.width, area.height) * m);
         const QFontMetricsF fm = metrics(font);
         const double advance = fm.horizontalAdvance(t->text);
-        const QRectF box(placeText(*t, advance, area, m, flow), QSizeF(advance, fm.ascent() + fm.descent()));
+        const QRectF box(placeText(*t, advance, area, m, place), QSizeF(advance, fm.ascent() + fm.descent()));
         texts.push_back({t->text, box, font.pointSizeF(), t->colour});
     }
     return texts;

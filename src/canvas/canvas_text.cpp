@@ -51,7 +51,8 @@ void Canvas::print(const QString& text, PrintEnd end) {
         const double fx = fracX(x), fy = fracY(y);
         double below = trail_ ? fy - trail_->y : 0.0;
         const TextLink link = recordedHere ? TextLink::Below : linkToLastText(fx, fy, below);
-        record(TextOp{fx, fy, lines[i], font, state_.foreColor, areaWidth(), areaHeight(), textHalo_, link, below});
+        record(TextOp{fx, fy, lines[i], font, state_.foreColor, areaWidth(), areaHeight(), textHalo_, link, below,
+                      flow_.onGround(fx, fy)});
         const bool onRow = trail_ && (link == TextLink::SameRow || link == TextLink::After);
         trail_ = TextTrail{fx, fy, onRow ? trail_->rowLeft : fx, fm.lineSpacing() / areaHeight(), fx, fy, false};
         recordedHere = true;

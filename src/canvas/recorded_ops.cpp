@@ -20,6 +20,11 @@ namespace {
 // from the back of a classroom.
 constexpr double kSmallestShrunkPoints = 8.0;
 
+// A ground is a box for a few lines of text (a readout, a legend, a label)
+// on a part of the area, not a background for a picture.
+constexpr double kLargestGround = 0.25;  // of the area
+constexpr std::size_t kMostOnGround = 64;
+
 constexpr double kTwoPi = 2.0 * physics::kPi;
 constexpr double kDegreesPerRadian = 180.0 / physics::kPi;
 
@@ -219,18 +224,24 @@ void paintPoint(QPainter& painter, const PointOp& o, double w, double h, qreal d
     }
 }
 
-void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr, double m, TextFlow& flow) {
+// The font a text is painted in, `magnify` times its size on the area.
+QFont paintedFont(const TextOp& o, const ReplayArea& area, const QPaintDevice& device, double magnify) {
     QFont font = o.font;
-    double points = paintedPoints(o, area.width, area.height) * m;
+    double points = paintedPoints(o, area.width, area.height) * magnify;
     // Points become pixels at the device's resolution, but the figure is
     // laid out in the screen's pixels: a printer at 1200 dots per inch
     // would otherwise get texts twelve times too large for the lines around
     // them.
-    points *= static_cast<double>(area.layoutDpiY) / std::max(1, painter.device()->logicalDpiY());
+    points *= static_cast<double>(area.layoutDpiY) / std::max(1, device.logicalDpiY());
     font.setPointSizeF(points);
+    return font;
+}
+
+void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr, double m, TextPlace& last) {
+    const QFont font = paintedFont(o, area, *painter.device(), m);
     painter.setFont(font);
     const QFontMetricsF fm(font, painter.device());
-    const QPointF topLeft = placeText(o, fm.horizontalAdvance(o.text), area, m, flow);
+    const QPointF topLeft = placeText(o, fm.horizontalAdvance(o.text), area, m, last);
     if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
     const QPointF base(topLeft.x(), topLeft.y() + fm.ascent());
     if (o.halo.isValid()) {
@@ -245,6 +256,82 @@ void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal
     }
     painter.setPen(o.colour);
     painter.drawText(base, o.text);
+}
+
+QRectF boxRect(const BoxOp& b) { return QRectF(QPointF(b.x1, b.y1), QPointF(b.x2, b.y2)).normalized(); }
+
+// Paints the ground again, grown by as much as its texts grow past their
+// designed extent to the right and downwards, then the lines and texts on
+// it: each line moved up or down with the text recorded after it.
+void repaintGround(QPainter& painter, const ReplayArea& area, qreal dpr, double m, TextFlow& flow) {
+    const QPaintDevice& device = *painter.device();
+    QRectF designed, painted;
+    std::vector<double> shifts;
+    TextPlace place = flow.ground.before;
+    for (const Op& op : flow.ground.onIt) {
+        const auto* t = std::get_if<TextOp>(&op);
+        if (!t) continue;
+        const QFontMetricsF asDesigned(paintedFont(*t, area, device, 1.0), &device);
+        const QFontMetricsF grown(paintedFont(*t, area, device, m), &device);
+        const QRectF d(t->x * area.width, t->y * area.height, asDesigned.horizontalAdvance(t->text),
+                       asDesigned.ascent() + asDesigned.descent());
+        const double advance = grown.horizontalAdvance(t->text);
+        const QRectF p(placeText(*t, advance, area, m, place), QSizeF(advance, grown.ascent() + grown.descent()));
+        designed |= d;
+        painted |= p;
+        shifts.push_back(p.top() - d.top());
+    }
+    const double right = std::max(0.0, painted.right() - designed.right()) / area.width;
+    const double down = std::max(0.0, painted.bottom() - designed.bottom()) / area.height;
+    for (BoxOp box : flow.ground.boxes) {
+        (box.x1 > box.x2 ? box.x1 : box.x2) += right;
+        (box.y1 > box.y2 ? box.y1 : box.y2) += down;
+        paintBox(painter, box, area.width, area.height, dpr, m);
+    }
+    flow.last = flow.ground.before;
+    std::size_t next = 0;
+    for (const Op& op : flow.ground.onIt) {
+        if (const auto* t = std::get_if<TextOp>(&op)) {
+            paintText(painter, *t, area, dpr, m, flow.last);
+            ++next;
+        } else if (const auto* l = std::get_if<LineOp>(&op)) {
+            LineOp moved = *l;
+            const double shift = (next < shifts.size() ? shifts[next] : shifts.back()) / area.height;
+            moved.y1 += shift;
+            moved.y2 += shift;
+            paintLine(painter, moved, area.width, area.height, dpr, m);
+        }
+    }
+}
+
+// Keeps the ground up to date after an operation is painted.
+void followGround(QPainter& painter, const Op& op, const ReplayArea& area, qreal dpr, double m, TextFlow& flow) {
+    auto& ground = flow.ground;
+    const auto* box = std::get_if<BoxOp>(&op);
+    if (box && box->filled) {
+        // A background filled behind a whole picture is no ground for a few texts.
+        const QRectF r = boxRect(*box);
+        if (r.width() * r.height() <= kLargestGround)
+            ground = {{*box}, {}, flow.last};
+        else
+            ground = {};
+        return;
+    }
+    if (box && !ground.boxes.empty() && ground.onIt.empty()) {
+        ground.boxes.push_back(*box);
+        return;
+    }
+    const auto* line = std::get_if<LineOp>(&op);
+    const auto* text = std::get_if<TextOp>(&op);
+    const bool onIt = (line && flow.onGround(line->x1, line->y1) && flow.onGround(line->x2, line->y2)) ||
+                      (text && text->onGround && !ground.boxes.empty());
+    if (!onIt || ground.onIt.size() >= kMostOnGround) {
+        ground.boxes.clear();
+        ground.onIt.clear();
+        return;
+    }
+    ground.onIt.push_back(op);
+    if (text && m != 1.0) repaintGround(painter, area, dpr, m, flow);
 }
 
 }  // namespace
@@ -266,24 +353,31 @@ void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& 
             else if constexpr (std::is_same_v<T, PointOp>)
                 paintPoint(painter, o, w, h, dpr, m);
             else if constexpr (std::is_same_v<T, TextOp>)
-                paintText(painter, o, area, dpr, m, flow);
+                paintText(painter, o, area, dpr, m, flow.last);
         },
         op);
+    followGround(painter, op, area, dpr, m, flow);
 }
 
-QPointF placeText(const TextOp& text, double advance, const ReplayArea& area, double magnify, TextFlow& flow) {
+bool TextFlow::onGround(double x, double y) const {
+    if (ground.boxes.empty()) return false;
+    const QRectF r = boxRect(ground.boxes.front());
+    return x >= r.left() && x <= r.right() && y >= r.top() && y <= r.bottom();
+}
+
+QPointF placeText(const TextOp& text, double advance, const ReplayArea& area, double magnify, TextPlace& last) {
     QPointF at(text.x * area.width, text.y * area.height);
     // As designed, the designed places are exact: exports stay the same
     // whatever the texts before them.
-    if (magnify != 1.0 && flow.started) {
+    if (magnify != 1.0 && last.started) {
         switch (text.link) {
-        case TextLink::Below: at.setY(flow.topLeft.y() + magnify * text.below * area.height); break;
-        case TextLink::SameRow: at.setY(flow.topLeft.y()); break;
-        case TextLink::After: at = QPointF(flow.right, flow.topLeft.y()); break;
+        case TextLink::Below: at.setY(last.topLeft.y() + magnify * text.below * area.height); break;
+        case TextLink::SameRow: at.setY(last.topLeft.y()); break;
+        case TextLink::After: at = QPointF(last.right, last.topLeft.y()); break;
         case TextLink::None: break;
         }
     }
-    flow = {true, at, at.x() + advance};
+    last = {true, at, at.x() + advance};
     return at;
 }
 

@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <variant>
+#include <vector>
 
 class QPainter;
 
@@ -53,13 +54,6 @@ struct PointOp {
     QColor colour;
     PenState pen;
 };
-// Text keeps its point size when the area grows; when it shrinks below
-// the size the text was printed at, the text shrinks with it, so that
-// lines printed one under another do not run into each other, but never
-// below 8 points (or its own size, when it was printed smaller): smaller
-// type cannot be read from the back of a classroom. A picture that must
-// stay free of overlaps draws itself again at the new size instead.
-//
 // How a text follows the text recorded just before it. A screen that shows
 // texts larger than designed must keep texts that belong together apart:
 // the next line of a block stays under the line above it, the other texts
@@ -67,6 +61,12 @@ struct PointOp {
 // continues. Texts that follow nothing keep their designed place.
 enum class TextLink { None, Below, SameRow, After };
 
+// Text keeps its point size when the area grows; when it shrinks below
+// the size the text was printed at, the text shrinks with it, so that
+// lines printed one under another do not run into each other, but never
+// below 8 points (or its own size, when it was printed smaller): smaller
+// type cannot be read from the back of a classroom. A picture that must
+// stay free of overlaps draws itself again at the new size instead.
 struct TextOp {
     double x, y;
     QString text;
@@ -75,7 +75,8 @@ struct TextOp {
     double areaWidth, areaHeight;
     QColor halo;
     TextLink link;
-    double below;  // designed distance under the previous text, a fraction of the height (Below)
+    double below;   // designed distance under the previous text, a fraction of the height (Below)
+    bool onGround;  // it sits on the filled box recorded before it (see TextFlow)
 };
 using Op = std::variant<LineOp, BoxOp, CircleOp, PointOp, TextOp>;
 
@@ -88,10 +89,26 @@ struct ReplayArea {
 };
 
 // Where the texts painted so far left off, for the text that follows them.
-struct TextFlow {
+struct TextPlace {
     bool started = false;
     QPointF topLeft;     // of the last text, as painted
     double right = 0.0;  // where it ends, as painted
+};
+
+// What painting has to know of the operations before the next one. A text
+// grown on the screen must not run off the box it sits on (a readout, a
+// legend, a label's ground): a filled box, its frame, and the lines and
+// texts recorded on it right after it make a ground, which grows with its
+// texts as painted, its lines keeping to the rows of the texts after them.
+struct TextFlow {
+    TextPlace last;
+    struct Ground {
+        std::vector<BoxOp> boxes;  // the filled box first, then its frame
+        std::vector<Op> onIt;      // lines and texts, in order
+        TextPlace before;          // where the texts left off before its first text
+    } ground;
+    // Whether a text at this designed place would sit on the present ground.
+    bool onGround(double x, double y) const;
 };
 
 // Paints one operation through the painter, whose device gives the pixel
@@ -102,7 +119,7 @@ void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& 
 // when texts are painted `magnify` times their designed size: as designed
 // at 1, otherwise after the text it follows by `magnify` times the designed
 // distance. Moves the flow on to this text.
-QPointF placeText(const TextOp& text, double advance, const ReplayArea& area, double magnify, TextFlow& flow);
+QPointF placeText(const TextOp& text, double advance, const ReplayArea& area, double magnify, TextPlace& last);
 
 // The type size a recorded text is painted in on an area of this size.
 double paintedPoints(const TextOp& text, double areaWidth, double areaHeight);
