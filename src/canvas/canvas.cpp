@@ -64,7 +64,7 @@ bool Canvas::finite(std::initializer_list<double> values) {
 void Canvas::cls() {
     ops_.clear();
     opsComplete_ = true;
-    trail_.reset();
+    trail_.clear();
     flow_ = {};
     forgetDescription();
     const UserScale s = userScale();

@@ -228,9 +228,14 @@ private:
     };
 
     void record(Op op);
-    // How a text printed at (x, y), in area fractions, follows the last
-    // text; for Below also how far under it it is designed.
-    canvas_ops::TextLink linkToLastText(double x, double y, double& below) const;
+    // Which of the last texts a text printed at (x, y), in area fractions,
+    // follows, how, and how far under it it is designed.
+    struct Follows {
+        canvas_ops::TextLink link = canvas_ops::TextLink::None;
+        int behind = 0;  // texts between the two
+        double below = 0.0;
+    };
+    Follows followedText(double x, double y) const;
     // The present size of the area, for painting recorded operations.
     canvas_ops::ReplayArea replayArea() const;
     void syncImage() const;
@@ -265,16 +270,19 @@ private:
     // no resize event to a hidden widget, yet screens draw before showing.
     mutable QImage image_;
     std::vector<Op> ops_;
-    // The last text recorded and where print() left the pen after it, in
-    // area fractions, for the next text to tell whether it follows it.
+    // The last few texts recorded, the newest last, and where print() left
+    // the pen after the newest, in area fractions: for the next text to
+    // tell whether it follows one of them.
     struct TextTrail {
-        double x, y;      // the last text's top-left
+        double x, y;      // the text's top-left
         double rowLeft;   // the left of the first text on its row
         double lineStep;  // its line height
-        double penX, penY;
-        bool penAfter;  // the pen was left on the same line, just after the text
     };
-    std::optional<TextTrail> trail_;
+    std::vector<TextTrail> trail_;
+    struct PenAfterText {
+        double x, y;
+        bool sameLine;  // left on the text's line, just after it
+    } pen_{};
     // Where the texts painted into the image so far left off.
     mutable canvas_ops::TextFlow flow_;
     bool opsComplete_ = true;  // false once the list overflowed: resize then rescales pixels

@@ -66,7 +66,7 @@ std::vector<Canvas::DrawnText> Canvas::drawnTexts() const {
     std::vector<DrawnText> texts;
     const ReplayArea area = replayArea();
     const double m = presentationScale();
-    TextPlace place;
+    TextPlaces place;
     for (const Op& op : ops_) {
         const auto* t = std::get_if<TextOp>(&op);
         if (!t) continue;

@@ -237,11 +237,11 @@ QFont paintedFont(const TextOp& o, const ReplayArea& area, const QPaintDevice& d
     return font;
 }
 
-void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr, double m, TextPlace& last) {
+void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr, double m, TextPlaces& placed) {
     const QFont font = paintedFont(o, area, *painter.device(), m);
     painter.setFont(font);
     const QFontMetricsF fm(font, painter.device());
-    const QPointF topLeft = placeText(o, fm.horizontalAdvance(o.text), area, m, last);
+    const QPointF topLeft = placeText(o, fm.horizontalAdvance(o.text), area, m, placed);
     if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
     const QPointF base(topLeft.x(), topLeft.y() + fm.ascent());
     if (o.halo.isValid()) {
@@ -267,7 +267,7 @@ void repaintGround(QPainter& painter, const ReplayArea& area, qreal dpr, double 
     const QPaintDevice& device = *painter.device();
     QRectF designed, painted;
     std::vector<double> shifts;
-    TextPlace place = flow.ground.before;
+    TextPlaces place = flow.ground.before;
     for (const Op& op : flow.ground.onIt) {
         const auto* t = std::get_if<TextOp>(&op);
         if (!t) continue;
@@ -288,11 +288,11 @@ void repaintGround(QPainter& painter, const ReplayArea& area, qreal dpr, double 
         (box.y1 > box.y2 ? box.y1 : box.y2) += down;
         paintBox(painter, box, area.width, area.height, dpr, m);
     }
-    flow.last = flow.ground.before;
+    flow.placed = flow.ground.before;
     std::size_t next = 0;
     for (const Op& op : flow.ground.onIt) {
         if (const auto* t = std::get_if<TextOp>(&op)) {
-            paintText(painter, *t, area, dpr, m, flow.last);
+            paintText(painter, *t, area, dpr, m, flow.placed);
             ++next;
         } else if (const auto* l = std::get_if<LineOp>(&op)) {
             LineOp moved = *l;
@@ -312,7 +312,7 @@ void followGround(QPainter& painter, const Op& op, const ReplayArea& area, qreal
         // A background filled behind a whole picture is no ground for a few texts.
         const QRectF r = boxRect(*box);
         if (r.width() * r.height() <= kLargestGround)
-            ground = {{*box}, {}, flow.last};
+            ground = {{*box}, {}, flow.placed};
         else
             ground = {};
         return;
@@ -353,10 +353,16 @@ void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& 
             else if constexpr (std::is_same_v<T, PointOp>)
                 paintPoint(painter, o, w, h, dpr, m);
             else if constexpr (std::is_same_v<T, TextOp>)
-                paintText(painter, o, area, dpr, m, flow.last);
+                paintText(painter, o, area, dpr, m, flow.placed);
         },
         op);
     followGround(painter, op, area, dpr, m, flow);
+}
+
+void TextPlaces::add(const Place& place) {
+    std::move_backward(newest.begin(), newest.end() - 1, newest.end());
+    newest.front() = place;
+    count = std::min(count + 1, kKept);
 }
 
 bool TextFlow::onGround(double x, double y) const {
@@ -365,19 +371,20 @@ bool TextFlow::onGround(double x, double y) const {
     return x >= r.left() && x <= r.right() && y >= r.top() && y <= r.bottom();
 }
 
-QPointF placeText(const TextOp& text, double advance, const ReplayArea& area, double magnify, TextPlace& last) {
+QPointF placeText(const TextOp& text, double advance, const ReplayArea& area, double magnify, TextPlaces& placed) {
     QPointF at(text.x * area.width, text.y * area.height);
     // As designed, the designed places are exact: exports stay the same
     // whatever the texts before them.
-    if (magnify != 1.0 && last.started) {
+    if (magnify != 1.0 && text.behind >= 0 && text.behind < placed.count) {
+        const TextPlaces::Place& before = placed.newest[static_cast<std::size_t>(text.behind)];
         switch (text.link) {
-        case TextLink::Below: at.setY(last.topLeft.y() + magnify * text.below * area.height); break;
-        case TextLink::SameRow: at.setY(last.topLeft.y()); break;
-        case TextLink::After: at = QPointF(last.right, last.topLeft.y()); break;
+        case TextLink::Below: at.setY(before.topLeft.y() + magnify * text.below * area.height); break;
+        case TextLink::SameRow: at.setY(before.topLeft.y()); break;
+        case TextLink::After: at = QPointF(before.right, before.topLeft.y()); break;
         case TextLink::None: break;
         }
     }
-    last = {true, at, at.x() + advance};
+    placed.add({at, at.x() + advance});
     return at;
 }
 

@@ -4,6 +4,8 @@
 #include <QPointF>
 #include <QString>
 
+#include <array>
+
 #include <optional>
 #include <variant>
 #include <vector>
@@ -75,6 +77,7 @@ struct TextOp {
     double areaWidth, areaHeight;
     QColor halo;
     TextLink link;
+    int behind;     // how many texts before the one just before it is the text it follows
     double below;   // designed distance under the previous text, a fraction of the height (Below)
     bool onGround;  // it sits on the filled box recorded before it (see TextFlow)
 };
@@ -88,11 +91,17 @@ struct ReplayArea {
     int layoutDpiY;
 };
 
-// Where the texts painted so far left off, for the text that follows them.
-struct TextPlace {
-    bool started = false;
-    QPointF topLeft;     // of the last text, as painted
-    double right = 0.0;  // where it ends, as painted
+// Where the last few texts were painted, the newest first, for the texts
+// that follow them.
+struct TextPlaces {
+    struct Place {
+        QPointF topLeft;
+        double right = 0.0;  // where the text ends
+    };
+    static constexpr int kKept = 8;
+    std::array<Place, kKept> newest{};
+    int count = 0;
+    void add(const Place& place);
 };
 
 // What painting has to know of the operations before the next one. A text
@@ -101,11 +110,11 @@ struct TextPlace {
 // texts recorded on it right after it make a ground, which grows with its
 // texts as painted, its lines keeping to the rows of the texts after them.
 struct TextFlow {
-    TextPlace last;
+    TextPlaces placed;
     struct Ground {
         std::vector<BoxOp> boxes;  // the filled box first, then its frame
         std::vector<Op> onIt;      // lines and texts, in order
-        TextPlace before;          // where the texts left off before its first text
+        TextPlaces before;         // where the texts were before its first text
     } ground;
     // Whether a text at this designed place would sit on the present ground.
     bool onGround(double x, double y) const;
@@ -119,7 +128,7 @@ void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& 
 // when texts are painted `magnify` times their designed size: as designed
 // at 1, otherwise after the text it follows by `magnify` times the designed
 // distance. Moves the flow on to this text.
-QPointF placeText(const TextOp& text, double advance, const ReplayArea& area, double magnify, TextPlace& last);
+QPointF placeText(const TextOp& text, double advance, const ReplayArea& area, double magnify, TextPlaces& placed);
 
 // The type size a recorded text is painted in on an area of this size.
 double paintedPoints(const TextOp& text, double areaWidth, double areaHeight);
