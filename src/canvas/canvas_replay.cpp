@@ -73,8 +73,8 @@ std::vector<Canvas::DrawnText> Canvas::drawnTexts() const {
         QFont font = t->font;
         font.setPointSizeF(paintedPoints(*t, area.width, area.height) * m);
         const QFontMetricsF fm = metrics(font);
-        const double advance = fm.horizontalAdvance(t->text);
-        const QRectF box(placeText(*t, advance, area, m, place), QSizeF(advance, fm.ascent() + fm.descent()));
+        const QSizeF size(fm.horizontalAdvance(t->text), fm.ascent() + fm.descent());
+        const QRectF box(placeText(*t, size, area, m, place), size);
         texts.push_back({t->text, box, font.pointSizeF(), t->colour});
     }
     return texts;

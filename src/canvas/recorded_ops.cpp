@@ -241,7 +241,7 @@ void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal
     const QFont font = paintedFont(o, area, *painter.device(), m);
     painter.setFont(font);
     const QFontMetricsF fm(font, painter.device());
-    const QPointF topLeft = placeText(o, fm.horizontalAdvance(o.text), area, m, placed);
+    const QPointF topLeft = placeText(o, {fm.horizontalAdvance(o.text), fm.ascent() + fm.descent()}, area, m, placed);
     if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
     const QPointF base(topLeft.x(), topLeft.y() + fm.ascent());
     if (o.halo.isValid()) {
@@ -275,8 +275,8 @@ void repaintGround(QPainter& painter, const ReplayArea& area, qreal dpr, double 
         const QFontMetricsF grown(paintedFont(*t, area, device, m), &device);
         const QRectF d(t->x * area.width, t->y * area.height, asDesigned.horizontalAdvance(t->text),
                        asDesigned.ascent() + asDesigned.descent());
-        const double advance = grown.horizontalAdvance(t->text);
-        const QRectF p(placeText(*t, advance, area, m, place), QSizeF(advance, grown.ascent() + grown.descent()));
+        const QSizeF size(grown.horizontalAdvance(t->text), grown.ascent() + grown.descent());
+        const QRectF p(placeText(*t, size, area, m, place), size);
         designed |= d;
         painted |= p;
         shifts.push_back(p.top() - d.top());
@@ -371,20 +371,23 @@ bool TextFlow::onGround(double x, double y) const {
     return x >= r.left() && x <= r.right() && y >= r.top() && y <= r.bottom();
 }
 
-QPointF placeText(const TextOp& text, double advance, const ReplayArea& area, double magnify, TextPlaces& placed) {
+QPointF placeText(const TextOp& text, QSizeF size, const ReplayArea& area, double magnify, TextPlaces& placed) {
     QPointF at(text.x * area.width, text.y * area.height);
     // As designed, the designed places are exact: exports stay the same
     // whatever the texts before them.
     if (magnify != 1.0 && text.behind >= 0 && text.behind < placed.count) {
         const TextPlaces::Place& before = placed.newest[static_cast<std::size_t>(text.behind)];
         switch (text.link) {
-        case TextLink::Below: at.setY(before.topLeft.y() + magnify * text.below * area.height); break;
+        case TextLink::Below:
+            // Type does not grow quite in proportion: never into the text above.
+            at.setY(std::max(before.topLeft.y() + magnify * text.below * area.height, before.bottom));
+            break;
         case TextLink::SameRow: at.setY(before.topLeft.y()); break;
         case TextLink::After: at = QPointF(before.right, before.topLeft.y()); break;
         case TextLink::None: break;
         }
     }
-    placed.add({at, at.x() + advance});
+    placed.add({at, at.x() + size.width(), at.y() + size.height()});
     return at;
 }
 

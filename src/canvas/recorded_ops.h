@@ -2,10 +2,10 @@
 #include <QColor>
 #include <QFont>
 #include <QPointF>
+#include <QSizeF>
 #include <QString>
 
 #include <array>
-
 #include <optional>
 #include <variant>
 #include <vector>
@@ -96,7 +96,8 @@ struct ReplayArea {
 struct TextPlaces {
     struct Place {
         QPointF topLeft;
-        double right = 0.0;  // where the text ends
+        double right = 0.0;   // where the text ends
+        double bottom = 0.0;  // and the bottom of its letters
     };
     static constexpr int kKept = 8;
     std::array<Place, kKept> newest{};
@@ -124,11 +125,11 @@ struct TextFlow {
 // ratio; a text is placed after the texts it follows and moves the flow on.
 void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& flow);
 
-// Where a text whose painted advance is `advance` has its top-left corner
+// Where a text of this painted size (advance, ascent + descent) has its top-left corner
 // when texts are painted `magnify` times their designed size: as designed
 // at 1, otherwise after the text it follows by `magnify` times the designed
 // distance. Moves the flow on to this text.
-QPointF placeText(const TextOp& text, double advance, const ReplayArea& area, double magnify, TextPlaces& placed);
+QPointF placeText(const TextOp& text, QSizeF size, const ReplayArea& area, double magnify, TextPlaces& placed);
 
 // The type size a recorded text is painted in on an area of this size.
 double paintedPoints(const TextOp& text, double areaWidth, double areaHeight);
