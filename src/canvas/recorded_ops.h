@@ -56,7 +56,7 @@ struct PointOp {
     QColor colour;
     PenState pen;
 };
-// How a text follows the text recorded just before it. A screen that shows
+// How a text follows a text recorded shortly before it. A screen that shows
 // texts larger than designed must keep texts that belong together apart:
 // the next line of a block stays under the line above it, the other texts
 // of a row stay on its row, and a continuation stays after the text it
@@ -77,8 +77,8 @@ struct TextOp {
     double areaWidth, areaHeight;
     QColor halo;
     TextLink link;
-    int behind;     // how many texts before the one just before it is the text it follows
-    double below;   // designed distance under the previous text, a fraction of the height (Below)
+    int behind;     // texts recorded between the one it follows and it
+    double below;   // designed distance under the text it follows, a fraction of the height (Below)
     bool onGround;  // it sits on the filled box recorded before it (see TextFlow)
 };
 using Op = std::variant<LineOp, BoxOp, CircleOp, PointOp, TextOp>;
@@ -125,10 +125,10 @@ struct TextFlow {
 // ratio; a text is placed after the texts it follows and moves the flow on.
 void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& flow);
 
-// Where a text of this painted size (advance, ascent + descent) has its top-left corner
-// when texts are painted `magnify` times their designed size: as designed
-// at 1, otherwise after the text it follows by `magnify` times the designed
-// distance. Moves the flow on to this text.
+// Where a text of this painted size (advance, ascent + descent) has its
+// top-left corner when texts are painted `magnify` times their designed
+// size: as designed at 1, otherwise after the text it follows by `magnify`
+// times the designed distance. Adds this text to the places.
 QPointF placeText(const TextOp& text, QSizeF size, const ReplayArea& area, double magnify, TextPlaces& placed);
 
 // The type size a recorded text is painted in on an area of this size.
