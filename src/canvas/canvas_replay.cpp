@@ -55,7 +55,12 @@ void Canvas::record(Op op) {
         opsComplete_ = false;
         return;
     }
+    // A line that grew the block it belongs to past the bottom: the block
+    // is painted again, raised so that it is seen whole.
+    const auto* text = std::get_if<TextOp>(&op);
+    const bool ranOff = text && text->link != TextLink::None && flow_.placed.newest.front().bottom > areaHeight();
     ops_.push_back(std::move(op));
+    if (ranOff && presentationScale() != 1.0) rebuildImage(image_.size(), image_.devicePixelRatio());
 }
 
 ReplayArea Canvas::replayArea() const { return {areaWidth(), areaHeight(), logicalDpiY()}; }
@@ -67,14 +72,16 @@ std::vector<Canvas::DrawnText> Canvas::drawnTexts() const {
     const ReplayArea area = replayArea();
     const double m = presentationScale();
     TextPlaces place;
+    const std::vector<double> lifts = textLifts(ops_, area, m, image());
     for (const Op& op : ops_) {
         const auto* t = std::get_if<TextOp>(&op);
         if (!t) continue;
+        const double lift = lifts[texts.size()];
         QFont font = t->font;
         font.setPointSizeF(paintedPoints(*t, area.width, area.height) * m);
         const QFontMetricsF fm = metrics(font);
         const QSizeF size(fm.horizontalAdvance(t->text), fm.ascent() + fm.descent());
-        const QRectF box(placeText(*t, size, area, m, place), size);
+        const QRectF box(placeText(*t, size, area, m, place) - QPointF(0, lift), size);
         texts.push_back({t->text, box, font.pointSizeF(), t->colour});
     }
     return texts;
@@ -144,6 +151,7 @@ void Canvas::rebuildImage(const QSize& device, qreal dpr) const {
         painter.setRenderHint(QPainter::TextAntialiasing);
         flow_ = {};
         if (opsComplete_) {
+            if (presentationScale() != 1.0) flow_.lifts = textLifts(ops_, replayArea(), presentationScale(), fresh);
             for (const Op& op : ops_) paintOp(painter, op, replayArea(), flow_);
         } else if (!image_.isNull()) {
             painter.setRenderHint(QPainter::SmoothPixmapTransform);

@@ -237,11 +237,13 @@ QFont paintedFont(const TextOp& o, const ReplayArea& area, const QPaintDevice& d
     return font;
 }
 
-void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr, double m, TextPlaces& placed) {
+void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr, double m, TextPlaces& placed,
+               double lift = 0.0) {
     const QFont font = paintedFont(o, area, *painter.device(), m);
     painter.setFont(font);
     const QFontMetricsF fm(font, painter.device());
-    const QPointF topLeft = placeText(o, {fm.horizontalAdvance(o.text), fm.ascent() + fm.descent()}, area, m, placed);
+    const QPointF topLeft =
+        placeText(o, {fm.horizontalAdvance(o.text), fm.ascent() + fm.descent()}, area, m, placed) - QPointF(0, lift);
     if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
     const QPointF base(topLeft.x(), topLeft.y() + fm.ascent());
     if (o.halo.isValid()) {
@@ -353,10 +355,51 @@ void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& 
             else if constexpr (std::is_same_v<T, PointOp>)
                 paintPoint(painter, o, w, h, dpr, m);
             else if constexpr (std::is_same_v<T, TextOp>)
-                paintText(painter, o, area, dpr, m, flow.placed);
+                paintText(painter, o, area, dpr, m, flow.placed,
+                          flow.texts < flow.lifts.size() ? flow.lifts[flow.texts] : 0.0);
         },
         op);
+    if (std::holds_alternative<TextOp>(op)) ++flow.texts;
     followGround(painter, op, area, dpr, m, flow);
+}
+
+std::vector<double> textLifts(const std::vector<Op>& ops, const ReplayArea& area, double magnify,
+                              const QPaintDevice& device) {
+    struct Block {
+        double top, bottom;
+        int lines = 0;
+        bool onGround = false;
+    };
+    std::vector<Block> blocks;
+    std::vector<std::size_t> blockOf;                     // each text's block
+    std::array<std::size_t, TextPlaces::kKept> recent{};  // the blocks of the newest texts
+    TextPlaces placed;
+    for (const Op& op : ops) {
+        const auto* t = std::get_if<TextOp>(&op);
+        if (!t) continue;
+        const QFontMetricsF fm(paintedFont(*t, area, device, magnify), &device);
+        const QSizeF size(fm.horizontalAdvance(t->text), fm.ascent() + fm.descent());
+        const QPointF at = placeText(*t, size, area, magnify, placed);
+        const bool follows = t->link != TextLink::None && t->behind >= 0 && t->behind < placed.count - 1;
+        if (!follows) blocks.push_back({at.y(), at.y() + size.height()});
+        const std::size_t b = follows ? recent[static_cast<std::size_t>(t->behind)] : blocks.size() - 1;
+        Block& block = blocks[b];
+        block.top = std::min(block.top, at.y());
+        block.bottom = std::max(block.bottom, at.y() + size.height());
+        ++block.lines;
+        block.onGround = block.onGround || t->onGround;
+        std::move_backward(recent.begin(), recent.end() - 1, recent.end());
+        recent.front() = b;
+        blockOf.push_back(b);
+    }
+    std::vector<double> lifts;
+    lifts.reserve(blockOf.size());
+    for (const std::size_t b : blockOf) {
+        const Block& block = blocks[b];
+        const bool raised = magnify != 1.0 && block.lines > 1 && !block.onGround;
+        lifts.push_back(raised ? std::clamp(block.bottom - area.height, 0.0, std::max(0.0, block.top)) : 0.0);
+    }
+    return lifts;
 }
 
 void TextPlaces::add(const Place& place) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 class QPainter;
+class QPaintDevice;
 
 // Line styles of the pen, by their classic numbers.
 enum class DrawStyle { Solid = 0, Dash = 1, Dot = 2, DashDot = 3, DashDotDot = 4, Transparent = 5, InsideSolid = 6 };
@@ -119,7 +120,18 @@ struct TextFlow {
     } ground;
     // Whether a text at this designed place would sit on the present ground.
     bool onGround(double x, double y) const;
+    // How much higher each text, in the order recorded, is painted than
+    // its block puts it (see textLifts), and how many were painted.
+    std::vector<double> lifts;
+    std::size_t texts = 0;
 };
+
+// How much higher each text is painted, in the order recorded, so that a
+// block of lines grown past the bottom of the area is seen whole: the
+// block is raised by what it runs over, but never above the top. A text
+// alone, and the texts on a ground, stay where they are.
+std::vector<double> textLifts(const std::vector<Op>& ops, const ReplayArea& area, double magnify,
+                              const QPaintDevice& device);
 
 // Paints one operation through the painter, whose device gives the pixel
 // ratio; a text is placed after the texts it follows and moves the flow on.

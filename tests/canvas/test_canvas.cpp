@@ -280,6 +280,11 @@ private slots:
         c.setCurrentX(0);
         c.setCurrentY(under);
         c.print(QStringLiteral("fourth"));
+        c.setCurrentY(-180);
+        for (const QString& line : {QStringLiteral("low"), QStringLiteral("lower")}) {
+            c.setCurrentX(100);  // a block at the bottom rises to be seen whole
+            c.print(line);
+        }
         const QString readout = QStringLiteral("i = 40.0°\nr = 74.6°");
         c.filledBox(40, 60, 46 + c.textWidth(readout), 54 - c.textHeight(readout), kBlue);
         c.setCurrentY(57);
@@ -291,11 +296,11 @@ private slots:
         c.setSummary(QStringLiteral("A red line."));
         const QImage exported = figureImage(c, 1.0);
         const int pen = ink(c.image(), QRect(100, 90, 1, 20)).count;
-        const QRect text = ink(c.image(), QRect(0, 290, 400, 110)).bounds;
+        const QRect text = ink(c.image(), QRect(0, 290, 280, 110)).bounds;
         for (const double scale : {1.5, 2.0}) {
             setPresentationScale(scale);
             QCOMPARE(ink(c.image(), QRect(100, 90, 1, 20)).count, static_cast<int>(pen * scale));
-            const QRect grown = ink(c.image(), QRect(0, 290, 400, 110)).bounds;
+            const QRect grown = ink(c.image(), QRect(0, 290, 280, 110)).bounds;
             QVERIFY(std::abs(grown.height() - text.height() * scale) <= 2);
             QVERIFY(std::abs(grown.left() - text.left()) <= 1);  // grown about its place
             const auto texts = c.drawnTexts();
@@ -311,7 +316,8 @@ private slots:
             QVERIFY(std::abs(texts[4].box.left() - texts[3].box.right()) < 0.01);  // " and on" after "third"
             QCOMPARE(texts[6].box.left(), designed[6].box.left());  // "fourth" under the block, at its left
             QVERIFY(texts[6].box.top() >= texts[4].box.bottom());
-            for (const std::size_t k : {7, 8}) {  // the readout's ground reaches past its lines
+            QVERIFY(texts[8].box.bottom() <= 400 && texts[7].box.bottom() <= texts[8].box.top());
+            for (const std::size_t k : {9, 10}) {  // the readout's ground reaches past its lines
                 const QPointF past = texts[k].box.topRight() + QPointF(1, texts[k].box.height() / 2);
                 QCOMPARE(c.image().pixelColor((past * c.image().devicePixelRatio()).toPoint()), kBlue);
             }
