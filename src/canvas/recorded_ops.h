@@ -143,6 +143,10 @@ void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& 
 // times the designed distance. Adds this text to the places.
 QPointF placeText(const TextOp& text, QSizeF size, const ReplayArea& area, double magnify, TextPlaces& placed);
 
+// The font a text is painted in, `magnify` times its size on the area, on
+// the device.
+QFont paintedFont(const TextOp& text, const ReplayArea& area, const QPaintDevice& device, double magnify);
+
 // The type size a recorded text is painted in on an area of this size.
 double paintedPoints(const TextOp& text, double areaWidth, double areaHeight);
 
