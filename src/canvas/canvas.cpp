@@ -65,6 +65,9 @@ void Canvas::cls() {
     ops_.clear();
     painted_ = 0;
     opsComplete_ = true;
+    trail_.clear();
+    flow_ = {};
+    recordedGround_ = {};
     forgetDescription();
     const UserScale s = userScale();
     currentX_ = s.left;

@@ -228,6 +228,14 @@ private:
     };
 
     void record(Op op);
+    // Which of the last texts a text printed at (x, y), in area fractions,
+    // follows, how, and how far under it it is designed.
+    struct Follows {
+        canvas_ops::TextLink link = canvas_ops::TextLink::None;
+        int behind = 0;  // texts between the two
+        double below = 0.0;
+    };
+    Follows followedText(double x, double y) const;
     // The present size of the area, for painting recorded operations.
     canvas_ops::ReplayArea replayArea() const;
     void syncImage() const;
@@ -268,6 +276,23 @@ private:
     mutable double paintedScale_ = 0.0;
     mutable std::size_t painted_ = 0;
     std::vector<Op> ops_;
+    // The last few texts recorded, the newest last, and where print() left
+    // the pen after the newest, in area fractions: for the next text to
+    // tell whether it follows one of them.
+    struct TextTrail {
+        double x, y;      // the text's top-left
+        double rowLeft;   // the left of the first text on its row
+        double lineStep;  // its line height
+    };
+    std::vector<TextTrail> trail_;
+    struct PenAfterText {
+        double x, y;
+        bool sameLine;  // left on the text's line, just after it
+    } pen_{};
+    // Where the texts painted into the image so far left off.
+    mutable canvas_ops::TextFlow flow_;
+    // The ground as recorded so far; painting may lag behind recording.
+    canvas_ops::TextFlow recordedGround_;
     bool opsComplete_ = true;  // false once the list overflowed: resize then rescales pixels
     QStringList printed_;
     QString summary_;

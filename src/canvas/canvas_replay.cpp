@@ -43,6 +43,7 @@ QSize largestScreenInDevicePixels() {
 // ------------------------------------------------------------ recording ---
 
 void Canvas::record(Op op) {
+    noteGround(op, recordedGround_);
     if (opsComplete_ && ops_.size() >= kMaxRecordedOps) {
         paintPending();
         ops_.clear();
@@ -54,14 +55,22 @@ void Canvas::record(Op op) {
         syncImage();
         QPainter painter(&image_);
         beginPainting(painter);
-        paintOp(painter, op, replayArea());
+        paintOp(painter, op, replayArea(), flow_);
         painter.end();
         update();
         return;
     }
+    const auto* text = std::get_if<TextOp>(&op);
+    const bool grownLine = text && text->link != TextLink::None && presentationScale() != 1.0;
     // One repaint request for the whole batch.
     if (painted_ == ops_.size()) update();
     ops_.push_back(std::move(op));
+    if (!grownLine) return;
+    // A line that grew the block it belongs to past the bottom: the block
+    // is painted again, raised so that it is seen whole. Where the line
+    // lands is known once it is painted.
+    paintPending();
+    if (flow_.placed.newest.front().bottom > areaHeight()) rebuildImage(image_.size(), image_.devicePixelRatio());
 }
 
 void Canvas::paintPending() const {
@@ -70,7 +79,7 @@ void Canvas::paintPending() const {
     QPainter painter(&image_);
     beginPainting(painter);
     const ReplayArea area = replayArea();
-    for (std::size_t i = painted_; i < ops_.size(); ++i) paintOp(painter, ops_[i], area);
+    for (std::size_t i = painted_; i < ops_.size(); ++i) paintOp(painter, ops_[i], area, flow_);
     painted_ = ops_.size();
 }
 
@@ -86,15 +95,19 @@ ReplayArea Canvas::replayArea() const { return {areaWidth(), areaHeight(), logic
 
 std::vector<Canvas::DrawnText> Canvas::drawnTexts() const {
     std::vector<DrawnText> texts;
-    const double w = areaWidth();
-    const double h = areaHeight();
+    const ReplayArea area = replayArea();
+    const double m = presentationScale();
+    TextPlaces place;
+    const std::vector<double> lifts = textLifts(ops_, area, m, image());
     for (const Op& op : ops_) {
         const auto* t = std::get_if<TextOp>(&op);
         if (!t) continue;
+        const double lift = lifts[texts.size()];
         QFont font = t->font;
-        font.setPointSizeF(paintedPoints(*t, w, h) * presentationScale());
+        font.setPointSizeF(paintedPoints(*t, area.width, area.height) * m);
         const QFontMetricsF fm = metrics(font);
-        const QRectF box(t->x * w, t->y * h, fm.horizontalAdvance(t->text), fm.ascent() + fm.descent());
+        const QSizeF size(fm.horizontalAdvance(t->text), fm.ascent() + fm.descent());
+        const QRectF box(placeText(*t, size, area, m, place) - QPointF(0, lift), size);
         texts.push_back({t->text, box, font.pointSizeF(), t->colour});
     }
     return texts;
@@ -160,8 +173,10 @@ void Canvas::rebuildImage(const QSize& device, qreal dpr) const {
     {
         QPainter painter(&fresh);
         beginPainting(painter);
+        flow_ = {};
         if (opsComplete_) {
-            for (const Op& op : ops_) paintOp(painter, op, replayArea());
+            if (presentationScale() != 1.0) flow_.lifts = textLifts(ops_, replayArea(), presentationScale(), fresh);
+            for (const Op& op : ops_) paintOp(painter, op, replayArea(), flow_);
         } else if (!image_.isNull()) {
             painter.setRenderHint(QPainter::SmoothPixmapTransform);
             painter.drawImage(QRectF(QPointF(0, 0), QSizeF(device) / dpr), image_);
@@ -179,7 +194,8 @@ void Canvas::renderFigure(QPainter& painter) const {
     painter.setRenderHint(QPainter::TextAntialiasing);
     if (opsComplete_) {
         const DesignedScale designed;  // exports are the same at every presentation size
-        for (const Op& op : ops_) paintOp(painter, op, replayArea());
+        TextFlow flow;
+        for (const Op& op : ops_) paintOp(painter, op, replayArea(), flow);
     } else {
         paintPending();
         painter.drawImage(QRectF(0, 0, areaWidth(), areaHeight()), image_);

@@ -73,13 +73,23 @@ void Canvas::print(const QString& text, PrintEnd end) {
     const QStringList lines = cleaned.split(QLatin1Char('\n'));
     double x = currentX_;
     double y = currentY_;
+    bool recordedHere = false;
     for (qsizetype i = 0; i < lines.size(); ++i) {
         if (i > 0) {
             x = s.left;
             y += lineStep;
         }
-        if (!lines[i].isEmpty())
-            record(TextOp{fracX(x), fracY(y), lines[i], font, state_.foreColor, areaWidth(), areaHeight(), textHalo_});
+        if (lines[i].isEmpty()) continue;
+        const double fx = fracX(x), fy = fracY(y);
+        const Follows follows =
+            recordedHere ? Follows{TextLink::Below, 0, fy - trail_.back().y} : followedText(fx, fy);
+        record(TextOp{fx, fy, lines[i], font, state_.foreColor, areaWidth(), areaHeight(), textHalo_, follows.link,
+                      follows.behind, follows.below, recordedGround_.onGround(fx, fy)});
+        const bool onRow = follows.link == TextLink::SameRow || follows.link == TextLink::After;
+        const double rowLeft = onRow ? trail_.back().rowLeft : fx;
+        if (trail_.size() == static_cast<std::size_t>(TextPlaces::kKept)) trail_.erase(trail_.begin());
+        trail_.push_back({fx, fy, rowLeft, fm.lineSpacing() / areaHeight()});
+        recordedHere = true;
     }
     if (end == PrintEnd::NextLine) {
         currentX_ = s.left;
@@ -88,8 +98,37 @@ void Canvas::print(const QString& text, PrintEnd end) {
         currentX_ = x + advanceOf(fm, font, image_.logicalDpiY(), lines.back()) * s.width / areaWidth();
         currentY_ = y;
     }
+    // An empty print on the same line leaves the pen, and what it follows, as they were.
+    const bool penStays = end == PrintEnd::SameLine && lines.size() == 1 && lines.front().isEmpty();
+    if (!penStays)
+        pen_ = {fracX(currentX_), fracY(currentY_), end == PrintEnd::SameLine && !lines.back().isEmpty()};
 
     notePrinted(text);
+}
+
+Canvas::Follows Canvas::followedText(double x, double y) const {
+    if (trail_.empty()) return {};
+    const TextTrail& last = trail_.back();
+    // Places computed from the pen or from the same expression differ
+    // by rounding only.
+    constexpr double kSamePixels = 0.01;
+    const double w = areaWidth(), h = areaHeight();
+    const bool atPenY = std::fabs(y - pen_.y) * h < kSamePixels;
+    if (pen_.sameLine && atPenY && std::fabs(x - pen_.x) * w < kSamePixels) return {TextLink::After, 0, 0.0};
+    if (std::fabs(y - last.y) * h < kSamePixels) return {TextLink::SameRow, 0, 0.0};
+    // Where print() left the pen, at any left: the next of centred or
+    // indented lines.
+    if (atPenY && !pen_.sameLine && y > last.y) return {TextLink::Below, 0, y - last.y};
+    // Stacked by hand: at the left of a row printed shortly before, a line
+    // or a little more under it (a text elsewhere may come between, as an
+    // axis title between a graph's title and the line under it).
+    for (int behind = 0; behind < static_cast<int>(trail_.size()); ++behind) {
+        const TextTrail& t = trail_[trail_.size() - 1 - static_cast<std::size_t>(behind)];
+        const double below = y - t.y;
+        if (std::fabs(x - t.rowLeft) * w < kSamePixels && below >= 0.95 * t.lineStep && below <= 1.6 * t.lineStep)
+            return {TextLink::Below, behind, below};
+    }
+    return {};
 }
 
 double Canvas::textWidth(const QString& text) const {

@@ -22,6 +22,11 @@ namespace {
 // from the back of a classroom.
 constexpr double kSmallestShrunkPoints = 8.0;
 
+// A ground is a box for a few lines of text (a readout, a legend, a label)
+// on a part of the area, not a background for a picture.
+constexpr double kLargestGround = 0.25;  // of the area
+constexpr std::size_t kMostOnGround = 64;
+
 constexpr double kTwoPi = 2.0 * physics::kPi;
 constexpr double kDegreesPerRadian = 180.0 / physics::kPi;
 
@@ -301,10 +306,9 @@ void setPaintedFont(QPainter& painter, const QFont& font, double points) {
     if (painter.font() != last->sized) painter.setFont(last->sized);
 }
 
-void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr) {
-    const QPointF topLeft(o.x * area.width, o.y * area.height);
-    if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
-    double points = paintedPoints(o, area.width, area.height) * presentationScale();
+void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr, double m, TextPlaces& placed,
+               double lift = 0.0) {
+    double points = paintedPoints(o, area.width, area.height) * m;
     // Points become pixels at the device's resolution, but the figure is
     // laid out in the screen's pixels: a printer at 1200 dots per inch
     // would otherwise get texts twelve times too large for the lines around
@@ -312,6 +316,11 @@ void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal
     points *= static_cast<double>(area.layoutDpiY) / std::max(1, painter.device()->logicalDpiY());
     setPaintedFont(painter, o.font, points);
     const QFontMetricsF fm(painter.font(), painter.device());
+    // Where a text ends only matters to the texts that follow it on a screen
+    // that shows them larger; as designed it is not measured at all.
+    const double width = m != 1.0 ? fm.horizontalAdvance(o.text) : 0.0;
+    const QPointF topLeft = placeText(o, {width, fm.ascent() + fm.descent()}, area, m, placed) - QPointF(0, lift);
+    if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
     const QPointF base(topLeft.x(), topLeft.y() + fm.ascent());
     if (o.halo.isValid()) {
         // A rim about one point wide, filled out in whole device pixels so
@@ -327,9 +336,86 @@ void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal
     paintTextLine(painter, base, o.text);
 }
 
+QRectF boxRect(const BoxOp& b) { return QRectF(QPointF(b.x1, b.y1), QPointF(b.x2, b.y2)).normalized(); }
+
+// Paints the ground again, grown by as much as its texts grow past their
+// designed extent to the right and downwards, then the lines and texts on
+// it: each line moved up or down with the text recorded after it.
+void repaintGround(QPainter& painter, const ReplayArea& area, qreal dpr, double m, TextFlow& flow) {
+    const QPaintDevice& device = *painter.device();
+    QRectF designed, painted;
+    std::vector<double> shifts;
+    TextPlaces place = flow.ground.before;
+    for (const Op& op : flow.ground.onIt) {
+        const auto* t = std::get_if<TextOp>(&op);
+        if (!t) continue;
+        const QFontMetricsF asDesigned(paintedFont(*t, area, device, 1.0), &device);
+        const QFontMetricsF grown(paintedFont(*t, area, device, m), &device);
+        const QRectF d(t->x * area.width, t->y * area.height, asDesigned.horizontalAdvance(t->text),
+                       asDesigned.ascent() + asDesigned.descent());
+        const QSizeF size(grown.horizontalAdvance(t->text), grown.ascent() + grown.descent());
+        const QRectF p(placeText(*t, size, area, m, place), size);
+        designed |= d;
+        painted |= p;
+        shifts.push_back(p.top() - d.top());
+    }
+    const double right = std::max(0.0, painted.right() - designed.right()) / area.width;
+    const double down = std::max(0.0, painted.bottom() - designed.bottom()) / area.height;
+    for (BoxOp box : flow.ground.boxes) {
+        (box.x1 > box.x2 ? box.x1 : box.x2) += right;
+        (box.y1 > box.y2 ? box.y1 : box.y2) += down;
+        paintBox(painter, box, area.width, area.height, dpr, m);
+    }
+    flow.placed = flow.ground.before;
+    std::size_t next = 0;
+    for (const Op& op : flow.ground.onIt) {
+        if (const auto* t = std::get_if<TextOp>(&op)) {
+            paintText(painter, *t, area, dpr, m, flow.placed);
+            ++next;
+        } else if (const auto* l = std::get_if<LineOp>(&op)) {
+            LineOp moved = *l;
+            const double shift = (next < shifts.size() ? shifts[next] : shifts.back()) / area.height;
+            moved.y1 += shift;
+            moved.y2 += shift;
+            paintLine(painter, moved, area.width, area.height, dpr, m);
+        }
+    }
+}
+
+// Keeps the ground up to date after an operation is painted (or, without a
+// painter, recorded).
+void followGround(QPainter* painter, const Op& op, const ReplayArea& area, qreal dpr, double m, TextFlow& flow) {
+    auto& ground = flow.ground;
+    const auto* box = std::get_if<BoxOp>(&op);
+    if (box && box->filled) {
+        // A background filled behind a whole picture is no ground for a few texts.
+        const QRectF r = boxRect(*box);
+        if (r.width() * r.height() <= kLargestGround)
+            ground = {{*box}, {}, flow.placed};
+        else
+            ground = {};
+        return;
+    }
+    if (box && !ground.boxes.empty() && ground.onIt.empty()) {
+        ground.boxes.push_back(*box);
+        return;
+    }
+    const auto* line = std::get_if<LineOp>(&op);
+    const auto* text = std::get_if<TextOp>(&op);
+    const bool onIt = (line && flow.onGround(line->x1, line->y1) && flow.onGround(line->x2, line->y2)) ||
+                      (text && text->onGround && !ground.boxes.empty());
+    if (!onIt || ground.onIt.size() >= kMostOnGround) {
+        ground.boxes.clear();
+        ground.onIt.clear();
+        return;
+    }
+    ground.onIt.push_back(op);
+    if (painter && text && m != 1.0) repaintGround(*painter, area, dpr, m, flow);
+}
+
 }  // namespace
 
-void paintOp(QPainter& painter, const Op& op, const ReplayArea& area) {
+void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& flow) {
     const double w = area.width;
     const double h = area.height;
     const qreal dpr = painter.device()->devicePixelRatio();
@@ -346,10 +432,15 @@ void paintOp(QPainter& painter, const Op& op, const ReplayArea& area) {
             else if constexpr (std::is_same_v<T, PointOp>)
                 paintPoint(painter, o, w, h, dpr, m);
             else if constexpr (std::is_same_v<T, TextOp>)
-                paintText(painter, o, area, dpr);
+                paintText(painter, o, area, dpr, m, flow.placed,
+                          flow.texts < flow.lifts.size() ? flow.lifts[flow.texts] : 0.0);
         },
         op);
+    if (std::holds_alternative<TextOp>(op)) ++flow.texts;
+    followGround(&painter, op, area, dpr, m, flow);
 }
+
+void noteGround(const Op& op, TextFlow& flow) { followGround(nullptr, op, ReplayArea{}, 1.0, 1.0, flow); }
 
 double paintedPoints(const TextOp& text, double areaWidth, double areaHeight) {
     const double shrink = std::min({1.0, areaWidth / text.areaWidth, areaHeight / text.areaHeight});

@@ -24,7 +24,9 @@
 #include "apparatus/apparatus_openers.h"
 #include "apparatus/ptolemaios_screen.h"
 #include "apparatus/ptolkam_screen.h"
+#include "canvas/figure_export.h"
 #include "canvas/fonts.h"
+#include "canvas/presentation_scale.h"
 #include "history/inpdat_screen.h"
 #include "models/epiloges_screen.h"
 #include "models/rixo_screen.h"
@@ -216,6 +218,45 @@ QStringList graphProblems(const Canvas& canvas, const QString& name, std::size_t
     return problems;
 }
 
+// Lines of one block at 100 % (the same type size, one under another,
+// aligned left or centred: a hint, a caption, a title and the line under
+// it) that run into each other at 175 or 200 %; a drawing whose first text
+// moved aside or down, or whose export changed. Axis labels stand by their
+// ticks and are not blocks.
+QStringList stackedProblems(const Canvas& canvas, const QString& name) {
+    setPresentationSize(100);
+    const QSize size100 = canvas.size();
+    const QImage exported = figureImage(canvas, 1.0);
+    auto stacked = [](const Canvas::DrawnText& a, const Canvas::DrawnText& b) {
+        const bool aligned =
+            std::abs(a.box.left() - b.box.left()) < 0.5 || std::abs(a.box.center().x() - b.box.center().x()) < 0.5;
+        return a.points == b.points && aligned && b.box.top() > a.box.top() &&
+               b.box.top() - a.box.bottom() < 0.6 * a.box.height();
+    };
+    QStringList problems;
+    for (const int size : {175, 200}) {
+        setPresentationSize(size);
+        QTest::qWait(20);  // a window that grew draws its figure again at its new size
+        const auto texts = canvas.drawnTexts();
+        const auto designed = [&canvas] {
+            const DesignedScale asDesigned;
+            return canvas.drawnTexts();
+        }();
+        const QString at = QStringLiteral("%1 at %2 %: ").arg(name).arg(size);
+        // A block grows down from its first line, unless it must rise to stay whole.
+        if (!texts.empty() && (texts.front().box.left() != designed.front().box.left() ||
+                               texts.front().box.top() > designed.front().box.top()))
+            problems << at + QStringLiteral("the first text moved");
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            for (std::size_t j = 0; j < texts.size(); ++j)
+                if (stacked(designed[i], designed[j]) && texts[i].box.intersects(texts[j].box))
+                    problems << at + QStringLiteral("\"%1\" runs into \"%2\"").arg(texts[i].text, texts[j].text);
+        if (canvas.size() == size100 && figureImage(canvas, 1.0) != exported) problems << at + "export changed";
+    }
+    setPresentationSize(100);
+    return problems;
+}
+
 }  // namespace
 
 class TestWindowLayout : public QObject {
@@ -372,10 +413,18 @@ private slots:
             QCOMPARE(bench.summary(), summary);
             drawnProblems(QStringLiteral("bench at %1 %").arg(size));
         }
+        problems_ << stackedProblems(bench, QStringLiteral("bench"));
         form<Hmiky>().Command3_Click();
         setPresentationSize(150);
         menu.Command2_Click();
         auto& data = form<Inpdat>();
+        data.Ptolemy_Click();
+        problems_ << stackedProblems(*form<Incref>().canvas(), QStringLiteral("angle graph"));
+        for (std::size_t k = 0; k < history::historyNotes().size(); ++k) {
+            data.showNote(static_cast<int>(k));
+            problems_ << stackedProblems(*form<Analysis>().canvas(), QStringLiteral("note %1").arg(k));
+        }
+        setPresentationSize(150);
         data.Newt_Click();
         whole << &data;
         drawnProblems(QStringLiteral("data at 150 %"));

@@ -304,6 +304,10 @@ private slots:
     // The presentation size grows texts, pens and points where the screen
     // paints them, about the places the figure gives them; the layout in
     // user units, the summary and the exported figure stay as they were.
+    // Texts that belong together stay apart: the lines of a print, a print
+    // where the last left the pen, a continuation on its line, a line
+    // stacked by hand under a row with a text elsewhere between; the box
+    // filled under a readout grows with it.
     void presentationSizeGrowsOnlyTheScreen() {
         Canvas& c = *bench;
         c.setDrawWidth(2);
@@ -312,18 +316,60 @@ private slots:
         c.setCurrentX(-190);
         c.setCurrentY(-100);
         c.print(QStringLiteral("n = 1.50"));
+        c.setCurrentX(0);
+        c.setCurrentY(190);
+        c.print(QStringLiteral("first\nsecond"));
+        c.setCurrentX(0);
+        c.print(QStringLiteral("third"), PrintEnd::SameLine);
+        c.print(QStringLiteral(" and on"));
+        const double under = c.currentY();
+        c.setCurrentX(-190);
+        c.setCurrentY(40);
+        c.print(QStringLiteral("elsewhere"));
+        c.setCurrentX(0);
+        c.setCurrentY(under);
+        c.print(QStringLiteral("fourth"));
+        c.setCurrentY(-180);
+        for (const QString& line : {QStringLiteral("low"), QStringLiteral("lower")}) {
+            c.setCurrentX(100);  // a block at the bottom rises to be seen whole
+            c.print(line);
+        }
+        const QString readout = QStringLiteral("i = 40.0°\nr = 74.6°");
+        c.filledBox(40, 60, 46 + c.textWidth(readout), 54 - c.textHeight(readout), kBlue);
+        c.setCurrentY(57);
+        for (const QString& line : readout.split(QLatin1Char('\n'))) {
+            c.setCurrentX(43);
+            c.print(line);
+        }
         const double advance = c.textWidth(QStringLiteral("n = 1.50"));
         c.setSummary(QStringLiteral("A red line."));
         const QImage exported = figureImage(c, 1.0);
         const int pen = ink(c.image(), QRect(100, 90, 1, 20)).count;
-        const QRect text = ink(c.image(), QRect(0, 290, 400, 110)).bounds;
+        const QRect text = ink(c.image(), QRect(0, 290, 280, 110)).bounds;
         for (const double scale : {1.5, 2.0}) {
             setPresentationScale(scale);
             QCOMPARE(ink(c.image(), QRect(100, 90, 1, 20)).count, static_cast<int>(pen * scale));
-            const QRect grown = ink(c.image(), QRect(0, 290, 400, 110)).bounds;
+            const QRect grown = ink(c.image(), QRect(0, 290, 280, 110)).bounds;
             QVERIFY(std::abs(grown.height() - text.height() * scale) <= 2);
             QVERIFY(std::abs(grown.left() - text.left()) <= 1);  // grown about its place
-            QCOMPARE(c.drawnTexts().front().points, 10.0 * scale);
+            const auto texts = c.drawnTexts();
+            const auto designed = [&c] {
+                const DesignedScale asDesigned;
+                return c.drawnTexts();
+            }();
+            QCOMPARE(texts.front().points, 10.0 * scale);
+            QCOMPARE(texts[1].box.topLeft(), designed[1].box.topLeft());  // a block grows from its first line
+            for (std::size_t i = 1; i <= 5; ++i)
+                for (std::size_t j = i + 1; j <= 5; ++j)
+                    QVERIFY2(!texts[i].box.intersects(texts[j].box), qPrintable(texts[i].text + " / " + texts[j].text));
+            QVERIFY(std::abs(texts[4].box.left() - texts[3].box.right()) < 0.01);  // " and on" after "third"
+            QCOMPARE(texts[6].box.left(), designed[6].box.left());  // "fourth" under the block, at its left
+            QVERIFY(texts[6].box.top() >= texts[4].box.bottom());
+            QVERIFY(texts[8].box.bottom() <= 400 && texts[7].box.bottom() <= texts[8].box.top());
+            for (const std::size_t k : {9, 10}) {  // the readout's ground reaches past its lines
+                const QPointF past = texts[k].box.topRight() + QPointF(1, texts[k].box.height() / 2);
+                QCOMPARE(c.image().pixelColor((past * c.image().devicePixelRatio()).toPoint()), kBlue);
+            }
             QCOMPARE(c.textWidth(QStringLiteral("n = 1.50")), advance);
             QCOMPARE(c.summary(), QStringLiteral("A red line."));
             QCOMPARE(figureImage(c, 1.0), exported);
