@@ -14,6 +14,7 @@
 
 #include "canvas/fonts.h"
 #include "canvas/recorded_ops.h"
+#include "canvas/text_flow.h"
 #include "canvas/user_scale.h"
 
 // Where the pen goes after print(): to the start of the next line, or on

@@ -1,4 +1,5 @@
 #include "canvas/recorded_ops.h"
+#include "canvas/text_flow.h"
 
 #include <QPaintEngine>
 #include <QPainter>
@@ -285,25 +286,6 @@ void paintPoint(QPainter& painter, const PointOp& o, double w, double h, qreal d
         painter.setBrush(o.colour);
         painter.drawEllipse(p + QPointF(off, off), width / 2.0, width / 2.0);
     }
-}
-
-// The font a text is painted in. Texts painted one after another mostly
-// share their font and size, and a font made afresh looks its face up again
-// (twice: to be measured and to be painted), so the last one is kept, and
-// the painter keeps its own while it is the same.
-void setPaintedFont(QPainter& painter, const QFont& font, double points) {
-    struct Last {
-        QFont font, sized;
-        double points = -1.0;
-    };
-    static auto* last = new Last;  // never destroyed: fonts must not outlive the application
-    if (points != last->points || font != last->font) {
-        last->font = font;
-        last->points = points;
-        last->sized = font;
-        last->sized.setPointSizeF(points);
-    }
-    if (painter.font() != last->sized) painter.setFont(last->sized);
 }
 
 void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr, double m, TextPlaces& placed,

@@ -1,11 +1,8 @@
 #pragma once
 #include <QColor>
 #include <QFont>
-#include <QPointF>
-#include <QSizeF>
 #include <QString>
 
-#include <array>
 #include <optional>
 #include <variant>
 #include <vector>
@@ -92,46 +89,8 @@ struct ReplayArea {
     int layoutDpiY;
 };
 
-// Where the last few texts were painted, the newest first, for the texts
-// that follow them.
-struct TextPlaces {
-    struct Place {
-        QPointF topLeft;
-        double right = 0.0;   // where the text ends
-        double bottom = 0.0;  // and the bottom of its letters
-    };
-    static constexpr int kKept = 8;
-    std::array<Place, kKept> newest{};
-    int count = 0;
-    void add(const Place& place);
-};
 
-// What painting has to know of the operations before the next one. A text
-// grown on the screen must not run off the box it sits on (a readout, a
-// legend, a label's ground): a filled box, its frame, and the lines and
-// texts recorded on it right after it make a ground, which grows with its
-// texts as painted, its lines keeping to the rows of the texts after them.
-struct TextFlow {
-    TextPlaces placed;
-    struct Ground {
-        std::vector<BoxOp> boxes;  // the filled box first, then its frame
-        std::vector<Op> onIt;      // lines and texts, in order
-        TextPlaces before;         // where the texts were before its first text
-    } ground;
-    // Whether a text at this designed place would sit on the present ground.
-    bool onGround(double x, double y) const;
-    // How much higher each text, in the order recorded, is painted than
-    // its block puts it (see textLifts), and how many were painted.
-    std::vector<double> lifts;
-    std::size_t texts = 0;
-};
-
-// How much higher each text is painted, in the order recorded, so that a
-// block of lines grown past the bottom of the area is seen whole: the
-// block is raised by what it runs over, but never above the top. A text
-// alone, and the texts on a ground, stay where they are.
-std::vector<double> textLifts(const std::vector<Op>& ops, const ReplayArea& area, double magnify,
-                              const QPaintDevice& device);
+struct TextFlow;  // canvas/text_flow.h
 
 // Paints one operation through the painter, whose device gives the pixel
 // ratio; a text is placed after the texts it follows and moves the flow on.
@@ -140,15 +99,6 @@ void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& 
 // text recorded next sits on, known before the operations are painted.
 void noteGround(const Op& op, TextFlow& flow);
 
-// Where a text of this painted size (advance, ascent + descent) has its
-// top-left corner when texts are painted `magnify` times their designed
-// size: as designed at 1, otherwise after the text it follows by `magnify`
-// times the designed distance. Adds this text to the places.
-QPointF placeText(const TextOp& text, QSizeF size, const ReplayArea& area, double magnify, TextPlaces& placed);
-
-// The font a text is painted in, `magnify` times its size on the area, on
-// the device.
-QFont paintedFont(const TextOp& text, const ReplayArea& area, const QPaintDevice& device, double magnify);
 
 // The type size a recorded text is painted in on an area of this size.
 double paintedPoints(const TextOp& text, double areaWidth, double areaHeight);

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "canvas/recorded_ops.h"
+#include "canvas/text_flow.h"
 
 // Where grown texts go: after the texts they follow, and a block of lines
 // raised where it would run past the bottom of the area.

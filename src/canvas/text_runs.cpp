@@ -75,3 +75,22 @@ void paintTextLine(QPainter& painter, const QPointF& base, const QString& text) 
         painter.drawGlyphRun(QPointF(), placed);
     }
 }
+
+// The font a text is painted in. Texts painted one after another mostly
+// share their font and size, and a font made afresh looks its face up again
+// (twice: to be measured and to be painted), so the last one is kept, and
+// the painter keeps its own while it is the same.
+void setPaintedFont(QPainter& painter, const QFont& font, double points) {
+    struct Last {
+        QFont font, sized;
+        double points = -1.0;
+    };
+    static auto* last = new Last;  // never destroyed: fonts must not outlive the application
+    if (points != last->points || font != last->font) {
+        last->font = font;
+        last->points = points;
+        last->sized = font;
+        last->sized.setPointSizeF(points);
+    }
+    if (painter.font() != last->sized) painter.setFont(last->sized);
+}

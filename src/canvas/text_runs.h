@@ -2,6 +2,7 @@
 #include <QPointF>
 #include <QString>
 
+class QFont;
 class QPainter;
 
 // Paints a line of text in the painter's font and pen with its baseline
@@ -11,3 +12,7 @@ class QPainter;
 // them costs more than painting their glyphs. Vector devices (SVG, PDF,
 // paper) get the text as text.
 void paintTextLine(QPainter& painter, const QPointF& base, const QString& text);
+
+// Gives the painter the font at this size. Texts painted one after another
+// mostly share their font, so the last one made is kept.
+void setPaintedFont(QPainter& painter, const QFont& font, double points);

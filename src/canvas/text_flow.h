@@ -1,0 +1,67 @@
+#pragma once
+#include <QPointF>
+#include <QSizeF>
+
+#include <array>
+#include <vector>
+
+#include "canvas/recorded_ops.h"
+
+// Texts that belong together stay apart where a screen shows them larger
+// than designed: how each recorded text follows the ones before it, where
+// it is painted after them, and the box (ground) it sits on.
+
+namespace canvas_ops {
+
+// Where the last few texts were painted, the newest first, for the texts
+// that follow them.
+struct TextPlaces {
+    struct Place {
+        QPointF topLeft;
+        double right = 0.0;   // where the text ends
+        double bottom = 0.0;  // and the bottom of its letters
+    };
+    static constexpr int kKept = 8;
+    std::array<Place, kKept> newest{};
+    int count = 0;
+    void add(const Place& place);
+};
+
+// What painting has to know of the operations before the next one. A text
+// grown on the screen must not run off the box it sits on (a readout, a
+// legend, a label's ground): a filled box, its frame, and the lines and
+// texts recorded on it right after it make a ground, which grows with its
+// texts as painted, its lines keeping to the rows of the texts after them.
+struct TextFlow {
+    TextPlaces placed;
+    struct Ground {
+        std::vector<BoxOp> boxes;  // the filled box first, then its frame
+        std::vector<Op> onIt;      // lines and texts, in order
+        TextPlaces before;         // where the texts were before its first text
+    } ground;
+    // Whether a text at this designed place would sit on the present ground.
+    bool onGround(double x, double y) const;
+    // How much higher each text, in the order recorded, is painted than
+    // its block puts it (see textLifts), and how many were painted.
+    std::vector<double> lifts;
+    std::size_t texts = 0;
+};
+
+// How much higher each text is painted, in the order recorded, so that a
+// block of lines grown past the bottom of the area is seen whole: the
+// block is raised by what it runs over, but never above the top. A text
+// alone, and the texts on a ground, stay where they are.
+std::vector<double> textLifts(const std::vector<Op>& ops, const ReplayArea& area, double magnify,
+                              const QPaintDevice& device);
+
+// Where a text of this painted size (advance, ascent + descent) has its
+// top-left corner when texts are painted `magnify` times their designed
+// size: as designed at 1, otherwise after the text it follows by `magnify`
+// times the designed distance. Adds this text to the places.
+QPointF placeText(const TextOp& text, QSizeF size, const ReplayArea& area, double magnify, TextPlaces& placed);
+
+// The font a text is painted in, `magnify` times its size on the area, on
+// the device.
+QFont paintedFont(const TextOp& text, const ReplayArea& area, const QPaintDevice& device, double magnify);
+
+}  // namespace canvas_ops
