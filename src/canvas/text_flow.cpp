@@ -91,6 +91,10 @@ QPointF placeText(const TextOp& text, QSizeF size, const ReplayArea& area, doubl
         case TextLink::None: break;
         }
     }
+    // A text that starts inside the area and grew past its right edge comes
+    // back inside (a continuation stays after the text it continues).
+    if (magnify != 1.0 && text.link != TextLink::After && at.x() < area.width && at.x() + size.width() > area.width)
+        at.setX(std::max(0.0, area.width - size.width()));
     placed.add({at, at.x() + size.width(), at.y() + size.height()});
     return at;
 }

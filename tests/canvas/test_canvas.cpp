@@ -307,7 +307,8 @@ private slots:
     // Texts that belong together stay apart: the lines of a print, a print
     // where the last left the pen, a continuation on its line, a line
     // stacked by hand under a row with a text elsewhere between; the box
-    // filled under a readout grows with it.
+    // filled under a readout grows with it; a text at the right edge stays
+    // inside.
     void presentationSizeGrowsOnlyTheScreen() {
         Canvas& c = *bench;
         c.setDrawWidth(2);
@@ -341,6 +342,9 @@ private slots:
             c.setCurrentX(43);
             c.print(line);
         }
+        c.setCurrentX(200 - c.textWidth(QStringLiteral("at the edge")));  // grown, it stays inside
+        c.setCurrentY(-20);
+        c.print(QStringLiteral("at the edge"));
         const double advance = c.textWidth(QStringLiteral("n = 1.50"));
         c.setSummary(QStringLiteral("A red line."));
         const QImage exported = figureImage(c, 1.0);
@@ -370,6 +374,7 @@ private slots:
                 const QPointF past = texts[k].box.topRight() + QPointF(1, texts[k].box.height() / 2);
                 QCOMPARE(c.image().pixelColor((past * c.image().devicePixelRatio()).toPoint()), kBlue);
             }
+            QVERIFY(texts[11].box.right() <= c.width() + 0.5 && texts[11].box.left() < designed[11].box.left());
             QCOMPARE(c.textWidth(QStringLiteral("n = 1.50")), advance);
             QCOMPARE(c.summary(), QStringLiteral("A red line."));
             QCOMPARE(figureImage(c, 1.0), exported);
