@@ -119,6 +119,11 @@ Canvas::Follows Canvas::followedText(double x, double y) const {
     // Where print() left the pen, at any left: the next of centred or
     // indented lines.
     if (atPenY && !pen_.sameLine && y > last.y) return {TextLink::Below, 0, y - last.y};
+    // A little under it, at any left: the next band of a title block (a
+    // graph's axis title under its index line, a small gap between).
+    const double underPen = (y - pen_.y) * h;
+    if (!pen_.sameLine && y > last.y && underPen > 0.0 && underPen <= 0.5 * last.lineStep * h)
+        return {TextLink::Below, 0, y - last.y};
     // Stacked by hand: at the left of a row printed shortly before, a line
     // or a little more under it (a text elsewhere may come between, as an
     // axis title between a graph's title and the line under it).

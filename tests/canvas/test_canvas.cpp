@@ -308,7 +308,7 @@ private slots:
     // where the last left the pen, a continuation on its line, a line
     // stacked by hand under a row with a text elsewhere between; the box
     // filled under a readout grows with it; a text at the right edge stays
-    // inside.
+    // inside; the next band of a title block follows it.
     void presentationSizeGrowsOnlyTheScreen() {
         Canvas& c = *bench;
         c.setDrawWidth(2);
@@ -345,6 +345,12 @@ private slots:
         c.setCurrentX(200 - c.textWidth(QStringLiteral("at the edge")));  // grown, it stays inside
         c.setCurrentY(-20);
         c.print(QStringLiteral("at the edge"));
+        c.setCurrentX(120);
+        c.setCurrentY(-60);
+        c.print(QStringLiteral("b1"));
+        c.setCurrentX(130);  // the next band: a little under the pen, at another left
+        c.setCurrentY(c.currentY() - 3);
+        c.print(QStringLiteral("b2"));
         const double advance = c.textWidth(QStringLiteral("n = 1.50"));
         c.setSummary(QStringLiteral("A red line."));
         const QImage exported = figureImage(c, 1.0);
@@ -375,6 +381,7 @@ private slots:
                 QCOMPARE(c.image().pixelColor((past * c.image().devicePixelRatio()).toPoint()), kBlue);
             }
             QVERIFY(texts[11].box.right() <= c.width() + 0.5 && texts[11].box.left() < designed[11].box.left());
+            QVERIFY(texts[13].box.top() >= texts[12].box.bottom());
             QCOMPARE(c.textWidth(QStringLiteral("n = 1.50")), advance);
             QCOMPARE(c.summary(), QStringLiteral("A red line."));
             QCOMPARE(figureImage(c, 1.0), exported);
