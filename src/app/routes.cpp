@@ -21,9 +21,8 @@ void connectRoutes() {
     };
     bench.hideMeanError = [] { hideIfCreated<Errors>(); };
     bench.transferPairs = [](const std::vector<MeasuredPair>& pairs) {
-        const std::size_t count = form<Inpdat>().takeMeasuredPairs(pairs);
+        form<Inpdat>().takeMeasuredPairs(pairs);
         showPlace(Place::DataScreen);
-        return count;
     };
     connectLessonLinks();
 }

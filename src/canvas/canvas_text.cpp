@@ -113,16 +113,14 @@ Canvas::Follows Canvas::followedText(double x, double y) const {
     // by rounding only.
     constexpr double kSamePixels = 0.01;
     const double w = areaWidth(), h = areaHeight();
-    const bool atPenY = std::fabs(y - pen_.y) * h < kSamePixels;
-    if (pen_.sameLine && atPenY && std::fabs(x - pen_.x) * w < kSamePixels) return {TextLink::After, 0, 0.0};
+    if (pen_.sameLine && std::fabs(y - pen_.y) * h < kSamePixels && std::fabs(x - pen_.x) * w < kSamePixels)
+        return {TextLink::After, 0, 0.0};
     if (std::fabs(y - last.y) * h < kSamePixels) return {TextLink::SameRow, 0, 0.0};
-    // Where print() left the pen, at any left: the next of centred or
-    // indented lines.
-    if (atPenY && !pen_.sameLine && y > last.y) return {TextLink::Below, 0, y - last.y};
-    // A little under it, at any left: the next band of a title block (a
+    // Where print() left the pen or a little under it, at any left: the next
+    // of centred or indented lines, or the next band of a title block (a
     // graph's axis title under its index line, a small gap between).
     const double underPen = (y - pen_.y) * h;
-    if (!pen_.sameLine && y > last.y && underPen > 0.0 && underPen <= 0.5 * last.lineStep * h)
+    if (!pen_.sameLine && y > last.y && underPen > -kSamePixels && underPen <= 0.5 * last.lineStep * h)
         return {TextLink::Below, 0, y - last.y};
     // Stacked by hand: at the left of a row printed shortly before, a line
     // or a little more under it (a text elsewhere may come between, as an

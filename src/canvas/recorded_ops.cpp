@@ -290,12 +290,7 @@ void paintPoint(QPainter& painter, const PointOp& o, double w, double h, qreal d
 
 void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr, double m, TextPlaces& placed,
                double lift = 0.0) {
-    double points = paintedPoints(o, area.width, area.height) * m;
-    // Points become pixels at the device's resolution, but the figure is
-    // laid out in the screen's pixels: a printer at 1200 dots per inch
-    // would otherwise get texts twelve times too large for the lines around
-    // them.
-    points *= static_cast<double>(area.layoutDpiY) / std::max(1, painter.device()->logicalDpiY());
+    const double points = paintedTextPoints(o, area, *painter.device(), m);
     setPaintedFont(painter, o.font, points);
     const QFontMetricsF fm(painter.font(), painter.device());
     // Where a text ends only matters to the texts that follow it on a screen

@@ -11,15 +11,18 @@
 
 namespace canvas_ops {
 
-QFont paintedFont(const TextOp& o, const ReplayArea& area, const QPaintDevice& device, double magnify) {
-    QFont font = o.font;
-    double points = paintedPoints(o, area.width, area.height) * magnify;
+double paintedTextPoints(const TextOp& o, const ReplayArea& area, const QPaintDevice& device, double magnify) {
     // Points become pixels at the device's resolution, but the figure is
     // laid out in the screen's pixels: a printer at 1200 dots per inch
     // would otherwise get texts twelve times too large for the lines around
     // them.
-    points *= static_cast<double>(area.layoutDpiY) / std::max(1, device.logicalDpiY());
-    font.setPointSizeF(points);
+    return paintedPoints(o, area.width, area.height) * magnify *
+           (static_cast<double>(area.layoutDpiY) / std::max(1, device.logicalDpiY()));
+}
+
+QFont paintedFont(const TextOp& o, const ReplayArea& area, const QPaintDevice& device, double magnify) {
+    QFont font = o.font;
+    font.setPointSizeF(paintedTextPoints(o, area, device, magnify));
     return font;
 }
 

@@ -60,8 +60,9 @@ std::vector<double> textLifts(const std::vector<Op>& ops, const ReplayArea& area
 // times the designed distance. Adds this text to the places.
 QPointF placeText(const TextOp& text, QSizeF size, const ReplayArea& area, double magnify, TextPlaces& placed);
 
-// The font a text is painted in, `magnify` times its size on the area, on
-// the device.
+// The type size a text is painted in, `magnify` times its size on the
+// area, on the device; and that font.
+double paintedTextPoints(const TextOp& text, const ReplayArea& area, const QPaintDevice& device, double magnify);
 QFont paintedFont(const TextOp& text, const ReplayArea& area, const QPaintDevice& device, double magnify);
 
 }  // namespace canvas_ops

@@ -202,21 +202,29 @@ void Inpdat::loadTable(TableId id) {
     analysis.canvas()->cls();
     analysis.setPicture(Picture::Nothing);
 
-    List1->show();
-    List2->show();
+    std::vector<history::TypedRow> rows;
+    for (std::size_t k = 0; k < table.incidence.size(); ++k)
+        rows.push_back({history::shortestDecimal(table.incidence[k]), history::shortestDecimal(table.refraction[k])});
+    showTable(fromUtf8(table.incidenceHeading), fromUtf8(table.refractionHeading), rows, fromUtf8(table.caption));
+    showScreen(*this);
+}
+
+void Inpdat::showTable(const QString& incidenceHeading, const QString& refractionHeading,
+                       const std::vector<history::TypedRow>& rows, const QString& caption) {
     List1->clear();
     List2->clear();
-    List1->addItem(fromUtf8(table.incidenceHeading));
-    List2->addItem(fromUtf8(table.refractionHeading));
-    for (std::size_t k = 0; k < table.incidence.size(); ++k) {
-        List1->addItem(fromUtf8(history::shortestDecimal(table.incidence[k])));
-        List2->addItem(fromUtf8(history::shortestDecimal(table.refraction[k])));
+    List1->addItem(incidenceHeading);
+    List2->addItem(refractionHeading);
+    for (const history::TypedRow& row : rows) {
+        List1->addItem(fromUtf8(row.incidence));
+        List2->addItem(fromUtf8(row.refraction));
     }
+    List1->show();
+    List2->show();
+    Label3->setText(caption);
+    Label3->setAccessibleName(caption);
     Label3->show();
-    Label3->setText(fromUtf8(table.caption));
-    Label3->setAccessibleName(Label3->text());
     analysisdata();
-    showScreen(*this);
 }
 
 void Inpdat::Ptolemy_Click() { loadTable(TableId::Ptolemy); }

@@ -6,6 +6,7 @@
 #include <QMenuBar>
 
 #include <algorithm>
+#include <iterator>
 
 #include "analysis/graph_screens.h"
 #include "apparatus/apparatus_openers.h"
@@ -166,17 +167,15 @@ void Inpdat::showPairs(const std::vector<history::TypedRow>& rows) {
     }
 }
 
-std::size_t Inpdat::takeMeasuredPairs(const std::vector<MeasuredPair>& pairs) {
+void Inpdat::takeMeasuredPairs(const std::vector<MeasuredPair>& pairs) {
     std::vector<history::TypedRow> rows;
     for (const MeasuredPair& pair : pairs)
         rows.push_back({fmt(pair.incidenceDegrees, "0.0").toStdString(),
                         fmt(pair.refractionDegrees, "0.00").toStdString()});
-    const std::size_t count = rows.size();
-    takeRows(std::move(rows), QStringLiteral("BENCH MEASUREMENTS: %1 rays  Μετρήσεις του πάγκου: %1 ακτίνες").arg(count));
-    return count;
+    takeRows(rows, QStringLiteral("BENCH MEASUREMENTS: %1 rays  Μετρήσεις του πάγκου: %1 ακτίνες").arg(rows.size()));
 }
 
-void Inpdat::takeRows(std::vector<history::TypedRow> rows, const QString& caption) {
+void Inpdat::takeRows(const std::vector<history::TypedRow>& rows, const QString& caption) {
     klinoistoria_Click();
     if (rows.size() <= static_cast<std::size_t>(kRows)) {
         showPairs(rows);
@@ -189,23 +188,12 @@ void Inpdat::takeRows(std::vector<history::TypedRow> rows, const QString& captio
     showPairs({});
     measuredSetShown_ = true;
     historicalDataFlag = true;
-    List1->clear();
-    List2->clear();
-    List1->addItem(QStringLiteral("INCIDENCE Πρόσπτωσης"));
-    List2->addItem(QStringLiteral("REFRACTION Διάθλασης"));
-    for (const history::TypedRow& row : rows) {
-        if (QString::fromStdString(row.refraction).trimmed().isEmpty()) continue;
-        List1->addItem(QString::fromStdString(row.incidence));
-        List2->addItem(QString::fromStdString(row.refraction));
-    }
-    List1->show();
-    List2->show();
-    Label3->setText(caption);
-    Label3->setAccessibleName(caption);
-    Label3->show();
+    std::vector<history::TypedRow> measured;
+    std::copy_if(rows.begin(), rows.end(), std::back_inserter(measured),
+                 [](const history::TypedRow& row) { return !QString::fromStdString(row.refraction).trimmed().isEmpty(); });
     form<Analysis>().setTitle(QStringLiteral("SIN(REFRACTION) VS SIN(INCIDENCE)"));
     form<Incref>().setTitle(QStringLiteral("REFRACTION ANGLE VS INCIDENCE ANGLE"));
-    analysisdata();
+    showTable(QStringLiteral("INCIDENCE Πρόσπτωσης"), QStringLiteral("REFRACTION Διάθλασης"), measured, caption);
 }
 
 std::vector<history::TypedRow> Inpdat::typedRows() const {

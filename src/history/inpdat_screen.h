@@ -49,8 +49,8 @@ public:
     void toendeytero();  // r = 3/2 i
     // The bench's measured pairs become the pupil's data: no table marked,
     // and the grid holds nothing but these; a set longer than the grid goes
-    // to the lists instead and is analysed at once. Returns how many it took.
-    std::size_t takeMeasuredPairs(const std::vector<MeasuredPair>& pairs);
+    // to the lists instead and is analysed at once.
+    void takeMeasuredPairs(const std::vector<MeasuredPair>& pairs);
     // The grid holds these rows from the top, as if the pupil had typed
     // them, and nothing under them.
     void showPairs(const std::vector<history::TypedRow>& rows);
@@ -132,7 +132,11 @@ private:
     void loadTable(history::TableId id);
     // Rows from the bench or a file: into the grid when they fit, else into
     // the lists under the caption (see takeMeasuredPairs).
-    void takeRows(std::vector<history::TypedRow> rows, const QString& caption);
+    void takeRows(const std::vector<history::TypedRow>& rows, const QString& caption);
+    // The lists show these rows under their headings, the caption under
+    // them, and the analysis runs on them.
+    void showTable(const QString& incidenceHeading, const QString& refractionHeading,
+                   const std::vector<history::TypedRow>& rows, const QString& caption);
     // The lists show a measured set (not a historical table) that the pupil
     // has not typed over: Data Analysis takes it.
     bool measuredSetInLists() const { return measuredSetShown_ && !List1->isHidden(); }

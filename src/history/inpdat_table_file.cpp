@@ -61,10 +61,7 @@ bool Inpdat::openTableFile(const QString& path) {
         return false;
     }
     // The pupil's own data now, not a historical table.
-    std::vector<history::TypedRow> rows = reading.rows;
-    const std::size_t count = rows.size();
-    takeRows(std::move(rows),
-             QStringLiteral("%1: %2 pairs  %1: %2 ζεύγη").arg(shownName(path)).arg(count));
+    takeRows(reading.rows, QStringLiteral("%1: %2 pairs  %1: %2 ζεύγη").arg(shownName(path)).arg(reading.rows.size()));
     return true;
 }
 

@@ -14,9 +14,9 @@ struct BenchRoutes {
     std::function<void()> showMeanError;
     // Hides it if it was ever shown.
     std::function<void()> hideMeanError;
-    // Makes the pairs the pupil's typed data on the data screen and shows
-    // it; returns how many the data screen's table took.
-    std::function<std::size_t(const std::vector<MeasuredPair>&)> transferPairs;
+    // Makes the pairs the pupil's data on the data screen, every one of
+    // them, and shows it.
+    std::function<void(const std::vector<MeasuredPair>&)> transferPairs;
 };
 
 BenchRoutes& benchRoutes();
