@@ -48,7 +48,7 @@ QGridLayout* Inpdat::createGrid(QWidget* central) {
     for (QLabel* label : {Label1, Label2}) {
         label->setWordWrap(true);
         label->setFont(roleFont(FontRole::Caption, 10.0, true));
-        label->installEventFilter(this);  // keeps its wrapped lines (eventFilter)
+        keepWrappedLines(*label, [label](int width) { return label->heightForWidth(width); });
     }
     Label1->setObjectName(QStringLiteral("Label1"));
     Label2->setObjectName(QStringLiteral("Label2"));

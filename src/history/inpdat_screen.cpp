@@ -79,16 +79,6 @@ void Inpdat::Form_Load() {
 }
 
 bool Inpdat::eventFilter(QObject* watched, QEvent* event) {
-    // A column heading keeps every line it wraps to at any presentation
-    // size: the window's layout does not ask a label its wrapped height, so
-    // a heading cut short asks for its height itself. A new size of type
-    // starts again from the layout's own choice.
-    if (watched == Label1 || watched == Label2) {
-        auto* label = static_cast<QLabel*>(watched);
-        if (event->type() == QEvent::FontChange) label->setMinimumHeight(0);
-        const int needed = label->heightForWidth(label->width());
-        if (event->type() == QEvent::Resize && needed > label->height()) label->setMinimumHeight(needed);
-    }
     if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         for (int k = 0; k < kRows; ++k) {

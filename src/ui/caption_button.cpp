@@ -5,6 +5,8 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
+#include <utility>
+
 namespace {
 constexpr int kPadding = 6;
 constexpr int kTextFlags = Qt::AlignCenter | Qt::TextWordWrap;
@@ -18,9 +20,46 @@ bool holds(const QLayout& layout, const QWidget* widget) {
     return false;
 }
 
+// Watches one widget's size and type for keepWrappedLines().
+class WrappedLines : public QObject {
+public:
+    WrappedLines(QWidget& widget, std::function<int(int)> neededHeight)
+        : QObject(&widget), widget_(widget), neededHeight_(std::move(neededHeight)) {
+        widget.installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        const auto type = event->type();
+        if (type != QEvent::FontChange && type != QEvent::Resize) return false;
+        const QWidget* parent = widget_.parentWidget();
+        if (!parent || !parent->layout() || !holds(*parent->layout(), &widget_)) return false;  // placed by hand
+        if (type == QEvent::FontChange) {
+            widget_.setMinimumHeight(0);  // a new size of type starts from the layout's own choice
+        } else if (const int needed = neededHeight_(widget_.width()); needed > widget_.height()) {
+            widget_.setMinimumHeight(needed);
+        }
+        return false;
+    }
+
+private:
+    QWidget& widget_;
+    std::function<int(int)> neededHeight_;
+};
+
 }  // namespace
 
-CaptionButton::CaptionButton(const QString& caption, QWidget* parent) : QPushButton(parent) { setCaption(caption); }
+void keepWrappedLines(QWidget& widget, std::function<int(int)> neededHeight) {
+    new WrappedLines(widget, std::move(neededHeight));
+}
+
+CaptionButton::CaptionButton(const QString& caption, QWidget* parent) : QPushButton(parent) {
+    setCaption(caption);
+    keepWrappedLines(*this, [this](int width) {
+        const QRect area(0, 0, width - 2 * kPadding, height() - 2 * kPadding);
+        return QFontMetrics(font()).boundingRect(area, kTextFlags, text()).height() + 2 * kPadding;
+    });
+}
 
 void CaptionButton::setCaption(const QString& caption) {
     setText(caption);
@@ -38,28 +77,6 @@ QSize CaptionButton::sizeHint() const {
 QSize CaptionButton::minimumSizeHint() const {
     const QFontMetrics metrics(font());
     return {metrics.averageCharWidth() * 8, metrics.height() + 2 * kPadding};
-}
-
-void CaptionButton::changeEvent(QEvent* event) {
-    // A new size of type starts again from the layout's own choice.
-    if (event->type() == QEvent::FontChange && inLayout()) setMinimumHeight(0);
-    QPushButton::changeEvent(event);
-}
-
-void CaptionButton::resizeEvent(QResizeEvent* event) {
-    QPushButton::resizeEvent(event);
-    // Window layouts do not ask a button how tall its wrapped caption is, so
-    // a button in a layout whose caption wraps onto more lines than it has
-    // room for asks for that room itself (a larger presentation size).
-    if (!inLayout()) return;
-    const QRect area = rect().adjusted(kPadding, kPadding, -kPadding, -kPadding);
-    const int needed = QFontMetrics(font()).boundingRect(area, kTextFlags, text()).height() + 2 * kPadding;
-    if (needed > height()) setMinimumHeight(needed);
-}
-
-bool CaptionButton::inLayout() const {
-    const QWidget* parent = parentWidget();
-    return parent && parent->layout() && holds(*parent->layout(), this);
 }
 
 void CaptionButton::paintEvent(QPaintEvent*) {
