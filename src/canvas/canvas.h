@@ -128,6 +128,11 @@ public:
     // letters, so that they stay readable where a line runs through them;
     // an invalid colour (the default) prints them plain.
     void setTextHalo(const QColor& colour) { textHalo_ = colour; }
+    // Texts printed from now on grow about this point of their box where
+    // the screen shows them larger (a label beside a tick: its end next to
+    // the tick) and follow no text before them; {0, 0}, the default, is the
+    // top-left corner, and leaves them following the texts they continue.
+    void setTextAnchor(canvas_ops::TextAnchor anchor) { textAnchor_ = anchor; }
 
     // Extent of a text in user units in the current font (always positive).
     double textWidth(const QString& text) const;
@@ -267,6 +272,7 @@ private:
     FontRole fontRole_{FontRole::Caption};
     double fontSize_ = 10.0;
     QColor textHalo_;
+    canvas_ops::TextAnchor textAnchor_;
     bool fontBold_ = false;
     int fontCharset_ = 161;
 

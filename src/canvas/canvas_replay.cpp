@@ -98,17 +98,16 @@ std::vector<Canvas::DrawnText> Canvas::drawnTexts() const {
     const ReplayArea area = replayArea();
     const double m = presentationScale();
     TextPlaces place;
+    std::vector<QRectF> labels;
     const std::vector<double> lifts = textLifts(ops_, area, m, image());
+    std::size_t k = 0;
     for (const Op& op : ops_) {
         const auto* t = std::get_if<TextOp>(&op);
         if (!t) continue;
-        const double lift = lifts[texts.size()];
-        QFont font = t->font;
-        font.setPointSizeF(paintedPoints(*t, area.width, area.height) * m);
-        const QFontMetricsF fm = metrics(font);
-        const QSizeF size(fm.horizontalAdvance(t->text), fm.ascent() + fm.descent());
-        const QRectF box(placeText(*t, size, area, m, place) - QPointF(0, lift), size);
-        texts.push_back({t->text, box, font.pointSizeF(), t->colour});
+        const double lift = lifts[k++];
+        const GrownText g = grownText(*t, area, image(), m);
+        const QRectF box(placeText(*t, g.size, g.grown, area, m, place) - QPointF(0, lift), g.size);
+        if (!crowdedLabel(*t, box, m, labels)) texts.push_back({t->text, box, g.font.pointSizeF(), t->colour});
     }
     return texts;
 }

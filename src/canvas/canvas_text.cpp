@@ -81,10 +81,11 @@ void Canvas::print(const QString& text, PrintEnd end) {
         }
         if (lines[i].isEmpty()) continue;
         const double fx = fracX(x), fy = fracY(y);
-        const Follows follows =
-            recordedHere ? Follows{TextLink::Below, 0, fy - trail_.back().y} : followedText(fx, fy);
+        const Follows follows = textAnchor_ != TextAnchor{} ? Follows{}
+                                : recordedHere              ? Follows{TextLink::Below, 0, fy - trail_.back().y}
+                                                            : followedText(fx, fy);
         record(TextOp{fx, fy, lines[i], font, state_.foreColor, areaWidth(), areaHeight(), textHalo_, follows.link,
-                      follows.behind, follows.below, recordedGround_.onGround(fx, fy)});
+                      follows.behind, follows.below, recordedGround_.onGround(fx, fy), textAnchor_});
         const bool onRow = follows.link == TextLink::SameRow || follows.link == TextLink::After;
         const double rowLeft = onRow ? trail_.back().rowLeft : fx;
         if (trail_.size() == static_cast<std::size_t>(TextPlaces::kKept)) trail_.erase(trail_.begin());

@@ -32,6 +32,7 @@ AxisTicks labelledTicks(double lo, double hi, std::optional<double> labelMax, st
 struct AxisLabel {
     QString text;
     double x, y;  // top-left corner, user units
+    canvas_ops::TextAnchor anchor;  // the end next to its tick
 };
 
 struct Ranges {
@@ -66,10 +67,10 @@ std::vector<AxisLabel> axisLabels(const Canvas& canvas, const Ranges& r) {
             corner = labels.size();
             labels.push_back({label,
                               axisX - std::max(kLabelGapPixels, offMark) * right - canvas.textWidth(label) * rightSign,
-                              axisY + std::max(2.0, offMark) * down});
+                              axisY + std::max(2.0, offMark) * down, canvas_ops::kLeftUnderMark});
         } else {
             labels.push_back({label, x - canvas.textWidth(label) / 2.0 * rightSign,
-                              axisY + (kTickPixels + kLabelGapPixels / 2.0) * down});
+                              axisY + (kTickPixels + kLabelGapPixels / 2.0) * down, canvas_ops::kUnderMark});
         }
         if (x == 0.0 && axisY == 0.0) zeroLabelledOnX = true;
     }
@@ -80,7 +81,7 @@ std::vector<AxisLabel> axisLabels(const Canvas& canvas, const Ranges& r) {
         if (y == 0.0 && zeroLabelledOnX) continue;  // one "0" at the origin is enough
         const QString label = fmt(y, yPattern);
         labels.push_back({label, axisX - (kTickPixels + kLabelGapPixels) * right - canvas.textWidth(label) * rightSign,
-                          y - canvas.textHeight(label) / 2.0 * downSign});
+                          y - canvas.textHeight(label) / 2.0 * downSign, canvas_ops::kLeftOfMark});
     }
     // In the corner the crossing's label may run into the first y label
     // under the axis on a small graph; the axes crossing there say it too.
@@ -195,8 +196,10 @@ void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double
         const QMarginsF o = overhang(canvas, label);
         canvas.setCurrentX(label.x + (o.left() - o.right()) * right);
         canvas.setCurrentY(label.y + (o.top() - o.bottom()) * down);
+        canvas.setTextAnchor(label.anchor);
         canvas.print(label.text);
     }
+    canvas.setTextAnchor({});
 }
 
 namespace {

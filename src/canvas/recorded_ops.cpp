@@ -288,15 +288,20 @@ void paintPoint(QPainter& painter, const PointOp& o, double w, double h, qreal d
     }
 }
 
-void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr, double m, TextPlaces& placed,
+void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr, double m, TextFlow& flow,
                double lift = 0.0) {
-    const double points = paintedTextPoints(o, area, *painter.device(), m);
-    setPaintedFont(painter, o.font, points);
-    const QFontMetricsF fm(painter.font(), painter.device());
     // Where a text ends only matters to the texts that follow it on a screen
     // that shows them larger; as designed it is not measured at all.
-    const double width = m != 1.0 ? fm.horizontalAdvance(o.text) : 0.0;
-    const QPointF topLeft = placeText(o, {width, fm.ascent() + fm.descent()}, area, m, placed) - QPointF(0, lift);
+    double width = 0.0;
+    const double grown = fittedGrowth(o, m, area, [&](double g) {
+        setPaintedFont(painter, o.font, paintedTextPoints(o, area, *painter.device(), g));
+        width = g != 1.0 ? QFontMetricsF(painter.font(), painter.device()).horizontalAdvance(o.text) : 0.0;
+        return width;
+    });
+    const QFontMetricsF fm(painter.font(), painter.device());
+    const QSizeF size(width, fm.ascent() + fm.descent());
+    const QPointF topLeft = placeText(o, size, grown, area, m, flow.placed) - QPointF(0, lift);
+    if (crowdedLabel(o, QRectF(topLeft, size), m, flow.labels)) return;
     if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
     const QPointF base(topLeft.x(), topLeft.y() + fm.ascent());
     if (o.halo.isValid()) {
@@ -316,8 +321,8 @@ void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal
 QRectF boxRect(const BoxOp& b) { return QRectF(QPointF(b.x1, b.y1), QPointF(b.x2, b.y2)).normalized(); }
 
 // Paints the ground again, grown by as much as its texts grow past their
-// designed extent to the right and downwards, then the lines and texts on
-// it: each line moved up or down with the text recorded after it.
+// designed extent on each side, then the lines and texts on it: each line
+// moved up or down with the text recorded after it.
 void repaintGround(QPainter& painter, const ReplayArea& area, qreal dpr, double m, TextFlow& flow) {
     const QPaintDevice& device = *painter.device();
     QRectF designed, painted;
@@ -327,18 +332,21 @@ void repaintGround(QPainter& painter, const ReplayArea& area, qreal dpr, double 
         const auto* t = std::get_if<TextOp>(&op);
         if (!t) continue;
         const QFontMetricsF asDesigned(paintedFont(*t, area, device, 1.0), &device);
-        const QFontMetricsF grown(paintedFont(*t, area, device, m), &device);
+        const GrownText grown = grownText(*t, area, device, m);
         const QRectF d(t->x * area.width, t->y * area.height, asDesigned.horizontalAdvance(t->text),
                        asDesigned.ascent() + asDesigned.descent());
-        const QSizeF size(grown.horizontalAdvance(t->text), grown.ascent() + grown.descent());
-        const QRectF p(placeText(*t, size, area, m, place), size);
+        const QRectF p(placeText(*t, grown.size, grown.grown, area, m, place), grown.size);
         designed |= d;
         painted |= p;
         shifts.push_back(p.top() - d.top());
     }
+    const double left = std::min(0.0, painted.left() - designed.left()) / area.width;
+    const double up = std::min(0.0, painted.top() - designed.top()) / area.height;
     const double right = std::max(0.0, painted.right() - designed.right()) / area.width;
     const double down = std::max(0.0, painted.bottom() - designed.bottom()) / area.height;
     for (BoxOp box : flow.ground.boxes) {
+        (box.x1 > box.x2 ? box.x2 : box.x1) += left;
+        (box.y1 > box.y2 ? box.y2 : box.y1) += up;
         (box.x1 > box.x2 ? box.x1 : box.x2) += right;
         (box.y1 > box.y2 ? box.y1 : box.y2) += down;
         paintBox(painter, box, area.width, area.height, dpr, m);
@@ -347,7 +355,7 @@ void repaintGround(QPainter& painter, const ReplayArea& area, qreal dpr, double 
     std::size_t next = 0;
     for (const Op& op : flow.ground.onIt) {
         if (const auto* t = std::get_if<TextOp>(&op)) {
-            paintText(painter, *t, area, dpr, m, flow.placed);
+            paintText(painter, *t, area, dpr, m, flow);
             ++next;
         } else if (const auto* l = std::get_if<LineOp>(&op)) {
             LineOp moved = *l;
@@ -409,7 +417,7 @@ void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& 
             else if constexpr (std::is_same_v<T, PointOp>)
                 paintPoint(painter, o, w, h, dpr, m);
             else if constexpr (std::is_same_v<T, TextOp>)
-                paintText(painter, o, area, dpr, m, flow.placed,
+                paintText(painter, o, area, dpr, m, flow,
                           flow.texts < flow.lifts.size() ? flow.lifts[flow.texts] : 0.0);
         },
         op);

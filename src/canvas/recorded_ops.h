@@ -61,6 +61,18 @@ struct PointOp {
 // continues. Texts that follow nothing keep their designed place.
 enum class TextLink { None, Below, SameRow, After };
 
+// The point of a text's box, in fractions of its width and height, that
+// stays where it was designed when a text that follows no other is shown
+// larger: the top-left corner of running text; the middle of the right end
+// of a label left of a tick, the middle of the top of a label under one, so
+// that a grown label stays beside its mark instead of running over it.
+struct TextAnchor {
+    double across = 0.0;
+    double down = 0.0;
+    bool operator==(const TextAnchor&) const = default;
+};
+inline constexpr TextAnchor kUnderMark{0.5, 0.0}, kLeftOfMark{1.0, 0.5}, kLeftUnderMark{1.0, 0.0};
+
 // Text keeps its point size when the area grows; when it shrinks below
 // the size the text was printed at, the text shrinks with it, so that
 // lines printed one under another do not run into each other, but never
@@ -78,6 +90,7 @@ struct TextOp {
     int behind;     // texts recorded between the one it follows and it
     double below;   // designed distance under the text it follows, a fraction of the height (Below)
     bool onGround;  // it sits on the filled box recorded before it (see TextFlow)
+    TextAnchor anchor;
 };
 using Op = std::variant<LineOp, BoxOp, CircleOp, PointOp, TextOp>;
 

@@ -26,6 +26,44 @@ QFont paintedFont(const TextOp& o, const ReplayArea& area, const QPaintDevice& d
     return font;
 }
 
+double grownToFit(const TextOp& text, double magnify, double width, const ReplayArea& area) {
+    // Advances grow a little out of proportion with the type: a margin
+    // keeps the smaller text inside.
+    constexpr double kMargin = 0.98;
+    if (magnify <= 1.0) return magnify;
+    double room = area.width;
+    const double across = text.link == TextLink::None ? text.anchor.across : 0.0;
+    if (across > 0.0) {
+        const double mark = text.x * area.width + across * width / magnify;
+        room = std::min(room, mark / across);
+        if (across < 1.0) room = std::min(room, (area.width - mark) / (1.0 - across));
+    }
+    if (width <= room) return magnify;
+    return std::max(1.0, magnify * kMargin * std::max(0.0, room) / width);
+}
+
+bool crowdedLabel(const TextOp& text, const QRectF& box, double magnify, std::vector<QRectF>& labels) {
+    if (magnify == 1.0 || text.link != TextLink::None || text.anchor.across == 0.0) return false;
+    const QRectF inner = box.adjusted(1, 1, -1, -1);  // touching is not running into
+    for (const QRectF& other : labels)
+        if (inner.intersects(other)) return true;
+    labels.push_back(box);
+    return false;
+}
+
+GrownText grownText(const TextOp& text, const ReplayArea& area, const QPaintDevice& device, double magnify) {
+    GrownText g;
+    double width = 0.0;
+    g.grown = fittedGrowth(text, magnify, area, [&](double grown) {
+        g.font = paintedFont(text, area, device, grown);
+        width = QFontMetricsF(g.font, &device).horizontalAdvance(text.text);
+        return width;
+    });
+    const QFontMetricsF fm(g.font, &device);
+    g.size = QSizeF(width, fm.ascent() + fm.descent());
+    return g;
+}
+
 std::vector<double> textLifts(const std::vector<Op>& ops, const ReplayArea& area, double magnify,
                               const QPaintDevice& device) {
     struct Block {
@@ -40,9 +78,9 @@ std::vector<double> textLifts(const std::vector<Op>& ops, const ReplayArea& area
     for (const Op& op : ops) {
         const auto* t = std::get_if<TextOp>(&op);
         if (!t) continue;
-        const QFontMetricsF fm(paintedFont(*t, area, device, magnify), &device);
-        const QSizeF size(fm.horizontalAdvance(t->text), fm.ascent() + fm.descent());
-        const QPointF at = placeText(*t, size, area, magnify, placed);
+        const GrownText g = grownText(*t, area, device, magnify);
+        const QSizeF size = g.size;
+        const QPointF at = placeText(*t, size, g.grown, area, magnify, placed);
         const bool follows = t->link != TextLink::None && t->behind >= 0 && t->behind < placed.count - 1;
         if (!follows) blocks.push_back({at.y(), at.y() + size.height()});
         const std::size_t b = follows ? recent[static_cast<std::size_t>(t->behind)] : blocks.size() - 1;
@@ -78,8 +116,10 @@ bool TextFlow::onGround(double x, double y) const {
     return x >= r.left() && x <= r.right() && y >= r.top() && y <= r.bottom();
 }
 
-QPointF placeText(const TextOp& text, QSizeF size, const ReplayArea& area, double magnify, TextPlaces& placed) {
-    QPointF at(text.x * area.width, text.y * area.height);
+QPointF placeText(const TextOp& text, QSizeF size, double grown, const ReplayArea& area, double magnify,
+                  TextPlaces& placed) {
+    const QPointF designed(text.x * area.width, text.y * area.height);
+    QPointF at = designed;
     // As designed, the designed places are exact: exports stay the same
     // whatever the texts before them.
     if (magnify != 1.0 && text.behind >= 0 && text.behind < placed.count) {
@@ -94,10 +134,21 @@ QPointF placeText(const TextOp& text, QSizeF size, const ReplayArea& area, doubl
         case TextLink::None: break;
         }
     }
-    // A text that starts inside the area and grew past its right edge comes
-    // back inside (a continuation stays after the text it continues).
-    if (magnify != 1.0 && text.link != TextLink::After && at.x() < area.width && at.x() + size.width() > area.width)
-        at.setX(std::max(0.0, area.width - size.width()));
+    if (magnify != 1.0 && text.link == TextLink::None && grown > 0.0) {
+        const QSizeF more = size - size / grown;
+        at -= QPointF(more.width() * text.anchor.across, more.height() * text.anchor.down);
+    }
+    // A text that starts inside the area and grew past an edge comes back
+    // inside (a continuation stays after the text it continues; the lines
+    // of a block rise together, see textLifts).
+    if (magnify != 1.0 && text.link != TextLink::After) {
+        auto inside = [](double from, double extent, double designedFrom, double end) {
+            if (designedFrom < 0.0 || designedFrom >= end) return from;
+            return std::max(0.0, std::min(from, end - extent));
+        };
+        at.setX(inside(at.x(), size.width(), designed.x(), area.width));
+        if (text.link == TextLink::None) at.setY(inside(at.y(), size.height(), designed.y(), area.height));
+    }
     placed.add({at, at.x() + size.width(), at.y() + size.height()});
     return at;
 }

@@ -1,5 +1,6 @@
 #pragma once
 #include <QPointF>
+#include <QRectF>
 #include <QSizeF>
 
 #include <array>
@@ -45,6 +46,7 @@ struct TextFlow {
     // its block puts it (see textLifts), and how many were painted.
     std::vector<double> lifts;
     std::size_t texts = 0;
+    std::vector<QRectF> labels;  // where the labels beside marks were painted
 };
 
 // How much higher each text is painted, in the order recorded, so that a
@@ -54,15 +56,55 @@ struct TextFlow {
 std::vector<double> textLifts(const std::vector<Op>& ops, const ReplayArea& area, double magnify,
                               const QPaintDevice& device);
 
-// Where a text of this painted size (advance, ascent + descent) has its
-// top-left corner when texts are painted `magnify` times their designed
-// size: as designed at 1, otherwise after the text it follows by `magnify`
-// times the designed distance. Adds this text to the places.
-QPointF placeText(const TextOp& text, QSizeF size, const ReplayArea& area, double magnify, TextPlaces& placed);
+// Where a text of this painted size (advance, ascent + descent), grown
+// `grown` times, has its top-left corner when texts are painted `magnify`
+// times their designed size: as designed at 1; otherwise after the text it
+// follows by `magnify` times the designed distance, or, following none,
+// grown about its anchor; and a text that starts inside the area and grew
+// past an edge comes back inside. Adds this text to the places.
+QPointF placeText(const TextOp& text, QSizeF size, double grown, const ReplayArea& area, double magnify,
+                  TextPlaces& placed);
+
+// How many times its designed size a text is painted when texts are
+// painted `magnify` times larger and this one would then be `width` wide:
+// no wider than the area (a title is read whole, if a little smaller), and
+// a label beside a mark no wider than the room between the mark and the
+// edge it grows towards; but never smaller than designed.
+double grownToFit(const TextOp& text, double magnify, double width, const ReplayArea& area);
+// The same, measured again at each smaller size until it fits (advances do
+// not shrink quite in proportion): widthAt(g) gives the text's width at g
+// times its designed size, and is last called with the factor returned.
+template <typename WidthAt>
+double fittedGrowth(const TextOp& text, double magnify, const ReplayArea& area, WidthAt widthAt) {
+    double grown = magnify;
+    double width = widthAt(grown);
+    for (int k = 0; k < 3; ++k) {
+        const double smaller = grownToFit(text, grown, width, area);
+        if (smaller == grown) break;
+        grown = smaller;
+        width = widthAt(grown);
+    }
+    return grown;
+}
+
+// Whether a label beside a mark, painted in this box, is left out because
+// it would run into a label painted before it (labels only run into each
+// other when grown: every second one of a crowded axis goes). Adds it to
+// the labels when it is painted.
+bool crowdedLabel(const TextOp& text, const QRectF& box, double magnify, std::vector<QRectF>& labels);
 
 // The type size a text is painted in, `magnify` times its size on the
 // area, on the device; and that font.
 double paintedTextPoints(const TextOp& text, const ReplayArea& area, const QPaintDevice& device, double magnify);
 QFont paintedFont(const TextOp& text, const ReplayArea& area, const QPaintDevice& device, double magnify);
+
+// A text as painted when texts are painted `magnify` times larger: its
+// font, how many times its designed size (see grownToFit) and its size.
+struct GrownText {
+    QFont font;
+    double grown;
+    QSizeF size;
+};
+GrownText grownText(const TextOp& text, const ReplayArea& area, const QPaintDevice& device, double magnify);
 
 }  // namespace canvas_ops

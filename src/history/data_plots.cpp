@@ -23,6 +23,13 @@ void printAt(Canvas& c, double x, double y, const QString& text) {
     c.print(text);
 }
 
+// A label beside a mark, which keeps beside it when shown larger.
+void printLabel(Canvas& c, double x, double y, const QString& text, canvas_ops::TextAnchor anchor) {
+    c.setTextAnchor(anchor);
+    printAt(c, x, y, text);
+    c.setTextAnchor({});
+}
+
 }  // namespace
 
 namespace {
@@ -90,6 +97,15 @@ double printFitted(Canvas& canvas, double x, double y, const QString& text, doub
     for (qsizetype k = 0; k < fitted.lines.size(); ++k)
         printAt(canvas, x, y + static_cast<double>(k) * lineDown, fitted.lines[k]);
     return y + static_cast<double>(fitted.lines.size()) * lineDown;
+}
+
+double printFittedOnGround(Canvas& canvas, double x, double y, const QString& text, double maxWidth, double points) {
+    const FittedText fitted = fitText(canvas, text, maxWidth, points);
+    double width = 0.0;
+    for (const QString& line : fitted.lines) width = std::max(width, canvas.textWidth(line));
+    const double height = static_cast<double>(fitted.lines.size()) * canvas.textHeight();
+    canvas.filledBox(x, y, x + width, y + height * (canvas.userPerPixelY() < 0 ? -1.0 : 1.0), canvas.backColor());
+    return printFitted(canvas, x, y, text, maxWidth, points);
 }
 
 double angleGraphTop(const std::vector<history::AnglePair>& pairs) {
@@ -210,11 +226,11 @@ void drawAngleGraph(Canvas& c, const std::vector<history::AnglePair>& pairs, con
     c.setForeColor(Qt::black);
     const double below = printFitted(c, kTitleLeft, c.scaleTop() + kBandGapPixels * down, refractionTitle,
                                      kRefractionTitleWidth, kTitlePoints);
-    printFitted(c, kIncidenceTitleLeft, incidenceTop, incidenceTitle, kIncidenceTitleWidth, kTitlePoints);
+    printFittedOnGround(c, kIncidenceTitleLeft, incidenceTop, incidenceTitle, kIncidenceTitleWidth, kTitlePoints);
     if (!style.setLabel.isEmpty()) {
         c.setForeColor(style.colour);
-        printFitted(c, kTitleLeft, below + kBandGapPixels * down, style.setLabel, kRefractionTitleWidth,
-                    kTitlePoints + 2.0);
+        printFittedOnGround(c, kTitleLeft, below + kBandGapPixels * down, style.setLabel, kRefractionTitleWidth,
+                            kTitlePoints + 2.0);
     }
     c.setFontBold(false);
     c.setForeColor(Qt::black);
@@ -308,8 +324,8 @@ void drawSineAxes(Canvas& c) {
         c.line(0, v, tickX, v, palette::graph::ticks);
         if (k % 2 == 0) {
             const QString label = fmt(v, "0.0");
-            printAt(c, v - c.textWidth(label) / 2.0, 3.0 * down, label);
-            printAt(c, -0.015 - c.textWidth(label), v + c.textHeight() / 2.0, label);
+            printLabel(c, v - c.textWidth(label) / 2.0, 3.0 * down, label, canvas_ops::kUnderMark);
+            printLabel(c, -0.015 - c.textWidth(label), v + c.textHeight() / 2.0, label, canvas_ops::kLeftOfMark);
         }
     }
     c.setDrawStyle(DrawStyle::Dash);

@@ -218,6 +218,13 @@ QStringList graphProblems(const Canvas& canvas, const QString& name, std::size_t
     return problems;
 }
 
+// The historical tables, as the data screen's menu loads them.
+const std::pair<const char*, void (Inpdat::*)()> kTables[] = {
+    {"Newton glass", &Inpdat::Newt_Click},          {"Newton water", &Inpdat::newt2_Click},
+    {"Al Haytham glass", &Inpdat::Alhazen_Click},   {"Al Haytham water", &Inpdat::Alhazen2_Click},
+    {"Ptolemy glass", &Inpdat::Ptolemy_Click},      {"Ptolemy water", &Inpdat::ptolemy2_Click},
+    {"Witelo glass", &Inpdat::Vitello_Glass_Click}, {"Witelo water", &Inpdat::Vitello_water_Click}};
+
 // Lines of one block at 100 % (the same type size, one under another,
 // aligned left or centred: a hint, a caption, a title and the line under
 // it) that run into each other at 175 or 200 %; a drawing whose first text
@@ -243,12 +250,16 @@ QStringList stackedProblems(const Canvas& canvas, const QString& name) {
             return canvas.drawnTexts();
         }();
         const QString at = QStringLiteral("%1 at %2 %: ").arg(name).arg(size);
-        // A block grows down from its first line, unless it must rise or come
-        // back from the right edge to stay whole.
-        const double edge = texts.empty() ? 0.0 : canvas.width() - texts.front().box.width();
-        if (!texts.empty() && (texts.front().box.left() != std::min(designed.front().box.left(), std::max(0.0, edge)) ||
-                               texts.front().box.top() > designed.front().box.top()))
-            problems << at + QStringLiteral("the first text moved");
+        // The first text grows from its designed place (down and right from
+        // its corner, or about the end beside its mark), rising or coming
+        // back from an edge only as far as it must to stay whole: it still
+        // spans its designed left and starts no lower.
+        if (!texts.empty()) {
+            const QRectF& grown = texts.front().box;
+            const QRectF& was = designed.front().box;
+            if (was.left() < grown.left() - 0.5 || was.left() > grown.right() || grown.top() > was.top() + 0.5)
+                problems << at + QStringLiteral("the first text moved");
+        }
         for (std::size_t i = 0; i < texts.size(); ++i)
             for (std::size_t j = 0; j < texts.size(); ++j)
                 if (stacked(designed[i], designed[j]) && texts[i].box.intersects(texts[j].box))
@@ -410,8 +421,12 @@ private slots:
             setPresentationSize(size);
             const auto texts = bench.drawnTexts();
             QCOMPARE(texts.size(), designed.size());
+            // Larger by the size, or as much larger as the drawing's width lets it.
             for (std::size_t k = 0; k < texts.size(); ++k)
-                QVERIFY(std::abs(texts[k].points - designed[k].points * size / 100.0) < 0.01);
+                QVERIFY2(std::abs(texts[k].points - designed[k].points * size / 100.0) < 0.01 ||
+                             (texts[k].points > designed[k].points && texts[k].points < designed[k].points * size / 100.0 &&
+                              texts[k].box.width() <= bench.width()),
+                         qPrintable(texts[k].text + QStringLiteral(" %1 pt").arg(texts[k].points)));
             QCOMPARE(bench.summary(), summary);
             drawnProblems(QStringLiteral("bench at %1 %").arg(size));
         }
@@ -420,6 +435,17 @@ private slots:
         setPresentationSize(150);
         menu.Command2_Click();
         auto& data = form<Inpdat>();
+        data.Ptolemy_Click();
+        // On the laptop the graph windows beside the data screen are about
+        // 500 pixels wide at 150 %: every table's graphs read whole there.
+        if (qEnvironmentVariable("LAYOUT_SCREEN") == QLatin1String("1366x768@1"))
+            for (const auto& [name, load] : kTables) {
+                (data.*load)();
+                QTest::qWait(20);
+                for (const Canvas* canvas : {form<Incref>().canvas(), form<Analysis>().canvas()})
+                    for (const QString& p : graphProblems(*canvas, nameOf(canvas->window()), SIZE_MAX))
+                        problems_ << QStringLiteral("%1 at 150 %: %2").arg(QLatin1String(name), p);
+            }
         data.Ptolemy_Click();
         problems_ << stackedProblems(*form<Incref>().canvas(), QStringLiteral("angle graph"));
         for (std::size_t k = 0; k < history::historyNotes().size(); ++k) {
@@ -478,11 +504,7 @@ private slots:
                                                       canvas == form<Incref>().canvas() ? firstLawLabel : SIZE_MAX))
                     problems << step + QStringLiteral(": ") + p;
         };
-        const std::pair<const char*, void (Inpdat::*)()> tables[] = {
-            {"Newton glass", &Inpdat::Newt_Click},          {"Newton water", &Inpdat::newt2_Click},
-            {"Al Haytham glass", &Inpdat::Alhazen_Click},   {"Al Haytham water", &Inpdat::Alhazen2_Click},
-            {"Ptolemy glass", &Inpdat::Ptolemy_Click},      {"Ptolemy water", &Inpdat::ptolemy2_Click},
-            {"Witelo glass", &Inpdat::Vitello_Glass_Click}, {"Witelo water", &Inpdat::Vitello_water_Click}};
+        const auto& tables = kTables;
         for (const auto& [name, load] : tables) {
             (data.*load)();
             checkGraphs(QLatin1String(name));
