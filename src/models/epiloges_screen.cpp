@@ -1,9 +1,12 @@
 #include "models/epiloges_screen.h"
 
+#include "models/interpretation_openers.h"
+
 #include <QMenuBar>
 
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
+#include "models/interpretation_openers.h"
 #include "models/interpretation_state.h"
 #include "models/rixo_screen.h"
 #include "models/rixotext_screen.h"
@@ -165,6 +168,7 @@ void Epiloges::Endof_Click() {
     rixo.hide();
     hide();
     showPlace(Place::DataScreen);
+    stepAsideForData();
 }
 
 void Epiloges::Telos_Click() { endProgram(0); }

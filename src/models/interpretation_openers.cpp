@@ -17,33 +17,47 @@ namespace {
 constexpr double kUpper = 0.62;  // of the height, for the two drawings
 constexpr double kLeft = 0.45;   // of the width, for the waves
 
-// How the three screens were last laid out: they keep the pupil's places,
-// and are laid out again only when they come from elsewhere.
-enum class Layout { None, Shared, BesideData };
-Layout lastLayout = Layout::None;
+// Whether the three screens lie as the program laid them out: they keep
+// the pupil's places when they come back, and are laid out again once they
+// stepped aside for the data screen.
+bool laidOut = false;
 
-// From the main menu the three screens share the display: the waves on
-// the left, the corpuscles on the right, the panel under both.
+// The three screens share the display: the waves on the left, the
+// corpuscles on the right, the panel under both. From the data screen as
+// well: it hides while they are shown, and they step aside when it comes
+// back with some of them still up (stepAsideForData).
 void layOutShared(Rixo& rixo, Rixotext& panel, Somata& somata) {
-    if (lastLayout == Layout::Shared) return;
-    lastLayout = Layout::Shared;
+    if (laidOut) return;
+    laidOut = true;
     placeWindow(rixo, screenShare(rixo, 0.0, 0.0, kLeft, kUpper));
     placeWindow(somata, screenShare(somata, kLeft, 0.0, 1.0 - kLeft, kUpper));
     placeWindow(panel, screenShare(panel, 0.0, kUpper, 1.0, 1.0 - kUpper));
 }
 
-// From the data screen they go beside it, as the graph screens do, so that
-// its menus, grid and buttons are uncovered when the pupil comes back to
-// it with the panel or the corpuscles still up. The data screen hides while
-// they are shown, but keeps its place, which stays clear. The three share
-// the room beside it as they share the display from the main menu, and
-// grow smaller if they must; the panel keeps the height its texts are laid
-// out in and the width its controls need. Where there is no room for all
-// three, the later ones cover part of the earlier rather than the data
-// screen; where there is no room for the panel (below about 1400 pixels,
-// 1800 at 150 %), it covers part of the data screen's grid.
-void layOutBesideData(Rixo& rixo, Rixotext& panel, Somata& somata) {
-    lastLayout = Layout::BesideData;
+void showAll(bool fromData) {
+    Rixo& rixo = form<Rixo>();
+    Rixotext& panel = form<Rixotext>();
+    Somata& somata = form<Somata>();
+    layOutShared(rixo, panel, somata);
+    rixo.setCameFromData(fromData);
+    if (fromData) rixo.startAnimation();
+    showScreen(rixo);
+    showScreen(panel);
+    showScreen(somata);
+}
+
+}  // namespace
+
+void showInterpretationScreens() { showAll(false); }
+void showInterpretationScreensFromData() { showAll(true); }
+
+// The screens still up go beside the data screen, as the graph screens do,
+// so that its menus, grid and buttons are uncovered; smaller if they must.
+// The panel keeps the height its texts are laid out in and the width its
+// controls need: where there is no room for it beside the data screen
+// (below about 1400 pixels, 1800 at 150 %), it covers part of the grid but
+// never the title bar or menus.
+void stepAsideForData() {
     const QWidget& data = windowOf(Place::DataScreen);
     const QRect area = availableArea(&data);
     std::vector<QRect> mustStayClear = {outerRect(data)};
@@ -60,36 +74,20 @@ void layOutBesideData(Rixo& rixo, Rixotext& panel, Somata& somata) {
         QSize size;
         QSize least;
     };
+    Forms& forms = Forms::instance();
     // The panel first, as it holds the controls the drawings follow.
-    const Wanted windows[] = {{&panel, share(1.0, 1.0 - kUpper), share(0.0, 1.0 - kUpper)},
-                              {&rixo, share(kLeft, kUpper), {280, 200}},
-                              {&somata, share(1.0 - kLeft, kUpper), {280, 200}}};
+    std::vector<Wanted> windows;
+    if (forms.exists<Rixotext>()) windows.push_back({&form<Rixotext>(), share(1.0, 1.0 - kUpper), share(0.0, 1.0 - kUpper)});
+    if (forms.exists<Rixo>()) windows.push_back({&form<Rixo>(), share(kLeft, kUpper), {280, 200}});
+    if (forms.exists<Somata>()) windows.push_back({&form<Somata>(), share(1.0 - kLeft, kUpper), {280, 200}});
     for (const Wanted& w : windows) {
+        if (!w.window->isVisible()) continue;
         // A window is never placed smaller than its layout lets it be: it
         // would grow out of its place when shown.
         const QSize least = w.least.expandedTo(w.window->minimumSizeHint().grownBy(windowFrameMargins(*w.window)));
         const QRect place = clearPlace(w.size.expandedTo(least), least, area, mustStayClear, {});
         placeWindow(*w.window, place);
         mustStayClear.push_back(place);
+        laidOut = false;
     }
 }
-
-void showAll(bool fromData) {
-    Rixo& rixo = form<Rixo>();
-    Rixotext& panel = form<Rixotext>();
-    Somata& somata = form<Somata>();
-    if (fromData)
-        layOutBesideData(rixo, panel, somata);
-    else
-        layOutShared(rixo, panel, somata);
-    rixo.setCameFromData(fromData);
-    if (fromData) rixo.startAnimation();
-    showScreen(rixo);
-    showScreen(panel);
-    showScreen(somata);
-}
-
-}  // namespace
-
-void showInterpretationScreens() { showAll(false); }
-void showInterpretationScreensFromData() { showAll(true); }

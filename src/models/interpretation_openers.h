@@ -8,5 +8,8 @@
 void showInterpretationScreens();
 // The data screen's "INTERPRETATION  OF lAW" (the data screen hides itself
 // first): the same three screens, the wave screen with its timer running,
-// placed beside the data screen so that it comes back uncovered.
+// sharing the display as from the main menu.
 void showInterpretationScreensFromData();
+// Where the data screen comes back while some of the three are still up:
+// they move beside it, so that its menus, grid and buttons are uncovered.
+void stepAsideForData();
