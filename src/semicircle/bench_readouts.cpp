@@ -7,6 +7,7 @@
 
 #include "canvas/canvas.h"
 #include "canvas/palette.h"
+#include "canvas/presentation_scale.h"
 #include "canvas/qt_format.h"
 #include "semicircle/hmiky_look.h"
 
@@ -158,21 +159,26 @@ std::vector<QRectF> placeReadouts(Canvas& canvas, const std::vector<Readout>& re
     const double pxX = std::fabs(canvas.userPerPixelX()), pxY = std::fabs(canvas.userPerPixelY());
     if (!(pxX > 0.0) || !(pxY > 0.0)) return placed;
     constexpr double kPad = 3.0;  // pixels round the text
+    // A screen that shows texts larger grows each box with its texts, down
+    // and to the right: the box goes where its size as shown is free.
+    const double shown = presentationScale();
 
     for (const Readout& r : readouts) {
         const QString text = r.lines.join(QLatin1Char('\n'));
-        const QSizeF size(canvas.textWidth(text) / pxX + 2 * kPad, canvas.textHeight(text) / pxY + 2 * kPad);
+        const QSizeF textSize(canvas.textWidth(text) / pxX, canvas.textHeight(text) / pxY);
+        const QSizeF room = textSize * shown + QSizeF(2 * kPad, 2 * kPad);
         const QPointF anchor = canvas.toLogical(r.anchor.x, r.anchor.y);
         const QSizeF area(canvas.width(), canvas.height());
-        std::optional<QRectF> box = freePlace(size, anchor, area, taken, &rayLines);
-        if (!box) box = freePlace(size, anchor, area, taken, nullptr);
-        if (!box) continue;
-        taken.push_back(box->adjusted(-2, -2, 2, 2));
-        placed.push_back(*box);
+        std::optional<QRectF> free = freePlace(room, anchor, area, taken, &rayLines);
+        if (!free) free = freePlace(room, anchor, area, taken, nullptr);
+        if (!free) continue;
+        taken.push_back(free->adjusted(-2, -2, 2, 2));
+        placed.push_back(*free);
+        const QRectF box(free->topLeft(), textSize + QSizeF(2 * kPad, 2 * kPad));
 
-        const QPointF topLeft = canvas.toUser(box->topLeft()), bottomRight = canvas.toUser(box->bottomRight());
-        const QPointF centre = canvas.toUser(box->center());
-        if (QLineF(box->center(), anchor).length() > std::hypot(size.width(), size.height()) / 2.0 + 10.0)
+        const QPointF topLeft = canvas.toUser(box.topLeft()), bottomRight = canvas.toUser(box.bottomRight());
+        const QPointF centre = canvas.toUser(box.center());
+        if (QLineF(box.center(), anchor).length() > std::hypot(box.width(), box.height()) / 2.0 + 10.0)
             canvas.line(r.anchor.x, r.anchor.y, centre.x(), centre.y(), palette::bench::readoutFrame);
         canvas.filledBox(topLeft.x(), topLeft.y(), bottomRight.x(), bottomRight.y(), palette::bench::readoutPaper);
         canvas.box(topLeft.x(), topLeft.y(), bottomRight.x(), bottomRight.y(), palette::bench::readoutFrame);

@@ -18,6 +18,7 @@
 
 #include "canvas/fonts.h"
 #include "canvas/qt_format.h"
+#include "ui/presentation_size.h"
 #include "ui/scroll_bars.h"
 
 namespace {
@@ -79,6 +80,8 @@ Hmiky::Hmiky() {
     createMenus();
     connectHandlers();
     canvas->installEventFilter(this);
+    // The angles beside the rays are placed for the size they are shown in.
+    watchPresentationSize(this, [this](int) { drawPicture(); });
     resize(1000, 900);
     Form_Load();
 }

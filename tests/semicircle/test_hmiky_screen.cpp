@@ -16,6 +16,7 @@
 #include "semicircle/hmiky_screen.h"
 #include "test_support.h"
 #include "ui/forms.h"
+#include "ui/presentation_size.h"
 
 namespace {
 
@@ -221,14 +222,18 @@ private slots:
         QCOMPARE(readouts(), (QStringList{"i = 30.0°", "r = 19.5°"}));                 // sin r = sin 30° / 1.5
         QVERIFY(QString::fromUtf8(figureSvg(canvas, "bench")).contains("r = 19.5°"));  // the figure as a file
 
-        // Nine rays at once, at 1366×768 and in the smallest window.
-        for (QSize size : {QSize(1300, 640), QSize(300, 300)}) {
+        // Nine rays at once, at 1366×768, in the smallest window, and at
+        // 1366×768 shown at 200 %, where every box is placed as large as shown.
+        for (const auto& [size, percent] : {std::pair{QSize(1300, 640), 100}, std::pair{QSize(300, 300), 100},
+                                            std::pair{QSize(1300, 640), 200}}) {
+            setPresentationSize(percent);
             bench.resize(size);
             QCoreApplication::processEvents();
             bench.Command4_Click();
             QVERIFY(apart());
             if (size.width() > 1000) QCOMPARE(readouts().size(), 18);
         }
+        setPresentationSize(100);
         bench.findChild<QAction*>("readouts")->trigger();
         QVERIFY(readouts().isEmpty() && !canvas.summary().contains("i = "));
         QVERIFY(!Hmiky().findChild<QAction*>("readouts")->isChecked());  // kept for the next start
