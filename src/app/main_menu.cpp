@@ -16,6 +16,7 @@
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
 #include "canvas/palette.h"
+#include "canvas/presentation_scale.h"
 #include "canvas/qt_format.h"
 #include "core/physics.h"
 #include "history/data_screen_opener.h"
@@ -75,7 +76,10 @@ void Diathlasimeleti::createWindowControls() {
         makeButton(this, QStringLiteral("RESET WINDOWS  Επαναφορά παραθύρων"), FontRole::Caption, "resetWindows");
     reset->setFont(roleFont(FontRole::Caption, 10.0, true));
     connect(reset, &QPushButton::clicked, this, [] { resetWindowPlaces(); });
-    watchPresentationSize(this, [this](int) { layOut(); });
+    watchPresentationSize(this, [this](int) {
+        layOut();
+        drawIllustration();  // its texts are laid out for the size shown
+    });
     setTabOrder(Command5, size);
     setTabOrder(size, reset);
 }
@@ -158,10 +162,11 @@ void Diathlasimeleti::drawIllustration() {
     c.setCurrentY(90);
     c.print(QStringLiteral("AIR  ΑΕΡΑΣ"));
     // The medium and the law, in both languages, each on one line where it
-    // fits on its side of the normal, otherwise a part a line.
+    // fits on its side of the normal as the screen shows it, otherwise a
+    // part a line.
     auto printBeside = [&c](double left, const QStringList& parts) {
         constexpr double room = 180.0;
-        const QStringList lines = c.textWidth(parts.join(QStringLiteral("   "))) <= room
+        const QStringList lines = c.textWidth(parts.join(QStringLiteral("   "))) * presentationScale() <= room
                                       ? QStringList{parts.join(QStringLiteral("   "))}
                                       : parts;
         // y runs upwards; on a low picture the last line rises to stay whole.

@@ -15,11 +15,14 @@ void moveTo(QWidget& window, QPoint frameTopLeft) {
 }
 
 // Then beside its menus, grid and buttons, which stay in reach: smaller if
-// it must, over the rest of the data screen where there is no other room.
+// it must, over the rest of the data screen where there is no other room;
+// never smaller than its layout lets it be, or its controls would be cut.
 void keepDataScreenInReach(QWidget& window) {
     const QWidget& data = windowOf(Place::DataScreen);
     const QSize size = outerRect(window).size();
-    placeWindow(window, clearPlace(size, size * 0.5, availableArea(&data), workingParts(data), {outerRect(data)}));
+    const QSize least =
+        (size * 0.5).expandedTo(window.minimumSizeHint().grownBy(windowFrameMargins(window))).boundedTo(size);
+    placeWindow(window, clearPlace(size, least, availableArea(&data), workingParts(data), {outerRect(data)}));
 }
 }  // namespace
 

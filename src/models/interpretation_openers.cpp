@@ -10,6 +10,7 @@
 #include "models/somata_screen.h"
 #include "ui/forms.h"
 #include "ui/navigation.h"
+#include "ui/presentation_size.h"
 #include "ui/window_placement.h"
 
 namespace {
@@ -17,27 +18,50 @@ namespace {
 constexpr double kUpper = 0.62;  // of the height, for the two drawings
 constexpr double kLeft = 0.45;   // of the width, for the waves
 
-// Whether the three screens lie as the program laid them out: they keep
-// the pupil's places when they come back, and are laid out again once they
-// stepped aside for the data screen.
-bool laidOut = false;
+// Whether the three screens lie as the program laid them out, kept on the
+// panel, which lives as long as they do: they keep the pupil's places when
+// they come back, and are laid out again once they stepped aside for the
+// data screen or the presentation size changed.
+constexpr const char* kLaidOut = "laidOutShared";
+bool laidOut(const Rixotext& panel) { return panel.property(kLaidOut).toBool(); }
+void setLaidOut(Rixotext& panel, bool on) { panel.setProperty(kLaidOut, on); }
 
 // The three screens share the display: the waves on the left, the
 // corpuscles on the right, the panel under both. From the data screen as
 // well: it hides while they are shown, and they step aside when it comes
-// back with some of them still up (stepAsideForData).
+// back with some of them still up (stepAsideForData). The panel is as tall
+// as its texts need at the display's width (more on a small display at a
+// large presentation size); the drawings take the rest.
 void layOutShared(Rixo& rixo, Rixotext& panel, Somata& somata) {
-    if (laidOut) return;
-    laidOut = true;
-    placeWindow(rixo, screenShare(rixo, 0.0, 0.0, kLeft, kUpper));
-    placeWindow(somata, screenShare(somata, kLeft, 0.0, 1.0 - kLeft, kUpper));
-    placeWindow(panel, screenShare(panel, 0.0, kUpper, 1.0, 1.0 - kUpper));
+    if (laidOut(panel)) return;
+    setLaidOut(panel, true);
+    const QRect area = availableArea(&panel);
+    const QMargins frame = windowFrameMargins(panel);
+    const int width = area.width() - frame.left() - frame.right();
+    const int needs = panel.hasHeightForWidth() ? panel.heightForWidth(width) : panel.minimumSizeHint().height();
+    constexpr double kMostForPanel = 0.6;
+    const double lower = std::clamp((needs + frame.top() + frame.bottom()) / std::max(1.0, double(area.height())),
+                                    1.0 - kUpper, kMostForPanel);
+    placeWindow(rixo, screenShare(rixo, 0.0, 0.0, kLeft, 1.0 - lower));
+    placeWindow(somata, screenShare(somata, kLeft, 0.0, 1.0 - kLeft, 1.0 - lower));
+    placeWindow(panel, screenShare(panel, 0.0, 1.0 - lower, 1.0, lower));
 }
 
 void showAll(bool fromData) {
     Rixo& rixo = form<Rixo>();
     Rixotext& panel = form<Rixotext>();
     Somata& somata = form<Somata>();
+    if (!panel.property("watched").toBool()) {
+        panel.setProperty("watched", true);
+        // Shown larger or smaller, the panel needs another height: the three
+        // are laid out again, those the pupil placed himself excepted.
+        watchPresentationSize(&panel, [&panel](int) {
+            const Forms& forms = Forms::instance();
+            if (!laidOut(panel) || !forms.exists<Rixo>() || !forms.exists<Somata>()) return;
+            setLaidOut(panel, false);
+            layOutShared(form<Rixo>(), panel, form<Somata>());
+        });
+    }
     layOutShared(rixo, panel, somata);
     rixo.setCameFromData(fromData);
     if (fromData) rixo.startAnimation();
@@ -88,6 +112,6 @@ void stepAsideForData() {
         const QRect place = clearPlace(w.size.expandedTo(least), least, area, mustStayClear, {});
         placeWindow(*w.window, place);
         mustStayClear.push_back(place);
-        laidOut = false;
+        setLaidOut(form<Rixotext>(), false);
     }
 }

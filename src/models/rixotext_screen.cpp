@@ -17,6 +17,7 @@
 #include "models/somata_screen.h"
 #include "ui/forms.h"
 #include "ui/scroll_bars.h"
+#include "ui/presentation_size.h"
 
 namespace {
 
@@ -105,10 +106,12 @@ void Rixotext::createLabels() {
 void Rixotext::layOut() {
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(16);
-    auto caption = [](const QString& text, QWidget* buddy) {
+    std::vector<QLabel*> captions;
+    auto caption = [&captions](const QString& text, QWidget* buddy) {
         auto* l = new QLabel(text);
         l->setBuddy(buddy);
         l->setFont(roleFont(FontRole::Caption, 9.0, true));
+        captions.push_back(l);
         return l;
     };
     newtonCaption = caption(QStringLiteral("Newton's value  Σταθερά Newton"), newtongtimi);
@@ -122,6 +125,7 @@ void Rixotext::layOut() {
     grid->addWidget(newtongtimi, 1, 2);
     grid->addWidget(newtonText, 2, 2);
     for (int c = 0; c < 3; ++c) grid->setColumnStretch(c, 1);
+    wrapWhenShownLarger(this, captions);
 
     auto* figures = new QGridLayout;
     figures->addWidget(Label6, 0, 0);

@@ -171,11 +171,13 @@ QWidget* Hmiky::createControlsPanel() {
     grid->setHorizontalSpacing(14);
     grid->setVerticalSpacing(6);
     const QFont captionFont = roleFont(FontRole::Caption, 9.0, true);
+    std::vector<QLabel*> titles;
     auto addControl = [&](int row, int column, const QString& caption, QScrollBar* bar, QWidget* shows) {
         auto* box = new QVBoxLayout;
         box->setSpacing(2);
         auto* title = new QLabel(caption);
         title->setFont(captionFont);
+        titles.push_back(title);
         title->setBuddy(bar);
         title->setAccessibleName(caption);
         box->addWidget(title);
@@ -189,6 +191,7 @@ QWidget* Hmiky::createControlsPanel() {
     addControl(1, 0, QStringLiteral("Tilt of the diameter  Κλίση διαμέτρου"), angle, gon);
     addControl(1, 1, QStringLiteral("Ray height h  Ύψος ακτίνας h"), hvalue, Label4);
     addControl(1, 2, QStringLiteral("Index n  Δείκτης n"), Indexn, Indexnt);
+    wrapWhenShownLarger(this, titles);
     for (int c = 0; c < 3; ++c) grid->setColumnStretch(c, 1);
     return panel;
 }

@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <vector>
 
 #include "canvas/canvas.h"
 #include "semicircle/bench_experiments.h"

@@ -1,6 +1,7 @@
 #include "ui/presentation_size.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QPointer>
 #include <QSettings>
 #include <QWidget>
@@ -111,4 +112,14 @@ void restorePresentationSize() {
 
 void watchPresentationSize(QObject* owner, std::function<void(int)> changed) {
     watchers().push_back({owner, std::move(changed)});
+}
+
+void wrapWhenShownLarger(QObject* owner, const std::vector<QLabel*>& labels) {
+    std::vector<QPointer<QLabel>> kept(labels.begin(), labels.end());
+    auto wrap = [kept](int percent) {
+        for (const QPointer<QLabel>& label : kept)
+            if (label) label->setWordWrap(percent > 100);
+    };
+    wrap(presentationSize());
+    watchPresentationSize(owner, wrap);
 }

@@ -2,6 +2,7 @@
 #include <functional>
 #include <vector>
 
+class QLabel;
 class QObject;
 
 // The presentation size: a class at the back of the room reads a projected
@@ -26,3 +27,7 @@ void restorePresentationSize();
 // Calls `changed` with the new size after every change, while `owner` lives
 // (the main menu's control follows the keys so).
 void watchPresentationSize(QObject* owner, std::function<void(int percent)> changed);
+
+// Captions that keep one line as designed and may take two in a narrow
+// window when shown larger: word wrap on above 100 %, from now on.
+void wrapWhenShownLarger(QObject* owner, const std::vector<QLabel*>& labels);
