@@ -5,6 +5,7 @@
 
 #include "canvas/canvas.h"
 #include "canvas/palette.h"
+#include "canvas/presentation_scale.h"
 
 namespace {
 
@@ -20,7 +21,15 @@ QRectF pixelRect(const Canvas& c, double x1, double y1, double x2, double y2) {
 struct Placed {
     QRectF text;    // widget pixels
     QRectF ground;  // widget pixels
+    QRectF shown;   // the ground as the screen shows it, grown with its texts
 };
+
+// A ground grows down and to the right with its texts where the screen
+// shows them larger: the room it takes there.
+QRectF shownGround(const QRectF& ground, QSizeF texts) {
+    const double more = presentationScale() - 1.0;
+    return ground.adjusted(0.0, 0.0, texts.width() * more, texts.height() * more);
+}
 
 // The label's text and ground in widget pixels at its own place; the
 // canvas's font is left at the label's.
@@ -37,6 +46,7 @@ Placed measure(Canvas& c, const LawLabel& label) {
     // Given in user coordinates, where y may run upwards.
     if (const QRectF g = label.groundAtLeast.normalized(); !g.isEmpty())
         p.ground |= pixelRect(c, g.left(), g.top(), g.right(), g.bottom());
+    p.shown = shownGround(p.ground, p.text.size());
     return p;
 }
 
@@ -45,13 +55,13 @@ bool clearOf(const QRectF& ground, const std::vector<QRectF>& taken) {
 }
 
 // Pixels to move the label down (positive) or up to the nearest place where
-// its ground stays on the canvas and clear of the texts taken; none (0)
-// when there is no such place.
+// its ground, as shown, stays on the canvas and clear of the texts taken;
+// none (0) when there is no such place.
 double freeShift(const Canvas& c, const Placed& own, const std::vector<QRectF>& taken) {
     const QRectF area(0.0, 0.0, c.width(), c.height());
     for (double shift = 0.0; shift <= c.height(); shift += kStepPixels)
         for (double s : {shift, -shift}) {
-            const QRectF ground = own.ground.translated(0.0, s);
+            const QRectF ground = own.shown.translated(0.0, s);
             if (area.contains(ground) && clearOf(ground, taken)) return s;
         }
     return 0.0;
@@ -116,7 +126,9 @@ void drawLegend(Canvas& c, const std::vector<LawFigure>& laws, const std::vector
         if (l.colour != palette::graph::grid)
             avoid.push_back(QRectF(l.from, l.to).normalized().adjusted(-1.0, -1.0, 1.0, 1.0));
     const Legend legend = measureLegend(c, laws);
-    const QPointF at = legendPlace(c, legend.size, taken, avoid);
+    const QSizeF texts(legend.size.width() - kSwatchPixels - 3.0 * kLegendPadding,
+                       legend.size.height() - 2.0 * kLegendPadding);
+    const QPointF at = legendPlace(c, shownGround(QRectF(QPointF(), legend.size), texts).size(), taken, avoid);
     const QRectF box(at, legend.size);
     const QPointF from = c.toUser(box.topLeft()), to = c.toUser(box.bottomRight());
     c.setDrawWidth(1);
@@ -162,7 +174,7 @@ void layLawsOver(Canvas& c, const std::vector<LawFigure>& laws) {
             c.setCurrentY(top + static_cast<double>(k) * lineDown);
             c.print(label.lines[k]);
         }
-        taken.push_back(ground);
+        taken.push_back(own.shown.translated(0.0, shift));
     }
     for (const LawFigure& law : laws) c.addToSummary(QStringLiteral("Laid over the data: ") + law.spoken);
     if (!laws.empty()) drawLegend(c, laws, taken);
