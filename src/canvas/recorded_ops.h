@@ -7,6 +7,8 @@
 #include <variant>
 #include <vector>
 
+#include "canvas/text_link.h"
+
 class QPainter;
 class QPaintDevice;
 
@@ -54,25 +56,6 @@ struct PointOp {
     QColor colour;
     PenState pen;
 };
-// How a text follows a text recorded shortly before it. A screen that shows
-// texts larger than designed must keep texts that belong together apart:
-// the next line of a block stays under the line above it, the other texts
-// of a row stay on its row, and a continuation stays after the text it
-// continues. Texts that follow nothing keep their designed place.
-enum class TextLink { None, Below, SameRow, After };
-
-// The point of a text's box, in fractions of its width and height, that
-// stays where it was designed when a text that follows no other is shown
-// larger: the top-left corner of running text; the middle of the right end
-// of a label left of a tick, the middle of the top of a label under one, so
-// that a grown label stays beside its mark instead of running over it.
-struct TextAnchor {
-    double across = 0.0;
-    double down = 0.0;
-    bool operator==(const TextAnchor&) const = default;
-};
-inline constexpr TextAnchor kUnderMark{0.5, 0.0}, kLeftOfMark{1.0, 0.5}, kLeftUnderMark{1.0, 0.0};
-
 // Text keeps its point size when the area grows; when it shrinks below
 // the size the text was printed at, the text shrinks with it, so that
 // lines printed one under another do not run into each other, but never
