@@ -223,7 +223,8 @@ private slots:
         QVERIFY(QString::fromUtf8(figureSvg(canvas, "bench")).contains("r = 19.5°"));  // the figure as a file
 
         // Nine rays at once, at 1366×768, in the smallest window, and at
-        // 1366×768 shown at 200 %, where every box is placed as large as shown.
+        // 1366×768 shown at 200 %, where every box is placed as large as shown
+        // (and one with no room left is not written).
         for (const auto& [size, percent] : {std::pair{QSize(1300, 640), 100}, std::pair{QSize(300, 300), 100},
                                             std::pair{QSize(1300, 640), 200}}) {
             setPresentationSize(percent);
@@ -231,7 +232,7 @@ private slots:
             QCoreApplication::processEvents();
             bench.Command4_Click();
             QVERIFY(apart());
-            if (size.width() > 1000) QCOMPARE(readouts().size(), 18);
+            if (size.width() > 1000 && percent == 100) QCOMPARE(readouts().size(), 18);  // all nine fit
         }
         setPresentationSize(100);
         bench.findChild<QAction*>("readouts")->trigger();
