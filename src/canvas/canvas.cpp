@@ -112,6 +112,15 @@ void Canvas::filledBox(double x1, double y1, double x2, double y2, std::optional
     currentY_ = y2;
 }
 
+void Canvas::groundForTexts(double x1, double y1, double x2, double y2) {
+    BoxOp op{fracX(x1), fracY(y1), fracX(x2), fracY(y2), backColor_, true, state_, true};
+    if (!finite({x1, y1, x2, y2, op.x1, op.y1, op.x2, op.y2})) {
+        skip();
+        return;
+    }
+    record(std::move(op));
+}
+
 void Canvas::circle(double x, double y, double radius, std::optional<QColor> colour, std::optional<double> startAngle,
                     std::optional<double> endAngle, double aspect) {
     CircleOp op{fracX(x),

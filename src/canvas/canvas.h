@@ -104,6 +104,12 @@ public:
     // The box filled with the colour (ForeColor when none is given), edge to
     // edge: a box from ScaleLeft to ScaleLeft + ScaleWidth fills the width.
     void filledBox(double x1, double y1, double x2, double y2, std::optional<QColor> colour = std::nullopt);
+    // A ground of BackColor for the texts printed next on it, painted only
+    // where the screen shows texts larger: there it grows with them and
+    // hides the lines they grow over (a title between grid lines); the
+    // picture as designed, and every export, stay as they were. The pen
+    // stays where it is.
+    void groundForTexts(double x1, double y1, double x2, double y2);
     // A circle, or with start/end angles (radians, counter-clockwise from +x
     // on the screen) an arc; a negative angle also draws the radius to that
     // end of the arc (its magnitude is the angle; −0.001 stands for 0). The

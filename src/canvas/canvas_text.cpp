@@ -101,8 +101,7 @@ void Canvas::print(const QString& text, PrintEnd end) {
     }
     // An empty print on the same line leaves the pen, and what it follows, as they were.
     const bool penStays = end == PrintEnd::SameLine && lines.size() == 1 && lines.front().isEmpty();
-    if (!penStays)
-        pen_ = {fracX(currentX_), fracY(currentY_), end == PrintEnd::SameLine && !lines.back().isEmpty()};
+    if (!penStays) pen_ = {fracX(currentX_), fracY(currentY_), end == PrintEnd::SameLine && !lines.back().isEmpty()};
 
     notePrinted(text);
 }

@@ -31,7 +31,7 @@ AxisTicks labelledTicks(double lo, double hi, std::optional<double> labelMax, st
 
 struct AxisLabel {
     QString text;
-    double x, y;  // top-left corner, user units
+    double x, y;                    // top-left corner, user units
     canvas_ops::TextAnchor anchor;  // the end next to its tick
 };
 
@@ -194,8 +194,14 @@ void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double
     const Ranges ranges{xMax, xMin, yMax, yMin, xLabelMax, yLabelMax, xStep, yStep, crossingMark};
     for (const AxisLabel& label : axisLabels(canvas, ranges)) {
         const QMarginsF o = overhang(canvas, label);
-        canvas.setCurrentX(label.x + (o.left() - o.right()) * right);
-        canvas.setCurrentY(label.y + (o.top() - o.bottom()) * down);
+        const double x = label.x + (o.left() - o.right()) * right;
+        const double y = label.y + (o.top() - o.bottom()) * down;
+        // A label under the x axis, grown, hides the grid line below it.
+        if (label.anchor == canvas_ops::kUnderMark)
+            canvas.groundForTexts(x, y, x + canvas.textWidth(label.text) * (right < 0 ? -1.0 : 1.0),
+                                  y + canvas.textHeight(label.text) * (down < 0 ? -1.0 : 1.0));
+        canvas.setCurrentX(x);
+        canvas.setCurrentY(y);
         canvas.setTextAnchor(label.anchor);
         canvas.print(label.text);
     }

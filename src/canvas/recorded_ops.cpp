@@ -1,5 +1,4 @@
 #include "canvas/recorded_ops.h"
-#include "canvas/text_flow.h"
 
 #include <QPaintEngine>
 #include <QPainter>
@@ -10,6 +9,7 @@
 
 #include "canvas/canvas_limits.h"
 #include "canvas/presentation_scale.h"
+#include "canvas/text_flow.h"
 #include "canvas/text_runs.h"
 #include "core/physics.h"
 
@@ -174,6 +174,7 @@ void paintLine(QPainter& painter, const LineOp& o, double w, double h, qreal dpr
 }
 
 void paintBox(QPainter& painter, const BoxOp& o, double w, double h, qreal dpr, double m) {
+    if (o.onlyGrown && m == 1.0) return;
     const double left = clampPixel(std::min(o.x1, o.x2) * w);
     const double right = clampPixel(std::max(o.x1, o.x2) * w);
     const double top = clampPixel(std::min(o.y1, o.y2) * h);

@@ -42,6 +42,7 @@ struct BoxOp {
     QColor colour;
     bool filled;
     PenState pen;
+    bool onlyGrown = false;  // painted only where texts are shown larger
 };
 struct CircleOp {
     double x, y, radius;  // radius as a fraction of the area's width
@@ -85,7 +86,6 @@ struct ReplayArea {
     int layoutDpiY;
 };
 
-
 struct TextFlow;  // canvas/text_flow.h
 
 // Paints one operation through the painter, whose device gives the pixel
@@ -94,7 +94,6 @@ void paintOp(QPainter& painter, const Op& op, const ReplayArea& area, TextFlow& 
 // Moves only the flow's ground on, as painting the operation would: what a
 // text recorded next sits on, known before the operations are painted.
 void noteGround(const Op& op, TextFlow& flow);
-
 
 // The type size a recorded text is painted in on an area of this size.
 double paintedPoints(const TextOp& text, double areaWidth, double areaHeight);

@@ -1,10 +1,10 @@
+#include "canvas/text_flow.h"
+
 #include <QFontMetricsF>
 #include <QPaintDevice>
 #include <QRectF>
 
 #include <algorithm>
-
-#include "canvas/text_flow.h"
 
 // Where grown texts go: after the texts they follow, and a block of lines
 // raised where it would run past the bottom of the area.

@@ -104,7 +104,7 @@ double printFittedOnGround(Canvas& canvas, double x, double y, const QString& te
     double width = 0.0;
     for (const QString& line : fitted.lines) width = std::max(width, canvas.textWidth(line));
     const double height = static_cast<double>(fitted.lines.size()) * canvas.textHeight();
-    canvas.filledBox(x, y, x + width, y + height * (canvas.userPerPixelY() < 0 ? -1.0 : 1.0), canvas.backColor());
+    canvas.groundForTexts(x, y, x + width, y + height * (canvas.userPerPixelY() < 0 ? -1.0 : 1.0));
     return printFitted(canvas, x, y, text, maxWidth, points);
 }
 
@@ -380,7 +380,8 @@ void printSineTexts(Canvas& c, const SineGraphTexts& texts, const PlotStyle& sty
         next = printFitted(c, kTitleX, next, texts.fitQuality, kIndexWidth, kTitlePoints);
         c.setFontBold(true);
     }
-    printFitted(c, kSineTitleX, next + kBandGapPixels * down, texts.sinRefractionTitle, kSineTitleWidth, kTitlePoints);
+    printFittedOnGround(c, kSineTitleX, next + kBandGapPixels * down, texts.sinRefractionTitle, kSineTitleWidth,
+                        kTitlePoints);
     c.setFontSize(kLabelPoints);
     c.setFontBold(false);
     const double incidenceTop = (3.0 + 2.0 * kBandGapPixels + linePixels(c)) * down;

@@ -89,7 +89,7 @@ double fittedHeightPixels(Canvas& canvas, const QString& text, double maxWidth, 
 // Prints the text with its top-left corner at (x, y) laid out by fitText.
 // Returns the y at which a line printed under it would start.
 double printFitted(Canvas& canvas, double x, double y, const QString& text, double maxWidth, double points);
-// The same on a ground of the canvas's background, just the text's size as
+// The same on a ground (Canvas::groundForTexts) just the text's size as
 // designed: where the screen shows the text larger, the ground grows with it
 // and hides the grid lines it would otherwise be struck through by.
 double printFittedOnGround(Canvas& canvas, double x, double y, const QString& text, double maxWidth, double points);

@@ -1,7 +1,5 @@
 #include "models/epiloges_screen.h"
 
-#include "models/interpretation_openers.h"
-
 #include <QMenuBar>
 
 #include "canvas/fonts.h"

@@ -101,7 +101,8 @@ void stepAsideForData() {
     Forms& forms = Forms::instance();
     // The panel first, as it holds the controls the drawings follow.
     std::vector<Wanted> windows;
-    if (forms.exists<Rixotext>()) windows.push_back({&form<Rixotext>(), share(1.0, 1.0 - kUpper), share(0.0, 1.0 - kUpper)});
+    if (forms.exists<Rixotext>())
+        windows.push_back({&form<Rixotext>(), share(1.0, 1.0 - kUpper), share(0.0, 1.0 - kUpper)});
     if (forms.exists<Rixo>()) windows.push_back({&form<Rixo>(), share(kLeft, kUpper), {280, 200}});
     if (forms.exists<Somata>()) windows.push_back({&form<Somata>(), share(1.0 - kLeft, kUpper), {280, 200}});
     for (const Wanted& w : windows) {

@@ -16,8 +16,8 @@
 #include "models/rixo_screen.h"
 #include "models/somata_screen.h"
 #include "ui/forms.h"
-#include "ui/scroll_bars.h"
 #include "ui/presentation_size.h"
+#include "ui/scroll_bars.h"
 
 namespace {
 

@@ -225,8 +225,8 @@ private slots:
         // Nine rays at once, at 1366×768, in the smallest window, and at
         // 1366×768 shown at 200 %, where every box is placed as large as shown
         // (and one with no room left is not written).
-        for (const auto& [size, percent] : {std::pair{QSize(1300, 640), 100}, std::pair{QSize(300, 300), 100},
-                                            std::pair{QSize(1300, 640), 200}}) {
+        for (const auto& [size, percent] :
+             {std::pair{QSize(1300, 640), 100}, std::pair{QSize(300, 300), 100}, std::pair{QSize(1300, 640), 200}}) {
             setPresentationSize(percent);
             bench.resize(size);
             QCoreApplication::processEvents();
