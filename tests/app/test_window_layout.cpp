@@ -182,6 +182,21 @@ bool showsThrough(const Canvas& canvas, const Canvas::DrawnLine& line, const QRe
     return inside > 0 && 2 * seen >= inside && longest >= std::min(inside, 8);
 }
 
+// Whether some pixel in the text's box has the text's colour: a text
+// painted over, or never painted, has none.
+bool inked(const Canvas& canvas, const Canvas::DrawnText& text) {
+    for (double y = text.box.top() + 1; y < text.box.bottom() - 1; y += 1.0)
+        for (double x = text.box.left() + 1; x < text.box.right() - 1; x += 1.0) {
+            const QPointF user = canvas.toUser(QPointF(x, y));
+            const QColor c = canvas.pixelAt(user.x(), user.y());
+            if (std::abs(c.red() - text.colour.red()) + std::abs(c.green() - text.colour.green()) +
+                    std::abs(c.blue() - text.colour.blue()) <
+                60)
+                return true;
+        }
+    return false;
+}
+
 // Why a graph's printed texts cannot all be read whole: a text below 8 pt,
 // one that runs off the drawing, two that overlap, one that a data point
 // touches, a line seen through one. The texts from `firstLawLabel` on are
@@ -439,9 +454,13 @@ private slots:
             for (const auto& [name, load] : kTables) {
                 (data.*load)();
                 QTest::qWait(20);
-                for (const Canvas* canvas : {form<Incref>().canvas(), form<Analysis>().canvas()})
+                for (const Canvas* canvas : {form<Incref>().canvas(), form<Analysis>().canvas()}) {
                     for (const QString& p : graphProblems(*canvas, nameOf(canvas->window()), SIZE_MAX))
                         problems_ << QStringLiteral("%1 at 150 %: %2").arg(QLatin1String(name), p);
+                    // Painted, not hidden by the grounds that grow under them.
+                    for (const auto& t : canvas->drawnTexts())
+                        if (!inked(*canvas, t)) problems_ << QLatin1String(name) + ": \"" + t.text + "\" not painted";
+                }
             }
         data.Ptolemy_Click();
         problems_ << stackedProblems(*form<Incref>().canvas(), QStringLiteral("angle graph"));
