@@ -359,7 +359,10 @@ void repaintGround(QPainter& painter, const ReplayArea& area, qreal dpr, double 
         (box.y1 > box.y2 ? box.y1 : box.y2) += down;
         paintBox(painter, box, area.width, area.height, dpr, m);
     }
+    // Its texts are painted again: they follow, and are crowded by, only
+    // what was painted before them.
     flow.placed = flow.ground.before;
+    flow.labels.resize(std::min(flow.labels.size(), flow.ground.labelsBefore));
     std::size_t next = 0;
     for (const Op& op : flow.ground.onIt) {
         if (const auto* t = std::get_if<TextOp>(&op)) {
@@ -384,7 +387,7 @@ void followGround(QPainter* painter, const Op& op, const ReplayArea& area, qreal
         // A background filled behind a whole picture is no ground for a few texts.
         const QRectF r = boxRect(*box);
         if (r.width() * r.height() <= kLargestGround)
-            ground = {{*box}, {}, flow.placed};
+            ground = {{*box}, {}, flow.placed, flow.labels.size()};
         else
             ground = {};
         return;

@@ -46,7 +46,7 @@ bool crowdedLabel(const TextOp& text, const QRectF& box, double magnify, std::ve
     if (magnify == 1.0 || text.link != TextLink::None || text.anchor.across == 0.0) return false;
     const QRectF inner = box.adjusted(1, 1, -1, -1);  // touching is not running into
     for (const QRectF& other : labels)
-        if (inner.intersects(other) && other != box) return true;  // the same label painted again on its ground
+        if (inner.intersects(other)) return true;
     labels.push_back(box);
     return false;
 }

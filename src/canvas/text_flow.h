@@ -36,9 +36,10 @@ struct TextPlaces {
 struct TextFlow {
     TextPlaces placed;
     struct Ground {
-        std::vector<BoxOp> boxes;  // the filled box first, then its frame
-        std::vector<Op> onIt;      // lines and texts, in order
-        TextPlaces before;         // where the texts were before its first text
+        std::vector<BoxOp> boxes;      // the filled box first, then its frame
+        std::vector<Op> onIt;          // lines and texts, in order
+        TextPlaces before;             // where the texts were before its first text
+        std::size_t labelsBefore = 0;  // and how many labels were painted
     } ground;
     // Whether a text at this designed place would sit on the present ground.
     bool onGround(double x, double y) const;
