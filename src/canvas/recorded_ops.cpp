@@ -174,9 +174,7 @@ void paintLine(QPainter& painter, const LineOp& o, double w, double h, qreal dpr
 }
 
 void paintBox(QPainter& painter, const BoxOp& o, double w, double h, qreal dpr, double m) {
-    // A ground only for grown texts is painted with them, where they are
-    // painted (repaintGround).
-    if (o.onlyGrown) return;
+    if (o.onlyGrown) return;  // painted with its grown texts (repaintGround)
     const double left = clampPixel(std::min(o.x1, o.x2) * w);
     const double right = clampPixel(std::max(o.x1, o.x2) * w);
     const double top = clampPixel(std::min(o.y1, o.y2) * h);
@@ -347,11 +345,8 @@ void repaintGround(QPainter& painter, const ReplayArea& area, qreal dpr, double 
     const double up = std::min(0.0, painted.top() - designed.top()) / area.height;
     const double right = std::max(0.0, painted.right() - designed.right()) / area.width;
     const double down = std::max(0.0, painted.bottom() - designed.bottom()) / area.height;
-    if (const BoxOp& first = flow.ground.boxes.front(); first.onlyGrown) {
-        // Under the texts as painted, no further: a block pushed down by the
-        // lines above it leaves their place to them.
-        painter.fillRect(painted, first.colour);
-    }
+    // A ground only for grown texts lies under them as painted, no further.
+    if (const BoxOp& first = flow.ground.boxes.front(); first.onlyGrown) painter.fillRect(painted, first.colour);
     for (BoxOp box : flow.ground.boxes) {
         (box.x1 > box.x2 ? box.x2 : box.x1) += left;
         (box.y1 > box.y2 ? box.y2 : box.y1) += up;
