@@ -106,6 +106,8 @@ double& scaleHeld() {
 
 double presentationScale() { return scaleHeld(); }
 
+QSizeF shownBoxSize(QSizeF box, QSizeF texts) { return box + texts * (presentationScale() - 1.0); }
+
 void setPresentationScale(double factor) {
     if (std::isfinite(factor)) scaleHeld() = std::clamp(factor, 1.0, 2.0);
 }

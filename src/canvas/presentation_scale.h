@@ -1,5 +1,6 @@
 #pragma once
 #include <QFont>
+#include <QSizeF>
 
 #include "canvas/fonts.h"
 
@@ -12,6 +13,11 @@ double presentationScale();
 // Sets the factor (clamped to 1 … 2); windows already made are brought to
 // it by whoever changes it (ui/presentation_size.h).
 void setPresentationScale(double factor);
+
+// The size a box of texts (a readout, a label's ground, a legend) takes on
+// the screen: it grows down and to the right by as much as the texts on it,
+// `texts` being their extent as designed. For boxes placed in free room.
+QSizeF shownBoxSize(QSizeF box, QSizeF texts);
 
 // While one lives, the canvas paints as designed: exports and prints are
 // the same at every presentation size.

@@ -24,13 +24,6 @@ struct Placed {
     QRectF shown;   // the ground as the screen shows it, grown with its texts
 };
 
-// A ground grows down and to the right with its texts where the screen
-// shows them larger: the room it takes there.
-QRectF shownGround(const QRectF& ground, QSizeF texts) {
-    const double more = presentationScale() - 1.0;
-    return ground.adjusted(0.0, 0.0, texts.width() * more, texts.height() * more);
-}
-
 // The label's text and ground in widget pixels at its own place; the
 // canvas's font is left at the label's.
 Placed measure(Canvas& c, const LawLabel& label) {
@@ -46,7 +39,7 @@ Placed measure(Canvas& c, const LawLabel& label) {
     // Given in user coordinates, where y may run upwards.
     if (const QRectF g = label.groundAtLeast.normalized(); !g.isEmpty())
         p.ground |= pixelRect(c, g.left(), g.top(), g.right(), g.bottom());
-    p.shown = shownGround(p.ground, p.text.size());
+    p.shown = QRectF(p.ground.topLeft(), shownBoxSize(p.ground.size(), p.text.size()));
     return p;
 }
 
@@ -128,7 +121,7 @@ void drawLegend(Canvas& c, const std::vector<LawFigure>& laws, const std::vector
     const Legend legend = measureLegend(c, laws);
     const QSizeF texts(legend.size.width() - kSwatchPixels - 3.0 * kLegendPadding,
                        legend.size.height() - 2.0 * kLegendPadding);
-    const QPointF at = legendPlace(c, shownGround(QRectF(QPointF(), legend.size), texts).size(), taken, avoid);
+    const QPointF at = legendPlace(c, shownBoxSize(legend.size, texts), taken, avoid);
     const QRectF box(at, legend.size);
     const QPointF from = c.toUser(box.topLeft()), to = c.toUser(box.bottomRight());
     c.setDrawWidth(1);

@@ -159,14 +159,13 @@ std::vector<QRectF> placeReadouts(Canvas& canvas, const std::vector<Readout>& re
     const double pxX = std::fabs(canvas.userPerPixelX()), pxY = std::fabs(canvas.userPerPixelY());
     if (!(pxX > 0.0) || !(pxY > 0.0)) return placed;
     constexpr double kPad = 3.0;  // pixels round the text
-    // A screen that shows texts larger grows each box with its texts, down
-    // and to the right: the box goes where its size as shown is free.
-    const double shown = presentationScale();
 
     for (const Readout& r : readouts) {
         const QString text = r.lines.join(QLatin1Char('\n'));
         const QSizeF textSize(canvas.textWidth(text) / pxX, canvas.textHeight(text) / pxY);
-        const QSizeF room = textSize * shown + QSizeF(2 * kPad, 2 * kPad);
+        const QSizeF size = textSize + QSizeF(2 * kPad, 2 * kPad);
+        // The box goes where its size as the screen shows it is free.
+        const QSizeF room = shownBoxSize(size, textSize);
         const QPointF anchor = canvas.toLogical(r.anchor.x, r.anchor.y);
         const QSizeF area(canvas.width(), canvas.height());
         std::optional<QRectF> free = freePlace(room, anchor, area, taken, &rayLines);
@@ -174,7 +173,7 @@ std::vector<QRectF> placeReadouts(Canvas& canvas, const std::vector<Readout>& re
         if (!free) continue;
         taken.push_back(free->adjusted(-2, -2, 2, 2));
         placed.push_back(*free);
-        const QRectF box(free->topLeft(), textSize + QSizeF(2 * kPad, 2 * kPad));
+        const QRectF box(free->topLeft(), size);
 
         const QPointF topLeft = canvas.toUser(box.topLeft()), bottomRight = canvas.toUser(box.bottomRight());
         const QPointF centre = canvas.toUser(box.center());
