@@ -94,14 +94,14 @@ void placeGraphScreensBeside(const QWidget& owner) {
     const int strip = area.right() - data.right();
     const int half = area.height() / 2;
     QRect upper, lower;
-    if (strip >= std::max(360, area.width() / 3)) {
+    if (strip >= std::max(kGraphStripWidth, area.width() / 3)) {
         upper = QRect(data.right() + 1, area.top(), strip, half);
         lower = QRect(data.right() + 1, area.top() + half, strip, area.height() - half);
     } else {
         // The data screen's menus, grid and buttons stay uncovered: the
         // graphs grow smaller if they must (their texts keep 8 points).
         std::vector<QRect> mustStayClear = workingParts(owner);
-        const QSize size(std::max(area.width() / 2, 360), half);
+        const QSize size(std::max(area.width() / 2, kGraphStripWidth), half);
         const QSize least(std::min(size.width(), 280), std::min(half, 200));
         upper = clearPlace(size, least, area, mustStayClear, {data});
         mustStayClear.push_back(upper);

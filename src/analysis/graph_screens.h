@@ -84,3 +84,7 @@ private:
 // in the lower right. Done once per screen, the first time it is placed;
 // later the pupil's own placement stands.
 void placeGraphScreensBeside(const QWidget& owner);
+
+// The least width of the strip beside the data screen in which the two
+// graphs are read one over the other.
+inline constexpr int kGraphStripWidth = 360;

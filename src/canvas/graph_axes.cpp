@@ -14,6 +14,7 @@
 #include "canvas/axis_steps.h"
 #include "canvas/canvas.h"
 #include "canvas/palette.h"
+#include "canvas/presentation_scale.h"
 #include "canvas/qt_format.h"
 
 namespace {
@@ -192,16 +193,29 @@ void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double
     // A label that the scale leaves too little room for is moved in from the
     // edge rather than cut: a figure missing its first digit reads wrong.
     const Ranges ranges{xMax, xMin, yMax, yMin, xLabelMax, yLabelMax, xStep, yStep, crossingMark};
-    for (const AxisLabel& label : axisLabels(canvas, ranges)) {
+    std::vector<AxisLabel> under, others;
+    QRectF row;
+    for (AxisLabel label : axisLabels(canvas, ranges)) {
         const QMarginsF o = overhang(canvas, label);
-        const double x = label.x + (o.left() - o.right()) * right;
-        const double y = label.y + (o.top() - o.bottom()) * down;
-        // A label under the x axis, grown, hides the grid line below it.
-        if (label.anchor == canvas_ops::kUnderMark)
-            canvas.groundForTexts(x, y, x + canvas.textWidth(label.text) * (right < 0 ? -1.0 : 1.0),
-                                  y + canvas.textHeight(label.text) * (down < 0 ? -1.0 : 1.0));
-        canvas.setCurrentX(x);
-        canvas.setCurrentY(y);
+        label.x += (o.left() - o.right()) * right;
+        label.y += (o.top() - o.bottom()) * down;
+        if (label.anchor != canvas_ops::kUnderMark) {
+            others.push_back(label);
+            continue;
+        }
+        row |= QRectF(QPointF(label.x, label.y),
+                      QPointF(label.x + canvas.textWidth(label.text) * (right < 0 ? -1.0 : 1.0),
+                              label.y + canvas.textHeight(label.text) * (down < 0 ? -1.0 : 1.0)))
+                   .normalized();
+        under.push_back(label);
+    }
+    // The labels under the x axis, grown, hide the grid line below them
+    // along the whole row: seen between them, it would read as minus signs.
+    if (!under.empty()) canvas.groundForTexts(row.left(), row.top(), row.right(), row.bottom());
+    under.insert(under.end(), others.begin(), others.end());
+    for (const AxisLabel& label : under) {
+        canvas.setCurrentX(label.x);
+        canvas.setCurrentY(label.y);
         canvas.setTextAnchor(label.anchor);
         canvas.print(label.text);
     }
@@ -220,10 +234,11 @@ constexpr double kLargestBandShare = 0.5;
 // Moves one edge of the scale outward, the other edge fixed, until at least
 // `pixels` (at most half the canvas) lie between it and graphEdge. With the
 // fixed edge f, graphEdge g lies `share` of the height from the new edge e
-// when g − e = share · (f − e).
+// when g − e = share · (f − e). The band's texts are shown larger on the
+// screen at a larger presentation size, and so is the band.
 void makeRoomBeyond(Canvas& canvas, double graphEdge, double pixels, bool atTop) {
     const double height = std::max(1, canvas.height());
-    const double share = std::min(kLargestBandShare, pixels / height);
+    const double share = std::min(kLargestBandShare, pixels * presentationScale() / height);
     const double top = topEdge(canvas), bottom = bottomEdge(canvas);
     if (!std::isfinite(graphEdge) || !std::isfinite(share) || share <= 0.0) return;
     const double fixed = atTop ? bottom : top;

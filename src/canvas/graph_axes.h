@@ -53,8 +53,9 @@ void makeRoomForAxisLabels(Canvas& canvas, double xMax, double xMin, double yMax
 // Moves the top edge of the canvas's user scale out, when needed, so that
 // at least `pixels` lie between it and y = graphTop: a band above the graph
 // for its titles, which no line of the graph then crosses. The bottom edge
-// stays; the band never takes more than half the canvas. Before anything
-// is drawn, like makeRoomForAxisLabels.
+// stays; the band never takes more than half the canvas. `pixels` are as
+// designed: on the screen the band grows with the presentation size, as its
+// texts do. Before anything is drawn, like makeRoomForAxisLabels.
 void makeRoomAtTop(Canvas& canvas, double graphTop, double pixels);
 // The same below the graph: the bottom edge moves out until `pixels` lie
 // between y = graphBottom and it.

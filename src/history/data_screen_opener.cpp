@@ -1,5 +1,7 @@
 #include "history/data_screen_opener.h"
 
+#include <QMenuBar>
+
 #include <algorithm>
 
 #include "analysis/graph_screens.h"
@@ -10,9 +12,13 @@
 void openDataScreen() {
     Inpdat& data = form<Inpdat>();
     // The left part of the display, so that the two graph screens fit
-    // beside it; wide enough for its menu bar.
+    // beside it; wide enough for its menus on one row, unless that leaves
+    // the graphs too little room (a narrow screen at a large presentation
+    // size): then the menus wrap.
     const QRect area = availableArea(&data);
-    const int width = std::max({area.width() * 36 / 100, std::min(area.width(), 520), data.minimumWidth() + 16});
+    const int oneRowOfMenus = data.menuBar()->sizeHint().width() + 36;
+    const int width = std::max({area.width() * 36 / 100, std::min(area.width(), 520),
+                                std::min(oneRowOfMenus, area.width() - kGraphStripWidth)});
     placeWindow(data, QRect(area.left(), area.top(), width, area.height()));
     showScreen(data);
     placeGraphScreensBeside(data);

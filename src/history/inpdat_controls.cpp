@@ -20,6 +20,9 @@ QAction* addItem(QMenu* menu, const QString& name, const QString& caption) {
 CaptionButton* button(const QString& name, const QString& caption, QWidget* parent) {
     auto* made = new CaptionButton(caption, parent);
     made->setObjectName(name);
+    // On a narrow screen the data screen gives way to the graphs beside it:
+    // its captions wrap rather than hold it wide.
+    made->setSizePolicy(QSizePolicy::Preferred, made->sizePolicy().verticalPolicy());
     return made;
 }
 
@@ -124,7 +127,7 @@ void Inpdat::createFileView(QWidget* central) {
     fileView = new Canvas(central);
     fileView->setObjectName(QStringLiteral("fileView"));
     fileView->setAccessibleName(QStringLiteral("Stored set-up of the bench  Αποθηκευμένη διάταξη του πάγκου"));
-    fileView->setMinimumHeight(48);  // gives way first when a large presentation size needs the room
+    fileView->setMinimumHeight(48);   // gives way first when a large presentation size needs the room
     fileView->setMaximumHeight(150);  // a few lines of the stored set-up
     fileView->setFontRole(FontRole::Caption);
 }

@@ -70,9 +70,9 @@ void Inpdat::Form_Load() {
     List2->hide();
     Label3->hide();
     historicalDataFlag = false;
-    // Wide enough for every menu of the menu bar.
-    setMinimumWidth(menuBar()->sizeHint().width() + 20);
-    resize(std::max(640, minimumWidth()), 760);
+    // Wide enough for every menu of the menu bar on one row; where the
+    // screen or a window beside it leaves less, the menus wrap.
+    resize(std::max(640, menuBar()->sizeHint().width() + 20), 760);
     QRect frame = outerRect(*this);
     frame.moveCenter(availableArea(this).center());
     placeWindow(*this, frame);

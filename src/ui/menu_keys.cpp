@@ -12,6 +12,8 @@
 
 #include <set>
 
+#include "ui/menu_rows.h"
+
 QList<QChar> menuLetters(const QStringList& captions) {
     QList<QChar> letters;
     std::set<char16_t> taken;
@@ -84,7 +86,7 @@ void installMenuKeys(QMainWindow& window) {
     bar->setStyle(style);
     QList<QAction*> menus;
     QStringList captions;
-    for (QAction* action : bar->actions()) {
+    for (QAction* action : menusOfAllRows(window)) {
         if (!action->menu() || action->text().isEmpty()) continue;
         menus << action;
         captions << action->text();

@@ -13,12 +13,17 @@ namespace {
 // The window's own menu bar keeps the first row; each further row is a menu
 // bar of its own laid over the lower part of the first, which is made tall
 // enough to hold them all. The window's menuBar() stays the same object.
+constexpr auto kName = "menuRows";
+
 class MenuRows : public QObject {
 public:
     explicit MenuRows(QMenuBar& first) : QObject(&first), first_(&first), all_(first.actions()) {
+        setObjectName(kName);
         first.installEventFilter(this);
         relayout();
     }
+
+    const QList<QAction*>& all() const { return all_; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
@@ -99,4 +104,11 @@ void letMenusWrap(QMainWindow& window) {
     QMenuBar* bar = window.menuBar();
     if (bar->actions().isEmpty() || bar->isNativeMenuBar()) return;
     new MenuRows(*bar);
+}
+
+QList<QAction*> menusOfAllRows(const QMainWindow& window) {
+    const QMenuBar* bar = window.menuBar();
+    if (const auto* rows = bar->findChild<QObject*>(QLatin1String(kName), Qt::FindDirectChildrenOnly))
+        return static_cast<const MenuRows*>(rows)->all();
+    return bar->actions();
 }

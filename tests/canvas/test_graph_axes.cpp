@@ -8,6 +8,7 @@
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
 #include "canvas/graph_axes.h"
+#include "canvas/presentation_scale.h"
 #include "test_support.h"
 
 namespace {
@@ -106,9 +107,21 @@ private slots:
         QVERIFY(inkNear(c, 20, 0, 0, 2, 1, 1));  // ticks at the multiples of the step only
         QVERIFY(!inkNear(c, 25, 0, 0, 2, 1, 1));
         QVERIFY(!inkNear(c, 1, 0, 0, -4, 5 * 97, 1));  // no label runs into the axis from above
-        QStringList expected{"0", "10", "20", "30", "40", "50", "60", "70", "80", "90", "100"};
-        expected << QStringList{"90", "80", "70", "60", "50", "40", "30", "20", "10", "-10"};  // one "0"
+        // The row under the x axis, then the corner's one "0", then the y labels.
+        QStringList expected{"10", "20", "30", "40", "50", "60", "70", "80", "90", "100", "0"};
+        expected << QStringList{"90", "80", "70", "60", "50", "40", "30", "20", "10", "-10"};
         QCOMPARE(c.printedTexts(), expected);
+
+        // Shown larger, the row of x labels hides a close grid line along its
+        // whole length: seen between "40" and "50" it would read as a minus.
+        Canvas close;
+        setUpGraph(close);
+        drawGraphAxes(close, 100, -5, 90, -4, std::nullopt, -1.0, 10.0, 2.0);
+        QCOMPARE(close.pixelAt(45, -2), kBlue);
+        setPresentationScale(2.0);
+        QCOMPARE(close.pixelAt(45, -2), kWhite);
+        QCOMPARE(close.pixelAt(45, 2), kBlue);
+        setPresentationScale(1.0);
     }
 
     void axesAlongTheEdgesWithLabelsOutside_data() {
