@@ -87,4 +87,4 @@ void placeGraphScreensBeside(const QWidget& owner);
 
 // The least width of the strip beside the data screen in which the two
 // graphs are read one over the other.
-inline constexpr int kGraphStripWidth = 360;
+inline constexpr int kGraphStripWidth = 400;

@@ -5,6 +5,7 @@
 
 class Canvas;
 class CaptionButton;
+class QBoxLayout;
 class QLabel;
 class QRadioButton;
 class QScrollBar;
@@ -27,9 +28,18 @@ public:
     void DrawAlHaythamApparatus();
     const Canvas& drawing() const { return *instrument_; }
 
+    // The least the window can be: with the options under the drawing.
+    QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
 private:
     void createControls();
     void layOut();
+    void fitOptions();
+    void arrangeOptions();
     void connectControls();
     void drawWaterAndDisc();
     void drawRulerAndStylus(double refraction);
@@ -43,6 +53,8 @@ private:
     CaptionButton* svise;   // on to the rules and their check
     QLabel* Label1;
     QLabel* Label2;
+    QWidget* sidePanel_ = nullptr;
+    QBoxLayout* top_ = nullptr;  // the drawing, and beside or under it the options
 };
 
 // "alhazencheck": Al Haytham's rules against the law of refraction for the

@@ -15,14 +15,17 @@ void moveTo(QWidget& window, QPoint frameTopLeft) {
 }
 
 // Then beside its menus, grid and buttons, which stay in reach: smaller if
-// it must, over the rest of the data screen where there is no other room;
-// never smaller than its layout lets it be, or its controls would be cut.
-void keepDataScreenInReach(QWidget& window) {
+// it must, down to the least its layout lets it be (or its controls would
+// be cut), and only then over the rest of the data screen.
+// A window to be watched beside it (the rules page) is covered least after
+// the data screen.
+void keepDataScreenInReach(QWidget& window, const QWidget* watched = nullptr) {
     const QWidget& data = windowOf(Place::DataScreen);
     const QSize size = outerRect(window).size();
-    const QSize least =
-        (size * 0.5).expandedTo(window.minimumSizeHint().grownBy(windowFrameMargins(window))).boundedTo(size);
-    placeWindow(window, clearPlace(size, least, availableArea(&data), workingParts(data), {outerRect(data)}));
+    const QSize least = window.minimumSizeHint().grownBy(windowFrameMargins(window)).boundedTo(size);
+    std::vector<QRect> keepClear = {outerRect(data)};
+    if (watched && watched->isVisible()) keepClear.push_back(outerRect(*watched));
+    placeWindow(window, clearPlace(size, least, availableArea(&data), workingParts(data), keepClear));
 }
 }  // namespace
 
@@ -47,14 +50,15 @@ void openAlHaythamInstrument() {
     if (first) {
         moveTo(instrument, outerRect(windowOf(Place::DataScreen)).topLeft());
         instrument.Form_Load();
-        keepDataScreenInReach(instrument);
+        keepDataScreenInReach(instrument, &form<Incref>());
     }
-    showScreen(instrument);
-    instrument.DrawAlHaythamApparatus();
     // The rules stand on the graph screen while the pupil works the
-    // instrument, coloured as the last check left them.
+    // instrument, coloured as the last check left them; the instrument
+    // comes in front of them with the keyboard, where the two must overlap.
     showScreen(form<Incref>());
     showAlHaythamRulesAsLastChecked();
+    showScreen(instrument);
+    instrument.DrawAlHaythamApparatus();
 }
 
 void openPtolemyDataFitting() {

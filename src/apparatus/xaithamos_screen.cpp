@@ -1,3 +1,5 @@
+#include <QBoxLayout>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QRadioButton>
@@ -37,7 +39,6 @@ Xaithamos::Xaithamos() {
     createControls();
     layOut();
     connectControls();
-    setMinimumSize(480, 420);
     resize(760, 700);
 }
 
@@ -75,22 +76,63 @@ void Xaithamos::layOut() {
     side->addWidget(Label2);
     side->addStretch(1);
     side->addWidget(svise);
-    auto* sidePanel = new QWidget;
-    sidePanel->setLayout(side);
-    // As wide as the longer option's whole caption, in the font's own units.
-    const QMargins margins = side->contentsMargins();
-    sidePanel->setFixedWidth(std::max({190, Option1->sizeHint().width(), Option2->sizeHint().width()}) +
-                             margins.left() + margins.right());
+    sidePanel_ = new QWidget;
+    sidePanel_->setLayout(side);
 
-    auto* top = new QHBoxLayout;
-    top->addWidget(new apparatus::AspectHost(instrument_, 1.0), 1);
-    top->addWidget(timiepi);
-    top->addWidget(sidePanel);
+    auto* drawingRow = new QHBoxLayout;
+    drawingRow->addWidget(new apparatus::AspectHost(instrument_, 1.0), 1);
+    drawingRow->addWidget(timiepi);
+    top_ = new QBoxLayout(QBoxLayout::LeftToRight);
+    top_->addLayout(drawingRow, 1);
+    top_->addWidget(sidePanel_);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);
-    layout->addLayout(top, 1);
+    layout->addLayout(top_, 1);
     layout->addWidget(Label1);
     layout->addWidget(strefo);
+    fitOptions();
+}
+
+void Xaithamos::fitOptions() {
+    // As wide as the longer option's whole caption, in the font's own units.
+    const QMargins margins = sidePanel_->layout()->contentsMargins();
+    sidePanel_->setFixedWidth(std::max({190, Option1->sizeHint().width(), Option2->sizeHint().width()}) +
+                              margins.left() + margins.right());
+    // The window may be narrower than the drawing and the options side by
+    // side (a narrow screen at a large presentation size): its least size
+    // is that of the options under the drawing.
+    setMinimumSize(minimumSizeHint());
+    arrangeOptions();
+}
+
+void Xaithamos::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange && sidePanel_) fitOptions();
+}
+
+QSize Xaithamos::minimumSizeHint() const {
+    const QMargins m = layout()->contentsMargins();
+    const int spacing = layout()->spacing();
+    const QSize drawing = instrument_->parentWidget()->minimumSize();
+    const int width = std::max(drawing.width(), sidePanel_->minimumSizeHint().width()) + m.left() + m.right();
+    const int height = drawing.height() + sidePanel_->minimumSizeHint().height() + Label1->minimumSizeHint().height() +
+                       strefo->sizeHint().height() + 3 * spacing + m.top() + m.bottom();
+    return {width, height};
+}
+
+void Xaithamos::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    arrangeOptions();
+}
+
+// The options stand beside the drawing where the window has room for both
+// and the stylus's scroll bar (shown or not), under it otherwise.
+void Xaithamos::arrangeOptions() {
+    const QMargins m = layout()->contentsMargins();
+    const int beside = instrument_->parentWidget()->minimumWidth() + timiepi->sizeHint().width() + sidePanel_->width() +
+                       2 * top_->spacing() + m.left() + m.right();
+    const auto direction = width() >= beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
+    if (top_->direction() != direction) top_->setDirection(direction);
 }
 
 void Xaithamos::connectControls() {

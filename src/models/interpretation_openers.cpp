@@ -76,11 +76,10 @@ void showInterpretationScreens() { showAll(false); }
 void showInterpretationScreensFromData() { showAll(true); }
 
 // The screens still up go beside the data screen, as the graph screens do,
-// so that its menus, grid and buttons are uncovered; smaller if they must.
-// The panel keeps the height its texts are laid out in and the width its
-// controls need: where there is no room for it beside the data screen
-// (below about 1400 pixels, 1800 at 150 %), it covers part of the grid but
-// never the title bar or menus.
+// so that its menus, grid and buttons are uncovered; smaller if they must,
+// but never smaller than their layouts let them be. One that has no room
+// beside it even so (the panel below about 1400 pixels, 1800 at 150 %)
+// steps back altogether: INTERPRETATION OF lAW brings the three back.
 void stepAsideForData() {
     const QWidget& data = windowOf(Place::DataScreen);
     const QRect area = availableArea(&data);
@@ -111,6 +110,11 @@ void stepAsideForData() {
         // would grow out of its place when shown.
         const QSize least = w.least.expandedTo(w.window->minimumSizeHint().grownBy(windowFrameMargins(*w.window)));
         const QRect place = clearPlace(w.size.expandedTo(least), least, area, mustStayClear, {});
+        const auto covers = [&place](const QRect& part) { return place.intersects(part); };
+        if (std::ranges::any_of(workingParts(data), covers)) {
+            w.window->hide();
+            continue;
+        }
         placeWindow(*w.window, place);
         mustStayClear.push_back(place);
         setLaidOut(form<Rixotext>(), false);
