@@ -6,6 +6,7 @@
 #include "analysis/graph_screens.h"
 #include "canvas/graph_axes.h"
 #include "canvas/palette.h"
+#include "canvas/presentation_scale.h"
 #include "canvas/qt_format.h"
 #include "history/data_plots.h"
 #include "history/data_state.h"
@@ -77,8 +78,11 @@ void Inpdat::Kepler_Click() {
         c.setFontBold(true);
         // On a small window the label takes more lines: it then starts
         // higher, so that its yellow ground, which reaches as far down as
-        // its lines do, ends above the x axis's tick marks.
-        const FittedText fitted = fitText(c, text, 76.0, labelPoints(c));
+        // its lines do, ends above the x axis's tick marks. Shown larger, it
+        // takes more lines as well, to be as wide as designed and find a
+        // free place beside the data.
+        const double shown = presentationScale();
+        const FittedText fitted = fitText(c, text, 76.0 / shown, labelPoints(c));
         const double height = static_cast<double>(fitted.lines.size()) * c.textHeight();
         constexpr double aboveAxisPixels = 6.0;  // a tick's half length (3), the ground's rim (2) and one to spare
         const double top = std::max(13.0, height + aboveAxisPixels * std::fabs(c.userPerPixelY()));
@@ -89,7 +93,7 @@ void Inpdat::Kepler_Click() {
                         palette::law::keplerGround,
                         23.0,
                         top,
-                        QRectF(QPointF(23.0, top), QPointF(100.0, bottom))};
+                        QRectF(QPointF(23.0, top), QPointF(23.0 + 77.0 / shown, bottom))};
     };
     figure.spoken = QStringLiteral(
                         "Kepler's model, k = %1: the red line r = k·i from (0°, 0°) to (100°, %2°), fitted "

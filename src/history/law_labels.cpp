@@ -47,17 +47,35 @@ bool clearOf(const QRectF& ground, const std::vector<QRectF>& taken) {
     return std::none_of(taken.begin(), taken.end(), [&](const QRectF& t) { return ground.intersects(t); });
 }
 
-// Pixels to move the label down (positive) or up to the nearest place where
-// its ground, as shown, stays on the canvas and clear of the texts taken;
-// none (0) when there is no such place.
-double freeShift(const Canvas& c, const Placed& own, const std::vector<QRectF>& taken) {
+// How far to move the label, in pixels, to the nearest place where its
+// ground, as shown, stays on the canvas and clear of the texts taken:
+// straight down or up where there is one, anywhere on the canvas otherwise
+// (a long label at a large presentation size). Where no place is clear, the
+// one that hides the fewest of them, the nearest among those.
+QPointF freeShift(const Canvas& c, const Placed& own, const std::vector<QRectF>& taken) {
     const QRectF area(0.0, 0.0, c.width(), c.height());
+    auto hidden = [&](QPointF shift) {
+        const QRectF ground = own.shown.translated(shift);
+        return std::count_if(taken.begin(), taken.end(), [&](const QRectF& t) { return ground.intersects(t); });
+    };
     for (double shift = 0.0; shift <= c.height(); shift += kStepPixels)
-        for (double s : {shift, -shift}) {
-            const QRectF ground = own.shown.translated(0.0, s);
-            if (area.contains(ground) && clearOf(ground, taken)) return s;
+        for (double s : {shift, -shift})
+            if (area.contains(own.shown.translated(0.0, s)) && hidden({0.0, s}) == 0) return {0.0, s};
+    QPointF best;
+    auto fewest = hidden(best);
+    double nearest = 0.0;
+    constexpr double step = 2.0 * kStepPixels;
+    for (double x = area.left() - own.shown.left(); x <= area.right() - own.shown.right(); x += step)
+        for (double y = area.top() - own.shown.top(); y <= area.bottom() - own.shown.bottom(); y += step) {
+            const auto n = hidden({x, y});
+            const double d = std::hypot(x, y);
+            if (n < fewest || (n == fewest && d < nearest)) {
+                best = {x, y};
+                fewest = n;
+                nearest = d;
+            }
         }
-    return 0.0;
+    return best;
 }
 
 // What a label's ground must leave in sight on the graph drawn so far: its
@@ -154,20 +172,21 @@ void layLawsOver(Canvas& c, const std::vector<LawFigure>& laws) {
     for (const LawFigure& law : laws) {
         const LawLabel label = law.label(c);
         const Placed own = measure(c, label);
-        const double shift = freeShift(c, own, taken);
-        const QRectF ground = own.ground.translated(0.0, shift);
+        const QPointF shift = freeShift(c, own, taken);
+        const QRectF ground = own.ground.translated(shift);
         const QPointF from = c.toUser(ground.topLeft()), to = c.toUser(ground.bottomRight());
         c.setDrawWidth(1);
         c.filledBox(from.x(), from.y(), to.x(), to.y(), label.ground);
         c.setForeColor(label.colour);
         const double lineDown = c.textHeight() * (c.userPerPixelY() < 0 ? -1.0 : 1.0);
-        const double top = label.top + shift * c.userPerPixelY();
+        const double left = label.x + shift.x() * c.userPerPixelX();
+        const double top = label.top + shift.y() * c.userPerPixelY();
         for (qsizetype k = 0; k < label.lines.size(); ++k) {
-            c.setCurrentX(label.x);
+            c.setCurrentX(left);
             c.setCurrentY(top + static_cast<double>(k) * lineDown);
             c.print(label.lines[k]);
         }
-        taken.push_back(own.shown.translated(0.0, shift));
+        taken.push_back(own.shown.translated(shift));
     }
     for (const LawFigure& law : laws) c.addToSummary(QStringLiteral("Laid over the data: ") + law.spoken);
     if (!laws.empty()) drawLegend(c, laws, taken);
