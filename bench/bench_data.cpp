@@ -1,8 +1,9 @@
 // How long the data screen takes: "Data Analysis" on a full grid (the fit
 // with its uncertainty, both graphs) and Snell's law over Newton's glass
 // table, each against a bare clearing of the two graph canvases it draws
-// on; what the fit's uncertainty adds to the analysis; the lab report of
-// Newton's table with Snell's law, made in memory and written to a file.
+// on; Kepler's law shown at 150 %; what the fit's uncertainty adds to the
+// analysis; the lab report of Newton's table with Snell's law, made in
+// memory and written to a file.
 #include <QApplication>
 #include <QDir>
 #include <QTemporaryDir>
@@ -14,6 +15,7 @@
 #include "analysis/graph_screens.h"
 #include "app/main_menu.h"
 #include "canvas/fonts.h"
+#include "canvas/presentation_scale.h"
 #include "core/least_squares.h"
 #include "history/data_pairs.h"
 #include "history/data_plots.h"
@@ -75,6 +77,24 @@ void BM_SnellOverNewtonGlass(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(BM_SnellOverNewtonGlass)->Unit(benchmark::kMicrosecond);
+
+// Kepler's long label at 150 % over Witelo's steep table, where it looks
+// for a free place across the whole graph.
+void BM_KeplerOverWiteloAt150(benchmark::State& state) {
+    Inpdat& d = preparedData();
+    const DesignedScale restored;  // puts the size back afterwards
+    setPresentationScale(1.5);
+    d.Vitello_Glass_Click();
+    QCheckBox* erase = d.findChild<QCheckBox*>(QStringLiteral("svinograf"));
+    erase->setChecked(true);
+    for (auto _ : state) {
+        d.Kepler_Click();
+        showDrawing(*form<Incref>().canvas());
+    }
+    erase->setChecked(false);
+    state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_KeplerOverWiteloAt150)->Unit(benchmark::kMicrosecond);
 
 void BM_LabReportMadeAndWritten(benchmark::State& state) {
     Inpdat& d = preparedData();

@@ -64,7 +64,8 @@ QPointF freeShift(const Canvas& c, const Placed& own, const std::vector<QRectF>&
     QPointF best;
     auto fewest = hidden(best);
     double nearest = 0.0;
-    constexpr double step = 2.0 * kStepPixels;
+    // A coarser search on a large canvas, so that a redraw stays quick.
+    const double step = std::max(2.0 * kStepPixels, std::max(area.width(), area.height()) / 80.0);
     for (double x = area.left() - own.shown.left(); x <= area.right() - own.shown.right(); x += step)
         for (double y = area.top() - own.shown.top(); y <= area.bottom() - own.shown.bottom(); y += step) {
             const auto n = hidden({x, y});
