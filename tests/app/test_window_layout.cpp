@@ -182,8 +182,9 @@ bool showsThrough(const Canvas& canvas, const Canvas::DrawnLine& line, const QRe
     return inside > 0 && 2 * seen >= inside && longest >= std::min(inside, 8);
 }
 
-// Whether some pixel in the text's box has the text's colour: a text
-// painted over, or never painted, has none.
+// Whether some pixel in the text's box has about the text's colour: a text
+// painted over, or never painted, has none. Thin figures at small sizes,
+// smoothed at a fraction of a pixel, may nowhere reach the full colour.
 bool inked(const Canvas& canvas, const Canvas::DrawnText& text) {
     for (double y = text.box.top() + 1; y < text.box.bottom() - 1; y += 1.0)
         for (double x = text.box.left() + 1; x < text.box.right() - 1; x += 1.0) {
@@ -191,7 +192,7 @@ bool inked(const Canvas& canvas, const Canvas::DrawnText& text) {
             const QColor c = canvas.pixelAt(user.x(), user.y());
             if (std::abs(c.red() - text.colour.red()) + std::abs(c.green() - text.colour.green()) +
                     std::abs(c.blue() - text.colour.blue()) <
-                60)
+                100)
                 return true;
         }
     return false;
@@ -199,7 +200,7 @@ bool inked(const Canvas& canvas, const Canvas::DrawnText& text) {
 
 // Why a graph's printed texts cannot all be read whole: a text below 8 pt,
 // one that runs off the drawing, two that overlap, one that a data point
-// touches, a line seen through one. The texts from `firstLawLabel` on are
+// touches, one not painted, a line seen through one. The texts from `firstLawLabel` on are
 // the labels of laws laid over the graph, each on a ground a couple of
 // pixels wider that hides what it covers: none may cover a point or an axis.
 QStringList graphProblems(const Canvas& canvas, const QString& name, std::size_t firstLawLabel) {
@@ -224,6 +225,7 @@ QStringList graphProblems(const Canvas& canvas, const QString& name, std::size_t
         for (const auto& line : lines)
             if (i >= firstLawLabel && line.colour == Qt::black && crosses(line, near))
                 problems << what + " covers an axis";
+        if (!inked(canvas, t)) problems << what + " not painted";  // hidden by a ground grown under it
         for (const auto& line : lines)
             if (crosses(line, inner(t.box)) && showsThrough(canvas, line, inner(t.box))) {
                 problems << what + " crossed by a line from " + at(line.from) + " to " + at(line.to);
@@ -461,9 +463,6 @@ private slots:
                 const std::size_t laws = canvas == form<Incref>().canvas() ? graphTexts : SIZE_MAX;
                 for (const QString& p : graphProblems(*canvas, nameOf(canvas->window()), laws))
                     problems_ << QStringLiteral("%1 at 150 %: %2").arg(QLatin1String(name), p);
-                // Painted, not hidden by the grounds that grow under them.
-                for (const auto& t : canvas->drawnTexts())
-                    if (!inked(*canvas, t)) problems_ << QLatin1String(name) + ": \"" + t.text + "\" not painted";
             }
         }
         data.Ptolemy_Click();
