@@ -94,7 +94,7 @@ void placeGraphScreensBeside(const QWidget& owner) {
     const int strip = area.right() - data.right();
     const int half = area.height() / 2;
     QRect upper, lower;
-    if (strip >= std::max(kGraphStripWidth, area.width() / 3)) {
+    if (strip >= kGraphStripWidth) {
         upper = QRect(data.right() + 1, area.top(), strip, half);
         lower = QRect(data.right() + 1, area.top() + half, strip, area.height() - half);
     } else {

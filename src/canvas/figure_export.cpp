@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "canvas/canvas.h"
+#include "canvas/graph_axes.h"
 #include "canvas/presentation_scale.h"
 #include "core/outside_files.h"
 
@@ -55,7 +56,7 @@ QImage figureImage(const Canvas& canvas, double scale) {
     image.fill(Qt::white);
     QPainter painter(&image);
     followImageRatio(painter);  // a window over 2048 pixels across gets a scale below 1
-    canvas.renderFigure(painter);
+    renderAsDesigned(canvas, painter);
     painter.end();
     return image;
 }
@@ -73,7 +74,7 @@ QByteArray figureSvg(const Canvas& canvas, const QString& title) {
     generator.setDescription(canvas.printedTexts().join(QLatin1Char('\n')));
     generator.setResolution(canvas.logicalDpiX());
     QPainter painter(&generator);
-    canvas.renderFigure(painter);
+    renderAsDesigned(canvas, painter);
     painter.end();
     return bytes;
 }
@@ -132,7 +133,7 @@ void paintFigureOnPage(const Canvas& canvas, QPainter& painter, const QSizeF& pa
     const double scale = place.width() / std::max(1, canvas.width());
     painter.scale(scale, scale);
     painter.setClipRect(QRectF(QPointF(0, 0), QSizeF(canvas.size())));
-    canvas.renderFigure(painter);
+    renderAsDesigned(canvas, painter);
     painter.restore();
 }
 

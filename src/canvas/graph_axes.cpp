@@ -228,8 +228,12 @@ namespace {
 double topEdge(const Canvas& c) { return c.scaleTop(); }
 double bottomEdge(const Canvas& c) { return c.scaleTop() + c.scaleHeight(); }
 
-// The most of the canvas's height a band may take.
+// The most of the canvas's height a band may take, and the most it may
+// grow to beyond its designed share when its texts are shown larger: on a
+// small window at a large presentation size the graph keeps most of the
+// height, and the texts may reach over its edge.
 constexpr double kLargestBandShare = 0.5;
+constexpr double kLargestGrownShare = 0.3;
 
 // Moves one edge of the scale outward, the other edge fixed, until at least
 // `pixels` (at most half the canvas) lie between it and graphEdge. With the
@@ -238,7 +242,9 @@ constexpr double kLargestBandShare = 0.5;
 // screen at a larger presentation size, and so is the band.
 void makeRoomBeyond(Canvas& canvas, double graphEdge, double pixels, bool atTop) {
     const double height = std::max(1, canvas.height());
-    const double share = std::min(kLargestBandShare, pixels * presentationScale() / height);
+    const double designed = pixels / height;
+    const double shown = std::max(designed, std::min(designed * presentationScale(), kLargestGrownShare));
+    const double share = std::min(kLargestBandShare, shown);
     const double top = topEdge(canvas), bottom = bottomEdge(canvas);
     if (!std::isfinite(graphEdge) || !std::isfinite(share) || share <= 0.0) return;
     const double fixed = atTop ? bottom : top;
@@ -260,8 +266,9 @@ void makeRoomAtBottom(Canvas& canvas, double graphBottom, double pixels) {
 
 namespace {
 
-// Draws a canvas's picture again when the canvas changes size, as long as
-// the canvas still holds what the last drawing left on it.
+// Draws a canvas's picture again when the canvas changes size or is shown
+// at another presentation size, as long as the canvas still holds what the
+// last drawing left on it.
 class ResizeRedraw : public QObject {
 public:
     explicit ResizeRedraw(Canvas& canvas) : QObject(&canvas), canvas_(canvas) { canvas.installEventFilter(this); }
@@ -269,19 +276,30 @@ public:
     void keep(std::function<void()> draw) {
         draw_ = std::move(draw);
         drawn_ = signature();
+        drawnScale_ = presentationScale();
     }
 
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (watched != &canvas_ || event->type() != QEvent::Resize || !draw_) return false;
-        const auto* resize = static_cast<const QResizeEvent*>(event);
-        if (resize->size() == resize->oldSize()) return false;
-        if (signature() != drawn_) {
-            draw_ = nullptr;  // something else is on the canvas now
-            return false;
-        }
+    // Whether the canvas still holds the picture this draws.
+    bool holdsPicture() const { return draw_ && signature() == drawn_; }
+
+    void drawAgain() {
         // A copy: drawing again hands this object a new function.
         const std::function<void()> draw = draw_;
         draw();
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched != &canvas_ || !draw_) return false;
+        if (event->type() == QEvent::Resize) {
+            const auto* resize = static_cast<const QResizeEvent*>(event);
+            if (resize->size() == resize->oldSize()) return false;
+        } else if (event->type() != QEvent::Paint || drawnScale_ == presentationScale()) {
+            return false;
+        }
+        if (holdsPicture())
+            drawAgain();
+        else
+            draw_ = nullptr;  // something else is on the canvas now
         return false;
     }
 
@@ -299,14 +317,33 @@ private:
     Canvas& canvas_;
     std::function<void()> draw_;
     QString drawn_;
+    double drawnScale_ = 1.0;
 };
+
+ResizeRedraw* keeperOf(const Canvas& canvas) {
+    for (QObject* child : canvas.children())
+        if (auto* keeper = dynamic_cast<ResizeRedraw*>(child)) return keeper;
+    return nullptr;
+}
 
 }  // namespace
 
 void redrawWhenResized(Canvas& canvas, std::function<void()> draw) {
-    ResizeRedraw* keeper = nullptr;
-    for (QObject* child : canvas.children())
-        if (auto* k = dynamic_cast<ResizeRedraw*>(child)) keeper = k;
+    ResizeRedraw* keeper = keeperOf(canvas);
     if (!keeper) keeper = new ResizeRedraw(canvas);
     keeper->keep(std::move(draw));
+}
+
+void renderAsDesigned(const Canvas& canvas, QPainter& painter) {
+    ResizeRedraw* keeper = keeperOf(canvas);
+    if (!keeper || presentationScale() == 1.0 || !keeper->holdsPicture()) {
+        canvas.renderFigure(painter);
+        return;
+    }
+    {
+        const DesignedScale designed;
+        keeper->drawAgain();
+        canvas.renderFigure(painter);
+    }
+    keeper->drawAgain();
 }

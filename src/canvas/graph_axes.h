@@ -5,6 +5,7 @@
 #include <optional>
 
 class Canvas;
+class QPainter;
 
 // Draws a pair of graph axes on the canvas, in its user coordinates, with
 // ticks, numeric labels and a blue grid:
@@ -67,4 +68,11 @@ void makeRoomAtBottom(Canvas& canvas, double graphBottom, double pixels);
 // texts are placed and wrapped for the new size instead of being squeezed
 // into the old places. draw() draws the whole picture (cls first) and may
 // call this again. Anything else drawn on the canvas, or a cls(), ends it.
+// A new presentation size draws it again too: some of its layout (the room
+// for bands of text, labels in free places) follows the size shown.
 void redrawWhenResized(Canvas& canvas, std::function<void()> draw);
+
+// Paints the canvas's figure for an export or a page (Canvas::renderFigure)
+// as drawn at the designed size, whatever the size shown: a picture kept by
+// redrawWhenResized is drawn again as designed for it, then as shown.
+void renderAsDesigned(const Canvas& canvas, QPainter& painter);

@@ -8,7 +8,8 @@
 // screen, so that a class at the back of the room can read a projected
 // window: 1.0 (as designed) … 2.0. roleFont() grows window fonts by it and
 // the canvas paints its texts, pens and points larger by it; a drawing's
-// layout, summary and exports stay those of 1.0.
+// summary and exports stay those of 1.0, and so does its layout but for
+// the room it makes for its larger texts on the screen.
 double presentationScale();
 // Sets the factor (clamped to 1 … 2); windows already made are brought to
 // it by whoever changes it (ui/presentation_size.h).

@@ -44,7 +44,9 @@ double grownToFit(const TextOp& text, double magnify, double width, const Replay
 
 bool crowdedLabel(const TextOp& text, const QRectF& box, double magnify, std::vector<QRectF>& labels) {
     if (magnify == 1.0 || text.link != TextLink::None || text.anchor.across == 0.0) return false;
-    const QRectF inner = box.adjusted(1, 1, -1, -1);  // touching is not running into
+    // Touching above or below is not running into; side by side, figures
+    // need a little gap, or "90" and "100" read as "90100".
+    const QRectF inner = box.adjusted(-2, 1, 2, -1);
     for (const QRectF& other : labels)
         if (inner.intersects(other)) return true;
     labels.push_back(box);

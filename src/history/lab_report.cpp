@@ -14,6 +14,7 @@
 
 #include "canvas/canvas.h"
 #include "canvas/fonts.h"
+#include "canvas/graph_axes.h"
 #include "canvas/page_pen.h"
 #include "canvas/palette.h"
 #include "canvas/presentation_scale.h"
@@ -39,7 +40,7 @@ double drawGraph(PagePen& page, const Canvas& canvas, const QString& caption, do
     p.translate(page.mm(leftMm), page.mm(topMm));
     const double scale = page.mm(widthMm) / size.width();
     p.scale(scale, scale);
-    canvas.renderFigure(p);
+    renderAsDesigned(canvas, p);
     p.restore();
     p.setPen(palette::data::reportRule);
     p.drawRect(QRectF(page.mm(leftMm), page.mm(topMm), page.mm(widthMm), page.mm(heightMm)));

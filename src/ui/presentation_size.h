@@ -9,7 +9,8 @@ class QObject;
 // window only when its texts, controls and drawn lines are larger than on a
 // desk. One size for the whole program, in per cent of the designed size,
 // applied to every window and drawing at once and kept for the next start.
-// Drawings keep their layout and exports: only the screen shows them larger.
+// Drawings keep their exports; on the screen they are shown larger and make
+// room for their larger texts.
 
 // The sizes offered: 100, 125, 150, 175 and 200 %.
 const std::vector<int>& presentationSizes();
