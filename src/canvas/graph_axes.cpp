@@ -281,6 +281,7 @@ public:
 
     // Whether the canvas still holds the picture this draws.
     bool holdsPicture() const { return draw_ && signature() == drawn_; }
+    bool drawnAsDesigned() const { return drawnScale_ == 1.0; }
 
     void drawAgain() {
         // A copy: drawing again hands this object a new function.
@@ -336,7 +337,9 @@ void redrawWhenResized(Canvas& canvas, std::function<void()> draw) {
 
 void renderAsDesigned(const Canvas& canvas, QPainter& painter) {
     ResizeRedraw* keeper = keeperOf(canvas);
-    if (!keeper || presentationScale() == 1.0 || !keeper->holdsPicture()) {
+    // A window not painted since the size changed may still hold the
+    // picture laid out for another size.
+    if (!keeper || !keeper->holdsPicture() || (keeper->drawnAsDesigned() && presentationScale() == 1.0)) {
         canvas.renderFigure(painter);
         return;
     }

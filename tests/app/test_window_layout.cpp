@@ -472,6 +472,7 @@ private slots:
         // laid out again when the size changes).
         const QImage shownAt150 = figureImage(*form<Incref>().canvas(), 1.0);
         setPresentationSize(100);
+        QCOMPARE(figureImage(*form<Incref>().canvas(), 1.0), shownAt150);  // before it is painted again
         QTest::qWait(20);
         QCOMPARE(figureImage(*form<Incref>().canvas(), 1.0), shownAt150);
         setPresentationSize(150);
