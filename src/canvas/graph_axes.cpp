@@ -273,7 +273,10 @@ class ResizeRedraw : public QObject {
 public:
     explicit ResizeRedraw(Canvas& canvas) : QObject(&canvas), canvas_(canvas) { canvas.installEventFilter(this); }
 
-    void keep(std::function<void()> draw) {
+    // followEvents: drawn again on a resize or a new size here; otherwise
+    // only for exports, the screen redrawing it itself.
+    void keep(std::function<void()> draw, bool followEvents) {
+        followEvents_ = followEvents;
         draw_ = std::move(draw);
         drawn_ = signature();
         drawnScale_ = presentationScale();
@@ -290,7 +293,7 @@ public:
     }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (watched != &canvas_ || !draw_) return false;
+        if (watched != &canvas_ || !draw_ || !followEvents_) return false;
         if (event->type() == QEvent::Resize) {
             const auto* resize = static_cast<const QResizeEvent*>(event);
             if (resize->size() == resize->oldSize()) return false;
@@ -319,6 +322,7 @@ private:
     std::function<void()> draw_;
     QString drawn_;
     double drawnScale_ = 1.0;
+    bool followEvents_ = true;
 };
 
 ResizeRedraw* keeperOf(const Canvas& canvas) {
@@ -329,11 +333,17 @@ ResizeRedraw* keeperOf(const Canvas& canvas) {
 
 }  // namespace
 
-void redrawWhenResized(Canvas& canvas, std::function<void()> draw) {
+namespace {
+void keepDrawing(Canvas& canvas, std::function<void()> draw, bool followEvents) {
     ResizeRedraw* keeper = keeperOf(canvas);
     if (!keeper) keeper = new ResizeRedraw(canvas);
-    keeper->keep(std::move(draw));
+    keeper->keep(std::move(draw), followEvents);
 }
+}  // namespace
+
+void redrawWhenResized(Canvas& canvas, std::function<void()> draw) { keepDrawing(canvas, std::move(draw), true); }
+
+void drawAgainForExports(Canvas& canvas, std::function<void()> draw) { keepDrawing(canvas, std::move(draw), false); }
 
 void renderAsDesigned(const Canvas& canvas, QPainter& painter) {
     ResizeRedraw* keeper = keeperOf(canvas);

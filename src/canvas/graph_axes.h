@@ -72,6 +72,10 @@ void makeRoomAtBottom(Canvas& canvas, double graphBottom, double pixels);
 // for bands of text, labels in free places) follows the size shown.
 void redrawWhenResized(Canvas& canvas, std::function<void()> draw);
 
+// The same for exports only, for a screen that draws its picture again
+// itself on a resize or a new size (the bench).
+void drawAgainForExports(Canvas& canvas, std::function<void()> draw);
+
 // Paints the canvas's figure for an export or a page (Canvas::renderFigure)
 // as drawn at the designed size, whatever the size shown: a picture kept by
 // redrawWhenResized is drawn again as designed for it, then as shown.

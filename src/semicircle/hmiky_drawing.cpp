@@ -5,6 +5,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "canvas/graph_axes.h"
 #include "canvas/palette.h"
 #include "canvas/qt_format.h"
 #include "core/physics.h"
@@ -97,6 +98,9 @@ void Hmiky::drawPicture() {
     if (readouts->isChecked()) placeReadouts(*canvas, pendingReadouts_, pendingRays_);
     pendingReadouts_.clear();
     pendingRays_.clear();
+    // The readouts are placed for the size shown; a saved or printed bench
+    // is drawn again as designed.
+    drawAgainForExports(*canvas, [this] { drawPicture(); });
 }
 
 QString Hmiky::indexText(double value, const char* format) {

@@ -234,6 +234,16 @@ private slots:
             QVERIFY(apart());
             if (size.width() > 1000 && percent == 100) QCOMPARE(readouts().size(), 18);  // all nine fit
         }
+        // Saved or printed, the bench is as at 100 %, wherever the larger
+        // screen put its readouts.
+        auto& held = *named<Canvas>(bench, "bench");
+        held.setFixedSize(held.size());
+        const QImage shownAt200 = figureImage(canvas, 1.0);
+        setPresentationSize(100);
+        QCoreApplication::processEvents();
+        QCOMPARE(figureImage(canvas, 1.0), shownAt200);
+        held.setMinimumSize(0, 0);
+        held.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
         setPresentationSize(100);
         bench.findChild<QAction*>("readouts")->trigger();
         QVERIFY(readouts().isEmpty() && !canvas.summary().contains("i = "));
