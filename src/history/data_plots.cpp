@@ -7,6 +7,7 @@
 #include "canvas/canvas.h"
 #include "canvas/graph_axes.h"
 #include "canvas/palette.h"
+#include "canvas/presentation_scale.h"
 #include "canvas/qt_format.h"
 
 namespace {
@@ -384,19 +385,24 @@ void printSineTexts(Canvas& c, const SineGraphTexts& texts, const PlotStyle& sty
                         kTitlePoints);
     c.setFontSize(kLabelPoints);
     c.setFontBold(false);
-    const double incidenceTop = (3.0 + 2.0 * kBandGapPixels + linePixels(c)) * down;
+    // Under the x labels as the screen shows them.
+    const double incidenceTop = (3.0 + 2.0 * kBandGapPixels + linePixels(c) * presentationScale()) * down;
     c.setFontBold(true);
     printFitted(c, kIncidenceTitleX, incidenceTop, texts.sinIncidenceTitle, kSineTitleWidth, kTitlePoints);
+    // The column right of the graph is as wide as designed on the screen
+    // too: shown larger, its texts take more lines rather than running
+    // back over the data.
+    const double columnWidth = kSetLabelWidth / presentationScale();
     double rightColumn = 0.6;
     if (!style.setLabel.isEmpty()) {
         c.setForeColor(style.colour);
-        rightColumn = printFitted(c, kRightColumn, 0.6, style.setLabel, kSetLabelWidth, kTitlePoints + 1.0);
+        rightColumn = printFitted(c, kRightColumn, 0.6, style.setLabel, columnWidth, kTitlePoints + 1.0);
     }
     if (barsDrawn) {
         c.setFontBold(false);
         c.setForeColor(palette::graph::residual);
         printFitted(c, kRightColumn, std::min(0.45, rightColumn + kBandGapPixels * down),
-                    QStringLiteral("residuals ×10  υπόλοιπα ×10"), kSetLabelWidth, kLabelPoints);
+                    QStringLiteral("residuals ×10  υπόλοιπα ×10"), columnWidth, kLabelPoints);
     }
     c.setFontBold(false);
     c.setForeColor(Qt::black);

@@ -467,6 +467,17 @@ private slots:
                     problems_ << QStringLiteral("%1 at 150 %: %2").arg(QLatin1String(name), p);
             }
         }
+        // At 200 % the sine graph still reads whole: the set's name right of
+        // it takes more lines rather than running back over the data, and
+        // the incidence title stands under the grown x labels.
+        setPresentationSize(200);
+        data.Ptolemy_Click();
+        QTest::qWait(20);
+        for (const QString& p : graphProblems(*form<Analysis>().canvas(), QStringLiteral("analysis"), SIZE_MAX))
+            problems_ << QStringLiteral("Ptolemy glass at 200 %: ") + p;
+        setPresentationSize(150);
+        data.Vitello_water_Click();
+        data.Kepler_Click();
         // Saved or printed, a graph with a law is as at 100 %, though on the
         // screen its bands and labels are laid out for the size shown (and
         // laid out again when the size changes).
