@@ -289,8 +289,26 @@ void paintPoint(QPainter& painter, const PointOp& o, double w, double h, qreal d
     }
 }
 
+// The letters of a text at its painted place, with its rim if it has one;
+// the painter's font is the text's as painted.
+void paintLetters(QPainter& painter, const TextOp& o, QPointF base, qreal dpr) {
+    if (o.halo.isValid()) {
+        // A rim about one point wide, filled out in whole device pixels so
+        // that no ring of pixels is left uncovered at 150 %.
+        painter.setPen(o.halo);
+        const int rings = static_cast<int>(std::ceil(dpr - 1e-9));
+        for (int k = 1; k <= rings; ++k)
+            for (const QPointF step : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1), QPointF(-1, -1),
+                                       QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1)})
+                paintTextLine(painter, base + step * (k / dpr), o.text);
+    }
+    painter.setPen(o.colour);
+    paintTextLine(painter, base, o.text);
+}
+
 void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal dpr, double m, TextFlow& flow,
                double lift = 0.0) {
+    flow.lastText.reset();
     // Where a text ends only matters to the texts that follow it on a screen
     // that shows them larger; as designed it is not measured at all.
     double width = 0.0;
@@ -304,19 +322,28 @@ void paintText(QPainter& painter, const TextOp& o, const ReplayArea& area, qreal
     const QPointF topLeft = placeText(o, size, grown, area, m, flow.placed) - QPointF(0, lift);
     if (crowdedLabel(o, QRectF(topLeft, size), m, flow.labels)) return;
     if (std::fabs(topLeft.x()) > kPixelLimit || std::fabs(topLeft.y()) > kPixelLimit) return;
-    const QPointF base(topLeft.x(), topLeft.y() + fm.ascent());
-    if (o.halo.isValid()) {
-        // A rim about one point wide, filled out in whole device pixels so
-        // that no ring of pixels is left uncovered at 150 %.
-        painter.setPen(o.halo);
-        const int rings = static_cast<int>(std::ceil(dpr - 1e-9));
-        for (int k = 1; k <= rings; ++k)
-            for (const QPointF step : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1), QPointF(-1, -1),
-                                       QPointF(1, -1), QPointF(-1, 1), QPointF(1, 1)})
-                paintTextLine(painter, base + step * (k / dpr), o.text);
+    paintLetters(painter, o, QPointF(topLeft.x(), topLeft.y() + fm.ascent()), dpr);
+    flow.lastText = TextFlow::Painted{QRectF(topLeft, size), fm.ascent()};
+}
+
+// A ground only for grown texts (a row of labels) lies under them as
+// painted and between them: each new text adds its own place and the gap
+// to those before it, and is painted again on it; the texts before it are
+// left as they are.
+void extendGroundForTexts(QPainter& painter, const TextOp& text, qreal dpr, TextFlow& flow) {
+    if (!flow.lastText) return;  // left out
+    const QRectF& box = flow.lastText->box;
+    QRectF& painted = flow.ground.painted;
+    QRectF added = box;
+    if (!painted.isEmpty()) {
+        if (box.left() >= painted.right()) added.setLeft(painted.right());
+        if (box.right() <= painted.left()) added.setRight(painted.left());
+        added.setTop(std::min(box.top(), painted.top()));
+        added.setBottom(std::max(box.bottom(), painted.bottom()));
     }
-    painter.setPen(o.colour);
-    paintTextLine(painter, base, o.text);
+    painter.fillRect(added, flow.ground.boxes.front().colour);
+    painted |= box;
+    paintLetters(painter, text, QPointF(box.left(), box.top() + flow.lastText->ascent), dpr);
 }
 
 QRectF boxRect(const BoxOp& b) { return QRectF(QPointF(b.x1, b.y1), QPointF(b.x2, b.y2)).normalized(); }
@@ -345,8 +372,6 @@ void repaintGround(QPainter& painter, const ReplayArea& area, qreal dpr, double 
     const double up = std::min(0.0, painted.top() - designed.top()) / area.height;
     const double right = std::max(0.0, painted.right() - designed.right()) / area.width;
     const double down = std::max(0.0, painted.bottom() - designed.bottom()) / area.height;
-    // A ground only for grown texts lies under them as painted, no further.
-    if (const BoxOp& first = flow.ground.boxes.front(); first.onlyGrown) painter.fillRect(painted, first.colour);
     for (BoxOp box : flow.ground.boxes) {
         (box.x1 > box.x2 ? box.x2 : box.x1) += left;
         (box.y1 > box.y2 ? box.y2 : box.y1) += up;
@@ -382,7 +407,7 @@ void followGround(QPainter* painter, const Op& op, const ReplayArea& area, qreal
         // A background filled behind a whole picture is no ground for a few texts.
         const QRectF r = boxRect(*box);
         if (r.width() * r.height() <= kLargestGround)
-            ground = {{*box}, {}, flow.placed, flow.labels.size()};
+            ground = {{*box}, {}, flow.placed, flow.labels.size(), {}};
         else
             ground = {};
         return;
@@ -401,7 +426,11 @@ void followGround(QPainter* painter, const Op& op, const ReplayArea& area, qreal
         return;
     }
     ground.onIt.push_back(op);
-    if (painter && text && m != 1.0) repaintGround(*painter, area, dpr, m, flow);
+    if (!painter || !text || m == 1.0) return;
+    if (ground.boxes.front().onlyGrown)
+        extendGroundForTexts(*painter, *text, dpr, flow);
+    else
+        repaintGround(*painter, area, dpr, m, flow);
 }
 
 }  // namespace

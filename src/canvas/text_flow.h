@@ -4,6 +4,7 @@
 #include <QSizeF>
 
 #include <array>
+#include <optional>
 #include <vector>
 
 #include "canvas/recorded_ops.h"
@@ -40,7 +41,15 @@ struct TextFlow {
         std::vector<Op> onIt;          // lines and texts, in order
         TextPlaces before;             // where the texts were before its first text
         std::size_t labelsBefore = 0;  // and how many labels were painted
+        QRectF painted;                // a ground only for grown texts: as far as filled
     } ground;
+    // Where the last text was painted and the height of its letters above
+    // the base line; none when it was left out.
+    struct Painted {
+        QRectF box;
+        double ascent = 0.0;
+    };
+    std::optional<Painted> lastText;
     // Whether a text at this designed place would sit on the present ground.
     bool onGround(double x, double y) const;
     // How much higher each text, in the order recorded, is painted than
