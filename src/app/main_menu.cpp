@@ -76,10 +76,8 @@ void Diathlasimeleti::createWindowControls() {
         makeButton(this, QStringLiteral("RESET WINDOWS  Επαναφορά παραθύρων"), FontRole::Caption, "resetWindows");
     reset->setFont(roleFont(FontRole::Caption, 10.0, true));
     connect(reset, &QPushButton::clicked, this, [] { resetWindowPlaces(); });
-    watchPresentationSize(this, [this](int) {
-        layOut();
-        drawIllustration();  // its texts are laid out for the size shown
-    });
+    // The picture is drawn again for the new size by itself (redrawWhenResized).
+    watchPresentationSize(this, [this](int) { layOut(); });
     setTabOrder(Command5, size);
     setTabOrder(size, reset);
 }

@@ -193,27 +193,24 @@ void drawGraphAxes(Canvas& canvas, double xMax, double xMin, double yMax, double
     // A label that the scale leaves too little room for is moved in from the
     // edge rather than cut: a figure missing its first digit reads wrong.
     const Ranges ranges{xMax, xMin, yMax, yMin, xLabelMax, yLabelMax, xStep, yStep, crossingMark};
-    std::vector<AxisLabel> under, others;
-    QRectF row;
-    for (AxisLabel label : axisLabels(canvas, ranges)) {
+    std::vector<AxisLabel> labels = axisLabels(canvas, ranges);
+    for (AxisLabel& label : labels) {
         const QMarginsF o = overhang(canvas, label);
         label.x += (o.left() - o.right()) * right;
         label.y += (o.top() - o.bottom()) * down;
-        if (label.anchor != canvas_ops::kUnderMark) {
-            others.push_back(label);
-            continue;
-        }
-        row |= QRectF(QPointF(label.x, label.y),
-                      QPointF(label.x + canvas.textWidth(label.text) * (right < 0 ? -1.0 : 1.0),
-                              label.y + canvas.textHeight(label.text) * (down < 0 ? -1.0 : 1.0)))
-                   .normalized();
-        under.push_back(label);
     }
-    // The labels under the x axis, grown, hide the grid line below them
-    // along the whole row: seen between them, it would read as minus signs.
-    if (!under.empty()) canvas.groundForTexts(row.left(), row.top(), row.right(), row.bottom());
-    under.insert(under.end(), others.begin(), others.end());
-    for (const AxisLabel& label : under) {
+    // The labels under the x axis come first, on one ground: grown, they
+    // hide the grid line below them along the whole row, which seen between
+    // them would read as minus signs.
+    const auto others = std::stable_partition(
+        labels.begin(), labels.end(), [](const AxisLabel& label) { return label.anchor == canvas_ops::kUnderMark; });
+    QRectF row;
+    for (auto it = labels.begin(); it != others; ++it)
+        row |= QRectF(QPointF(it->x, it->y), QPointF(it->x + canvas.textWidth(it->text) * (right < 0 ? -1.0 : 1.0),
+                                                     it->y + canvas.textHeight(it->text) * (down < 0 ? -1.0 : 1.0)))
+                   .normalized();
+    if (others != labels.begin()) canvas.groundForTexts(row.left(), row.top(), row.right(), row.bottom());
+    for (const AxisLabel& label : labels) {
         canvas.setCurrentX(label.x);
         canvas.setCurrentY(label.y);
         canvas.setTextAnchor(label.anchor);
@@ -331,14 +328,12 @@ ResizeRedraw* keeperOf(const Canvas& canvas) {
     return nullptr;
 }
 
-}  // namespace
-
-namespace {
 void keepDrawing(Canvas& canvas, std::function<void()> draw, bool followEvents) {
     ResizeRedraw* keeper = keeperOf(canvas);
     if (!keeper) keeper = new ResizeRedraw(canvas);
     keeper->keep(std::move(draw), followEvents);
 }
+
 }  // namespace
 
 void redrawWhenResized(Canvas& canvas, std::function<void()> draw) { keepDrawing(canvas, std::move(draw), true); }

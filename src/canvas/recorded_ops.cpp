@@ -47,7 +47,7 @@ void paintLine(QPainter& painter, const LineOp& o, double w, double h, qreal dpr
 }
 
 void paintBox(QPainter& painter, const BoxOp& o, double w, double h, qreal dpr, double m) {
-    if (o.onlyGrown) return;  // painted with its grown texts (repaintGround)
+    if (o.onlyGrown) return;  // painted with its grown texts (extendGroundForTexts)
     const double left = clampPixel(std::min(o.x1, o.x2) * w);
     const double right = clampPixel(std::max(o.x1, o.x2) * w);
     const double top = clampPixel(std::min(o.y1, o.y2) * h);

@@ -1,7 +1,5 @@
 #include "history/data_screen_opener.h"
 
-#include <QMenuBar>
-
 #include <algorithm>
 
 #include "analysis/graph_screens.h"
@@ -16,7 +14,7 @@ void openDataScreen() {
     // the graphs too little room (a narrow screen at a large presentation
     // size): then the menus wrap.
     const QRect area = availableArea(&data);
-    const int oneRowOfMenus = data.menuBar()->sizeHint().width() + 36;
+    const int oneRowOfMenus = data.widthForMenusOnOneRow() + 16;  // and its frame
     const int width = std::max({area.width() * 36 / 100, std::min(area.width(), 520),
                                 std::min(oneRowOfMenus, area.width() - kGraphStripWidth)});
     placeWindow(data, QRect(area.left(), area.top(), width, area.height()));

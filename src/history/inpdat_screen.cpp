@@ -70,13 +70,13 @@ void Inpdat::Form_Load() {
     List2->hide();
     Label3->hide();
     historicalDataFlag = false;
-    // Wide enough for every menu of the menu bar on one row; where the
-    // screen or a window beside it leaves less, the menus wrap.
-    resize(std::max(640, menuBar()->sizeHint().width() + 20), 760);
+    resize(std::max(640, widthForMenusOnOneRow()), 760);
     QRect frame = outerRect(*this);
     frame.moveCenter(availableArea(this).center());
     placeWindow(*this, frame);
 }
+
+int Inpdat::widthForMenusOnOneRow() const { return menuBar()->sizeHint().width() + 20; }
 
 bool Inpdat::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
@@ -160,8 +160,8 @@ void Inpdat::showPairs(const std::vector<history::TypedRow>& rows) {
 void Inpdat::takeMeasuredPairs(const std::vector<MeasuredPair>& pairs) {
     std::vector<history::TypedRow> rows;
     for (const MeasuredPair& pair : pairs)
-        rows.push_back({fmt(pair.incidenceDegrees, "0.0").toStdString(),
-                        fmt(pair.refractionDegrees, "0.00").toStdString()});
+        rows.push_back(
+            {fmt(pair.incidenceDegrees, "0.0").toStdString(), fmt(pair.refractionDegrees, "0.00").toStdString()});
     takeRows(rows, QStringLiteral("BENCH MEASUREMENTS: %1 rays  Μετρήσεις του πάγκου: %1 ακτίνες").arg(rows.size()));
 }
 
@@ -179,8 +179,9 @@ void Inpdat::takeRows(const std::vector<history::TypedRow>& rows, const QString&
     measuredSetShown_ = true;
     historicalDataFlag = true;
     std::vector<history::TypedRow> measured;
-    std::copy_if(rows.begin(), rows.end(), std::back_inserter(measured),
-                 [](const history::TypedRow& row) { return !QString::fromStdString(row.refraction).trimmed().isEmpty(); });
+    std::copy_if(rows.begin(), rows.end(), std::back_inserter(measured), [](const history::TypedRow& row) {
+        return !QString::fromStdString(row.refraction).trimmed().isEmpty();
+    });
     form<Analysis>().setTitle(QStringLiteral("SIN(REFRACTION) VS SIN(INCIDENCE)"));
     form<Incref>().setTitle(QStringLiteral("REFRACTION ANGLE VS INCIDENCE ANGLE"));
     showTable(QStringLiteral("INCIDENCE Πρόσπτωσης"), QStringLiteral("REFRACTION Διάθλασης"), measured, caption);

@@ -40,6 +40,10 @@ public:
     float intercept = 0.0f;
     float slope = 0.0f;
 
+    // The width (without the frame) that holds every menu on one row; a
+    // narrower window wraps them onto further rows.
+    int widthForMenusOnOneRow() const;
+
     // --- procedures -------------------------------------------------------
     void Form_Load();
     // The analysis of the current pairs (the lists or the grid), drawn on

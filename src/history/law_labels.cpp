@@ -60,7 +60,7 @@ QPointF freeShift(const Canvas& c, const Placed& own, const std::vector<QRectF>&
     };
     for (double shift = 0.0; shift <= c.height(); shift += kStepPixels)
         for (double s : {shift, -shift})
-            if (area.contains(own.shown.translated(0.0, s)) && hidden({0.0, s}) == 0) return {0.0, s};
+            if (const QRectF g = own.shown.translated(0.0, s); area.contains(g) && clearOf(g, taken)) return {0.0, s};
     QPointF best;
     auto fewest = hidden(best);
     double nearest = 0.0;
